@@ -1,0 +1,245 @@
+#include "simulator/device.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace nrv::simulator {
+
+namespace {
+
+/// Where a channel's block begins in the preset: 72 bytes an input, then 48 bytes an output.
+constexpr std::size_t BlockStart(std::size_t channel) {
+    return channel < 2 ? 72 * channel : 144 + 48 * (channel - 2);
+}
+
+/// Where the fields lie in a channel's block; the two kinds of channel have the same fields in another order.
+struct BlockLayout {
+    std::size_t gain, delay, peq, peq_count, tone, tone_count, phase, limiter;
+};
+constexpr BlockLayout kInputBlock{1, 2, 5, 10, 55, 2, 65, 66};
+constexpr BlockLayout kOutputBlock{40, 31, 6, 4, 26, 1, 38, 34};
+
+// Fields that outputs alone have.
+constexpr std::size_t kOutputSource = 41;
+constexpr std::size_t kOutputName = 42;
+
+bool IsPresenceQuestion(const Frame& request) {
+    return std::all_of(request.begin() + 3, request.end() - 1, [](Byte value) { return value == 0; });
+}
+
+std::size_t Address(const Frame& request) {
+    return std::size_t{P(request, 2)} * 256 + P(request, 3);
+}
+
+void CheckPosition(int position) {
+    if (position < 0 || position >= kPositions)
+        throw std::invalid_argument("memory position " + std::to_string(position) + " is not 0 to 8");
+}
+
+} // namespace
+
+Device::Device(int id, std::string_view label)
+    : id_(id), memory_(FactoryMemory(label.empty() ? FactoryLabel(id) : label)), live_(FactoryPreset()) {
+    if (id < 0 || id > kHighestId)
+        throw std::invalid_argument("device ID " + std::to_string(id) + " is not 0 to 32");
+}
+
+std::optional<Reply> Device::Handle(const Frame& request, const Levels& moving) {
+    // An acknowledgement is the request itself, with the bytes that were asked for put into it.
+    Reply reply(request.begin(), request.end());
+    const auto command = static_cast<Command>(P(request, 1));
+    switch (command) {
+    case Command::Presence:
+        if (!IsPresenceQuestion(request))
+            return std::nullopt;
+        reply[4] = kPresenceMark;
+        return reply;
+    case Command::Unconnect:
+    case Command::ExitNotice:
+        return std::nullopt;
+    case Command::MemoryRead:
+        reply[8] = Memory(Address(request));
+        return reply;
+    case Command::MemoryWrite:
+        SetMemory(Address(request), P(request, 6));
+        return reply;
+    case Command::LevelPoll:
+        std::ranges::copy(fixed_levels_.value_or(moving), reply.begin() + 4);
+        return reply;
+    case Command::PresetRead: {
+        if (P(request, 2) == kLiveImage)
+            return Reply(live_.begin(), live_.end());
+        if (P(request, 2) >= kPositions)
+            return std::nullopt;
+        const PresetBody body = Preset(P(request, 2));
+        return Reply(body.begin(), body.end());
+    }
+    case Command::Gain:
+    case Command::Delay:
+    case Command::Phase:
+    case Command::Crossover:
+    case Command::Peq:
+    case Command::Tone:
+    case Command::Limiter:
+    case Command::Source:
+    case Command::Mute:
+    case Command::BulkUpdate:
+    case Command::MasterGain:
+    case Command::InputType:
+    case Command::ChannelName:
+        SetParameter(request);
+        return reply;
+    }
+    return std::nullopt;
+}
+
+void Device::SetParameter(const Frame& request) {
+    const auto command = static_cast<Command>(P(request, 1));
+    switch (command) {
+    case Command::BulkUpdate:
+        bulk_updating_ = P(request, 2) == 0;
+        break;
+    case Command::MasterGain:
+        Set(kMasterGainAt, P(request, 9));
+        break;
+    case Command::InputType: {
+        const unsigned others = memory_[kOptionBitsAt] & ~unsigned{kInputTypeBit};
+        memory_[kOptionBitsAt] = static_cast<Byte>(P(request, 9) != 0 ? others | kInputTypeBit : others);
+        break;
+    }
+    default:
+        if (P(request, 2) < kChannels)
+            SetChannelParameter(command, request);
+        break;
+    }
+}
+
+void Device::SetChannelParameter(Command command, const Frame& request) {
+    const std::size_t channel = P(request, 2);
+    const std::size_t start = BlockStart(channel);
+    const BlockLayout& layout = channel < kInputs ? kInputBlock : kOutputBlock;
+    const std::size_t section = P(request, 3);
+    switch (command) {
+    case Command::Gain:
+        Set(start + layout.gain, P(request, 9));
+        break;
+    case Command::Delay:
+        Set(start + layout.delay, P(request, 7));
+        Set(start + layout.delay + 1, P(request, 8));
+        Set(start + layout.delay + 2, P(request, 9));
+        break;
+    case Command::Phase:
+        Set(start + layout.phase, P(request, 9));
+        break;
+    case Command::Peq:
+    case Command::Tone: {
+        const bool peq = command == Command::Peq;
+        if (section >= (peq ? layout.peq_count : layout.tone_count))
+            break;
+        const std::size_t block = start + (peq ? layout.peq : layout.tone) + 5 * section;
+        Set(block + 1, P(request, 6));
+        Set(block + 2, P(request, 7));
+        Set(block + 4, P(request, 9));
+        break;
+    }
+    case Command::Limiter:
+        Set(start + layout.limiter, P(request, 6));
+        Set(start + layout.limiter + 1, P(request, 7));
+        Set(start + layout.limiter + 3, P(request, 9));
+        break;
+    case Command::Mute: {
+        const unsigned bit = 1U << channel;
+        const unsigned others = live_[kPresetMutesAt] & ~bit;
+        Set(kPresetMutesAt, static_cast<Byte>(P(request, 9) != 0 ? others | bit : others));
+        break;
+    }
+    default:
+        if (channel >= kInputs)
+            SetOutputParameter(command, request);
+        break;
+    }
+}
+
+void Device::SetOutputParameter(Command command, const Frame& request) {
+    const std::size_t start = BlockStart(P(request, 2));
+    if (command == Command::Crossover && P(request, 3) < 2) {
+        const std::size_t block = start + std::size_t{3} * P(request, 3);
+        Set(block + 1, P(request, 8));
+        Set(block + 2, P(request, 9));
+    } else if (command == Command::Source) {
+        Set(start + kOutputSource, P(request, 9));
+    } else if (command == Command::ChannelName) {
+        for (std::size_t j = 0; j < 6; ++j)
+            Set(start + kOutputName + j, P(request, 4 + j));
+    }
+}
+
+Byte Device::Memory(std::size_t address) const {
+    return address < memory_.size() ? memory_[address] : Byte{0};
+}
+
+void Device::SetMemory(std::size_t address, Byte value) {
+    if (address < memory_.size())
+        memory_[address] = value;
+}
+
+std::string Device::Label() const {
+    return Text(kLabelAt, kNameSize);
+}
+void Device::SetLabel(std::string_view label) {
+    SetText(kLabelAt, kNameSize, label);
+}
+std::string Device::Password() const {
+    return Text(kPasswordAt, kPasswordSize);
+}
+void Device::SetPassword(std::string_view password) {
+    SetText(kPasswordAt, kPasswordSize, password);
+}
+
+bool Device::Locked() const {
+    return (memory_[kOptionBitsAt] & kLockBit) != 0;
+}
+
+void Device::SetLocked(bool locked) {
+    const unsigned others = memory_[kOptionBitsAt] & ~unsigned{kLockBit};
+    memory_[kOptionBitsAt] = static_cast<Byte>(locked ? others | kLockBit : others);
+}
+
+void Device::PutPreset(int position, std::string_view name, const PresetBody& body) {
+    CheckPosition(position);
+    const auto p = static_cast<std::size_t>(position);
+    memory_[kUsedMarksAt + p] = kUsedMark;
+    if (position < kPositions - 1) // a ninth name would lie on the name of the active preset
+        SetText(kNamesAt + kNameSize * p, kNameSize, name);
+    std::ranges::copy(body, memory_.begin() + static_cast<std::ptrdiff_t>(kPresetsAt + kPresetSize * p));
+}
+
+PresetBody Device::Preset(int position) const {
+    CheckPosition(position);
+    PresetBody body;
+    const auto start = static_cast<std::ptrdiff_t>(kPresetsAt + kPresetSize * static_cast<std::size_t>(position));
+    std::copy_n(memory_.begin() + start, kPresetSize, body.begin());
+    return body;
+}
+
+bool Device::PresetUsed(int position) const {
+    CheckPosition(position);
+    return memory_[kUsedMarksAt + static_cast<std::size_t>(position)] == kUsedMark;
+}
+
+std::string Device::PresetName(int position) const {
+    CheckPosition(position);
+    return Text(kNamesAt + kNameSize * static_cast<std::size_t>(position), kNameSize);
+}
+
+std::string Device::Text(std::size_t address, std::size_t size) const {
+    const auto start = memory_.begin() + static_cast<std::ptrdiff_t>(address);
+    return {start, start + static_cast<std::ptrdiff_t>(size)};
+}
+
+void Device::SetText(std::size_t address, std::size_t size, std::string_view text) {
+    for (std::size_t i = 0; i < size; ++i)
+        memory_[address + i] = i < text.size() ? static_cast<Byte>(text[i]) : Byte{' '};
+}
+
+} // namespace nrv::simulator

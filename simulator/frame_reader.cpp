@@ -1,0 +1,33 @@
+#include "simulator/frame_reader.h"
+
+#include <algorithm>
+
+namespace nrv::simulator {
+
+std::optional<Frame> FrameReader::Take(Byte byte) {
+    bytes_.push_back(byte);
+    DropToHead(0);
+    if (bytes_.size() < kFrameSize)
+        return std::nullopt;
+    if (bytes_.back() != kTail) {
+        DropToHead(1);
+        return std::nullopt;
+    }
+    Frame frame;
+    std::ranges::copy(bytes_, frame.begin());
+    bytes_.clear();
+    return frame;
+}
+
+void FrameReader::DropToHead(std::size_t from) {
+    std::size_t start = from;
+    while (start < bytes_.size()) {
+        const bool last = start + 1 == bytes_.size();
+        if (bytes_[start] == kHead0 && (last || bytes_[start + 1] == kHead1))
+            break;
+        ++start;
+    }
+    bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(start));
+}
+
+} // namespace nrv::simulator

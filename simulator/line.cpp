@@ -1,0 +1,163 @@
+#include "simulator/line.h"
+
+#include "simulator/words.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/prctl.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace nrv::simulator {
+
+namespace {
+
+using std::chrono::steady_clock;
+
+constexpr std::size_t kFramesKept = 100000;
+constexpr std::chrono::milliseconds kHangUpPause{20};
+constexpr unsigned long kTimerSlackNs = 2000; // the usual 50 us would show in every byte
+
+timespec AsTimespec(std::chrono::nanoseconds time) {
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
+    timespec spec{};
+    spec.tv_sec = seconds.count();
+    spec.tv_nsec = (time - seconds).count();
+    return spec;
+}
+
+std::chrono::nanoseconds ByteTime(const LineOptions& options) {
+    return options.paced ? kByteTime : std::chrono::nanoseconds(0);
+}
+
+} // namespace
+
+Line::Line(Rack rack, LineOptions options)
+    : options_(std::move(options)), wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), outbox_(ByteTime(options_)),
+      rack_(std::move(rack)) {
+    if (wake_.Get() < 0)
+        throw std::system_error(errno, std::generic_category(), "no event descriptor to be had");
+}
+
+Line::~Line() {
+    Stop();
+}
+
+void Line::Start() {
+    if (!thread_.joinable())
+        thread_ = std::thread([this] { Run(); });
+}
+
+void Line::Stop() {
+    if (!thread_.joinable())
+        return;
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const ssize_t written = ::write(wake_.Get(), &one, sizeof one);
+    thread_.join();
+    std::uint64_t count = 0;
+    [[maybe_unused]] const ssize_t taken = ::read(wake_.Get(), &count, sizeof count);
+    outbox_ = Outbox(ByteTime(options_));
+    reader_ = FrameReader();
+}
+
+void Line::LinkAs(const std::filesystem::path& path) {
+    links_.emplace_back(path, DevicePath());
+}
+
+void Line::Order(const Fault& fault) {
+    const std::scoped_lock lock(mutex_);
+    faults_.Order(fault);
+}
+
+void Line::Revive(int id) {
+    const std::scoped_lock lock(mutex_);
+    faults_.Revive(id);
+}
+
+void Line::ClearOrders() {
+    const std::scoped_lock lock(mutex_);
+    faults_.Clear();
+}
+
+std::vector<RecordedFrame> Line::Records() const {
+    const std::scoped_lock lock(mutex_);
+    return {records_.begin(), records_.end()};
+}
+
+std::vector<Frame> Line::Frames() const {
+    const std::scoped_lock lock(mutex_);
+    std::vector<Frame> frames;
+    frames.reserve(records_.size());
+    for (const RecordedFrame& record : records_)
+        frames.push_back(record.frame);
+    return frames;
+}
+
+void Line::ClearFrames() {
+    const std::scoped_lock lock(mutex_);
+    records_.clear();
+}
+
+void Line::Run() {
+    ::prctl(PR_SET_TIMERSLACK, kTimerSlackNs, 0UL, 0UL, 0UL);
+    while (Wait()) {
+        // Who has the line open must be known before a request is taken: its answer would be lost otherwise.
+        pty_.UpdateOpenCount();
+        TakeRequests();
+        const std::vector<Byte> due = outbox_.TakeDue(steady_clock::now());
+        if (pty_.OpenElsewhere())
+            pty_.Write(due);
+    }
+}
+
+/// Rests until a request comes, a byte is due or Stop is called; false for the last.
+bool Line::Wait() {
+    // A line that is hung up would wake the poll at once, again and again.
+    std::array<pollfd, 3> waits{
+        {{wake_.Get(), POLLIN, 0}, {pty_.WatchFd(), POLLIN, 0}, {hung_up_ ? -1 : pty_.RequestFd(), POLLIN, 0}}};
+    std::optional<TimePoint> deadline = outbox_.NextDeadline();
+    if (hung_up_)
+        deadline = std::min(deadline.value_or(TimePoint::max()), steady_clock::now() + kHangUpPause);
+    timespec rest{};
+    if (deadline)
+        rest = AsTimespec(std::max(*deadline - steady_clock::now(), steady_clock::duration(0)));
+    ::ppoll(waits.data(), waits.size(), deadline ? &rest : nullptr, nullptr);
+    return (waits[0].revents & POLLIN) == 0;
+}
+
+void Line::TakeRequests() {
+    const std::vector<Byte> bytes = pty_.Read(hung_up_);
+    const TimePoint now = steady_clock::now();
+    for (Byte byte : bytes) {
+        // The program hands over a frame in one piece; on a line each byte would take its time.
+        line_in_free_at_ = std::max(now, line_in_free_at_) + ByteTime(options_);
+        if (const auto frame = reader_.Take(byte))
+            Answer(*frame, line_in_free_at_);
+    }
+}
+
+void Line::Answer(const Frame& request, TimePoint complete) {
+    std::optional<Transmission> answer;
+    std::string note;
+    {
+        const std::scoped_lock lock(mutex_);
+        records_.push_back({request, steady_clock::now()});
+        if (records_.size() > kFramesKept)
+            records_.pop_front();
+        answer = faults_.Answer(rack_, request, note);
+    }
+    if (options_.trace) {
+        options_.trace(RequestInWords(request));
+        if (answer)
+            options_.trace(AnswerInWords(request, answer->bytes, answer->note));
+        else if (!note.empty())
+            options_.trace(NoAnswerInWords(request, note));
+    }
+    if (answer)
+        outbox_.Add(std::move(*answer), complete);
+}
+
+} // namespace nrv::simulator

@@ -1,0 +1,94 @@
+/// A rack on a pseudo-terminal that answers with the timing of a 19200 baud line.
+#pragma once
+
+#include "simulator/faults.h"
+#include "simulator/frame_reader.h"
+#include "simulator/link_file.h"
+#include "simulator/outbox.h"
+#include "simulator/pty.h"
+#include "simulator/rack.h"
+
+#include <chrono>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <list>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace nrv::simulator {
+
+/// One start bit, eight data bits and one stop bit at 19200 baud.
+inline constexpr std::chrono::nanoseconds kByteTime{520833};
+
+struct LineOptions {
+    /// With pacing each byte takes its time on the line; without, an answer comes at once and whole.
+    bool paced = true;
+    /// Gets each frame in words, called from the line's own thread; must not throw.
+    std::function<void(const std::string&)> trace;
+};
+
+struct RecordedFrame {
+    Frame frame;
+    TimePoint at; ///< when its last byte was read
+};
+
+class Line {
+  public:
+    /// Opens the pseudo-terminal; nothing is answered before Start. Throws std::system_error.
+    explicit Line(Rack rack, LineOptions options = {});
+    ~Line(); ///< stops, and removes the links
+    Line(const Line&) = delete;
+    Line& operator=(const Line&) = delete;
+
+    void Start();
+    void Stop(); ///< at once; what was still to be sent is not sent
+
+    const std::string& DevicePath() const { return pty_.DevicePath(); }
+    /// Makes a link to the device that lasts as long as the line. Throws std::runtime_error (see LinkFile).
+    void LinkAs(const std::filesystem::path& path);
+
+    /// Runs `work(Rack&)` while the line's thread keeps its hands off the rack; gives back what it gives.
+    template <typename Work>
+    auto WithRack(Work&& work) {
+        const std::scoped_lock lock(mutex_);
+        return std::forward<Work>(work)(rack_);
+    }
+
+    void Order(const Fault& fault); ///< see FaultPlan; these three may be called at any time
+    void Revive(int id);
+    void ClearOrders();
+
+    /// Every whole frame that came, oldest first, to whatever ID; the last 100000 are kept.
+    std::vector<Frame> Frames() const;
+    std::vector<RecordedFrame> Records() const;
+    void ClearFrames();
+
+  private:
+    void Run();
+    bool Wait();
+    void TakeRequests();
+    void Answer(const Frame& request, TimePoint complete);
+
+    LineOptions options_;
+    Pty pty_;
+    Descriptor wake_;
+    std::list<LinkFile> links_;
+    std::thread thread_;
+
+    // The line thread's own.
+    FrameReader reader_;
+    Outbox outbox_;
+    TimePoint line_in_free_at_{};
+    bool hung_up_ = false;
+
+    mutable std::mutex mutex_; ///< for all that follows
+    Rack rack_;
+    FaultPlan faults_;
+    std::deque<RecordedFrame> records_;
+};
+
+} // namespace nrv::simulator

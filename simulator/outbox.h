@@ -1,0 +1,48 @@
+/// Answers on their way out: which byte is due on the line when.
+#pragma once
+
+#include "simulator/faults.h"
+#include "simulator/protocol.h"
+
+#include <chrono>
+#include <list>
+#include <optional>
+#include <vector>
+
+namespace nrv::simulator {
+
+using TimePoint = std::chrono::steady_clock::time_point;
+
+/// Byte k, from 1, of an answer that starts at t is due at t + k byte times. One answer is on the line at a time; of
+/// several that wait the one that is due first goes first, so a late answer does not hold up another device's.
+class Outbox {
+  public:
+    /// `byte_time` is what one byte takes on the line; zero sends an answer at once.
+    explicit Outbox(std::chrono::nanoseconds byte_time) : byte_time_(byte_time) {}
+
+    /// Queues an answer whose first byte may begin at `start` (the lateness of the answer is added here).
+    void Add(Transmission answer, TimePoint start);
+
+    /// The next moment at which TakeDue has something to do.
+    std::optional<TimePoint> NextDeadline() const;
+
+    /// The bytes whose time has come, in order.
+    std::vector<Byte> TakeDue(TimePoint now);
+
+  private:
+    struct Waiting {
+        Transmission answer;
+        TimePoint start;
+    };
+    std::list<Waiting>::const_iterator First() const;
+    bool Begin(TimePoint now);
+
+    std::chrono::nanoseconds byte_time_;
+    std::list<Waiting> waiting_;
+    std::optional<Transmission> current_;
+    std::size_t next_index_ = 0;
+    TimePoint next_at_{};
+    TimePoint line_free_at_{};
+};
+
+} // namespace nrv::simulator

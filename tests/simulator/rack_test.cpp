@@ -1,0 +1,70 @@
+#include "simulator/meters.h"
+#include "simulator/rack.h"
+#include "terminal.h"
+
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace nrv::simulator {
+namespace {
+
+TEST(Rack, OnlyTheDeviceAddressedAnswers) {
+    Rack rack;
+    rack.Add(5);
+    rack.Add(9);
+    const auto reply = rack.Handle(Request(9, {}));
+    ASSERT_TRUE(reply.has_value());
+    EXPECT_EQ((*reply)[2], 9);
+    EXPECT_FALSE(rack.Handle(Request(6, {})).has_value());
+    EXPECT_FALSE(rack.Handle(Request(200, {})).has_value());
+}
+
+TEST(Rack, CommandsReachOneDeviceAlone) {
+    Rack rack;
+    rack.Add(5);
+    rack.Add(9);
+    rack.Handle(Request(9, {1, 3, 0, 0, 0, 0, 0, 0, 61}));
+    EXPECT_EQ(rack.At(9).LiveImage()[232], 61);
+    EXPECT_EQ(rack.At(5).LiveImage()[232], 60);
+}
+
+TEST(Rack, AnotherDeviceMayAnswerInItsPlace) {
+    Rack rack;
+    rack.Add(5);
+    rack.Add(9).SetMemory(16, 77);
+    const auto reply = rack.Handle(Request(5, {0x10, 0, 16}), 9);
+    ASSERT_TRUE(reply.has_value());
+    EXPECT_EQ((*reply)[2], 9);
+    EXPECT_EQ((*reply)[8], 77);
+}
+
+TEST(Rack, MetersFollowTheInjectedClock) {
+    milliseconds now(0);
+    Rack rack(42, [&now] { return now; });
+    rack.Add(5);
+    for (int ms : {0, 1000, 2500}) {
+        now = milliseconds(ms);
+        const auto reply = rack.Handle(Request(5, {0x12}));
+        ASSERT_TRUE(reply.has_value());
+        Levels levels;
+        std::copy_n(reply->begin() + 4, levels.size(), levels.begin());
+        EXPECT_EQ(levels, MovingLevels(42, 5, milliseconds(ms)));
+    }
+}
+
+TEST(Rack, HoldsEachIdOnce) {
+    Rack rack;
+    for (int id = 0; id <= 32; ++id)
+        rack.Add(id);
+    EXPECT_EQ(rack.Ids().size(), 33U);
+    EXPECT_THROW(rack.Add(5), std::invalid_argument);
+    EXPECT_THROW(rack.Add(33), std::invalid_argument);
+    rack.Remove(5);
+    EXPECT_EQ(rack.Find(5), nullptr);
+    EXPECT_THROW(rack.At(5), std::out_of_range);
+    EXPECT_FALSE(rack.Handle(Request(5, {})).has_value());
+    EXPECT_EQ(rack.Add(5, "Back").Label(), "Back            ");
+}
+
+} // namespace
+} // namespace nrv::simulator
