@@ -1,0 +1,41 @@
+#pragma once
+
+#include "controls/control.h"
+
+namespace nrv::controls {
+
+/// Character codes of the keys that a text box's event tells apart from what is typed.
+inline constexpr char BackspaceKey = 8;
+inline constexpr char EnterKey = 13;
+
+/// A line of text. Setting the text in code runs nothing.
+class TextBox : public Control {
+  public:
+    static constexpr std::size_t NoLimit = 0;
+
+    /// What becomes of a key: takes the character and returns the one that enters the box in its place, 0 for none.
+    std::function<char(char)> KeyPressed;
+
+    const std::string& Text() const { return text_; }
+    void SetText(const std::string& text) { Assign(text_, text, Aspect::Text); }
+    /// The view's word on what the user has made of the text.
+    void UserText(const std::string& text) { text_ = text; }
+    char UserKey(char key) { return KeyPressed ? KeyPressed(key) : key; }
+
+    std::size_t MaxLength() const { return max_length_; }
+    void SetMaxLength(std::size_t length) { Assign(max_length_, length, Aspect::Items); }
+    /// A locked box shows its text and cannot be edited.
+    bool Locked() const { return locked_; }
+    void SetLocked(bool locked) { Assign(locked_, locked, Aspect::Items); }
+    /// A mark in the box's back colour; none is the window's own.
+    bool Marked() const { return marked_; }
+    void SetMarked(bool marked) { Assign(marked_, marked, Aspect::Colour); }
+
+  private:
+    std::string text_;
+    std::size_t max_length_ = NoLimit;
+    bool locked_ = false;
+    bool marked_ = false;
+};
+
+} // namespace nrv::controls

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "controls/event_boundary.h"
+#include "controls/forms.h"
+#include "controls/windows.h"
+#include "link/link.h"
+#include "link/serial_port.h"
+#include "model/device_stores.h"
+#include "ports/clock.h"
+#include "ports/message_boxes.h"
+#include "ports/process.h"
+#include "ports/window_host.h"
+#include "session/connection_dialog.h"
+#include "session/device_list.h"
+#include "session/discovery.h"
+#include "session/session_state.h"
+#include "session/start_up.h"
+#include "session/status_line.h"
+#include "window/control_window.h"
+
+namespace nrv::program {
+
+/// What lies outside the process, as the logic sees it.
+struct Ports {
+    link::SerialPort& Serial;
+    Clock& WallClock;
+    Process& Run;
+    MessageBoxes& Boxes;
+    WindowHost& Host;
+};
+
+/// The windows as records of controls; what shows them is made before what works on them.
+struct Forms {
+    controls::FrmSplash Splash;
+    controls::FrmSelect Select;
+    controls::MDIFrmMain Main;
+    controls::FrmSearchNet List;
+    controls::Windows Windows;
+};
+
+/// The whole program but for its windows: every store and every module once, each module handed the few it works on.
+/// Some hundred kilobytes: keep it off the stack.
+struct Program {
+    Program(const Ports& ports, Forms& forms);
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    controls::FrmSplash& Splash;
+    controls::FrmSelect& Select;
+    controls::MDIFrmMain& Main;
+    controls::FrmSearchNet& List;
+    controls::Windows& Windows;
+
+    model::DeviceStores Stores;
+    session::SessionState State;
+
+    controls::EventBoundary Events;
+    session::StatusLine Status;
+    link::Link Link;
+    session::ConnectionDialog Connection;
+    session::Discovery Devices;
+    window::ControlWindow Control;
+    session::DeviceList DeviceList;
+    session::StartUp StartUp;
+};
+
+} // namespace nrv::program

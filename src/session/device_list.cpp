@@ -1,0 +1,211 @@
+#include "session/device_list.h"
+
+#include "model/preset_image.h"
+#include "ports/runtime_error.h"
+#include "session/unconnected.h"
+
+#include <algorithm>
+
+namespace nrv::session {
+namespace {
+
+constexpr int ListDelayMilliseconds = 1000;
+constexpr int PauseBetweenDevices = 50;
+constexpr const char* DemoLabel = "  Device Demo   ";
+
+/// Shows the busy pointer for the length of an operation.
+class BusyPointer {
+  public:
+    explicit BusyPointer(controls::Form& form) : form_(form) {
+        form_.SetMousePointer(controls::Pointer::ArrowAndHourglass);
+    }
+    ~BusyPointer() { form_.SetMousePointer(controls::Pointer::Default); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+
+  private:
+    controls::Form& form_;
+};
+
+} // namespace
+
+DeviceList::DeviceList(const Parts& parts)
+    : form_(parts.Form), windows_(parts.Windows), link_(parts.Link), discovery_(parts.Devices), state_(parts.State),
+      boxes_(parts.Boxes), process_(parts.Run), host_(parts.Host), status_(parts.Status),
+      load_control_window_(parts.LoadControlWindow) {
+    form_.Timer1.Tick = [this] { ListDevices(); };
+    form_.Devices.DoubleClicked = [this](int row) { OpenDevice(row); };
+}
+
+void DeviceList::Load() {
+    windows_.OpenWindowTop = -1;
+    form_.LoadingNotice.SetVisible(false);
+    form_.Timer1.Start(ListDelayMilliseconds);
+    form_.Devices.SetSize(state_.FoundLast + 1, 1, controls::FrmSearchNet::ColumnWidth);
+    form_.Devices.Refresh();
+}
+
+void DeviceList::QueryUnload() {
+    host_.MinimiseDeviceList(!host_.DeviceListMinimised());
+}
+
+void DeviceList::ListDevices() {
+    try {
+        for (int row = 0; row <= state_.FoundLast; ++row) {
+            const int id = FoundId(state_, row);
+            state_.DeviceRow[static_cast<std::size_t>(id)] = row;
+            if (ReadLabel(id)) {
+                return; // the timer stays on and the work starts over
+            }
+            WriteRow(row, id);
+            state_.DeviceUnconnected[static_cast<std::size_t>(id)] = false;
+            if (!link_.DemoMode) {
+                discovery_.ReadDeviceImage(id);
+            }
+            form_.Devices.Refresh();
+            process_.Sleep(PauseBetweenDevices);
+        }
+    } catch (const RuntimeError&) {
+        // A port that went away is told once, not at every further tick.
+        form_.Timer1.Stop();
+        form_.SearchingNotice.SetVisible(false);
+        throw;
+    }
+    form_.Timer1.Stop();
+    form_.SearchingNotice.SetVisible(false);
+}
+
+/// True when the link failed for good.
+bool DeviceList::ReadLabel(int id) {
+    std::string& label = state_.DeviceNames[static_cast<std::size_t>(id)];
+    label.clear();
+    for (std::size_t j = 0; j < model::MemoryNameLength; ++j) {
+        if (link_.MemoryRead(id, static_cast<int>(model::LabelAddress + j))) {
+            return true;
+        }
+        label += static_cast<char>(link_.MemoryValue());
+    }
+    if (link_.DemoMode) {
+        label = DemoLabel;
+    }
+    return false;
+}
+
+void DeviceList::WriteRow(int row, int id) {
+    form_.Devices.SetCell(row, 0, RowText(state_.DeviceNames[static_cast<std::size_t>(id)], id));
+}
+
+std::string DeviceList::NameOf(int id) const {
+    return "Device ID:" + std::to_string(id);
+}
+
+void DeviceList::OpenDevice(int row) {
+    try {
+        Open(row);
+    } catch (const RuntimeError& error) {
+        form_.Window.SetMousePointer(controls::Pointer::Default);
+        status_.Tell(std::string("The device was not opened. ") + error.what());
+    }
+}
+
+void DeviceList::Open(int row) {
+    if (row < 0 || row > state_.FoundLast) {
+        throw RuntimeError(ErrorKind::IndexOutOfRange, "There is no device in this row.");
+    }
+    const int id = state_.SpeakerRecords[static_cast<std::size_t>(FoundId(state_, row))].DeviceId();
+    if (!IsDeviceId(id)) {
+        throw RuntimeError(ErrorKind::IndexOutOfRange,
+                           "Its record gives the ID " + std::to_string(id) + ", and IDs are 0 to 32.");
+    }
+    if (state_.DeviceUnconnected[static_cast<std::size_t>(id)] && !Reconnect(row, id)) {
+        return;
+    }
+    if (PassesCheck(id) && TakeSlot(id)) {
+        ShowInSlot(id);
+    }
+}
+
+bool DeviceList::Reconnect(int row, int id) {
+    const std::size_t entry = static_cast<std::size_t>(id);
+    if (boxes_.Show({"Do you want connect this device, are you sure ? ", "Connect device", BoxIcon::None,
+                     BoxButtons::YesNo}) != BoxAnswer::Yes) {
+        return false;
+    }
+    link_.ConnectPort();
+    const bool answered = link_.ProbeDevice(id);
+    state_.SpeakerRecords[entry].SetFound(answered);
+    if (!answered) {
+        boxes_.Show({"Device unconnected", "Communication problem", BoxIcon::Exclamation});
+        return false;
+    }
+    state_.DeviceRow[entry] = 0; // and not the row; a later mark of this device goes to row 0, which is meant
+    if (ReadLabel(id)) {
+        return false;
+    }
+    WriteRow(row, id);
+    state_.DeviceUnconnected[entry] = false;
+    if (!link_.DemoMode) {
+        discovery_.ReadDeviceImage(id);
+    }
+    form_.Devices.Refresh();
+    process_.Sleep(PauseBetweenDevices);
+    return true;
+}
+
+bool DeviceList::PassesCheck(int id) {
+    const std::size_t entry = static_cast<std::size_t>(id);
+    if (link_.DeviceChecked[entry]) {
+        return true;
+    }
+    form_.LoadingNotice.SetVisible(true);
+    link_.DeviceChecked[entry] = true;
+    link_.CheckDevice(id);
+    if (!link_.DeviceChecked[entry]) {
+        form_.LoadingNotice.SetVisible(false);
+        status_.Tell(NameOf(id) + " was not opened: it did not pass its check.");
+        return false;
+    }
+    return true;
+}
+
+bool DeviceList::TakeSlot(int id) {
+    ++windows_.OpenWindowTop;
+    if (windows_.OpenWindowTop >= controls::SlotCount) {
+        windows_.OpenWindowTop = controls::SlotCount - 1;
+        // The limit is eleven windows, whatever the text says.
+        boxes_.Show({"Out of memory: max number of window open is 32", "Out of memory", BoxIcon::Exclamation});
+        return false;
+    }
+    const auto uses_it = [id](const controls::WindowSlot& slot) { return slot.InUse && slot.DeviceId == id; };
+    if (std::ranges::any_of(windows_.WindowSlots, uses_it)) {
+        boxes_.Show({"The window is already open", "Speakers Edit", BoxIcon::Exclamation});
+        --windows_.OpenWindowTop;
+        return false;
+    }
+    const auto free = std::ranges::find(windows_.WindowSlots, false, &controls::WindowSlot::InUse);
+    if (free == windows_.WindowSlots.end()) {
+        --windows_.OpenWindowTop;
+        throw RuntimeError(ErrorKind::IndexOutOfRange, "No window is free.");
+    }
+    const int index = static_cast<int>(free - windows_.WindowSlots.begin());
+    *free = {true, id, index};
+    windows_.NewSlot = index;
+    return true;
+}
+
+void DeviceList::ShowInSlot(int id) {
+    try {
+        const BusyPointer busy(form_.Window);
+        form_.LoadingNotice.SetVisible(true);
+        form_.LoadingNotice.Refresh();
+        discovery_.ReadDeviceState(id);
+        load_control_window_();
+    } catch (const RuntimeError&) {
+        windows_.WindowSlots[static_cast<std::size_t>(windows_.NewSlot)].InUse = false;
+        --windows_.OpenWindowTop;
+        form_.LoadingNotice.SetVisible(false);
+        throw;
+    }
+}
+
+} // namespace nrv::session

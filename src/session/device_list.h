@@ -1,0 +1,64 @@
+#pragma once
+
+#include "controls/forms.h"
+#include "controls/windows.h"
+#include "link/link.h"
+#include "ports/message_boxes.h"
+#include "ports/process.h"
+#include "ports/window_host.h"
+#include "session/discovery.h"
+#include "session/session_state.h"
+#include "session/status_line.h"
+
+#include <functional>
+
+namespace nrv::session {
+
+/// The list of the devices found, which stays open for the whole run.
+class DeviceList {
+  public:
+    struct Parts {
+        controls::FrmSearchNet& Form;
+        controls::Windows& Windows;
+        link::Link& Link;
+        Discovery& Devices;
+        SessionState& State;
+        MessageBoxes& Boxes;
+        Process& Run;
+        WindowHost& Host;
+        StatusLine& Status;
+        /// Fills the control window of `NewSlot` and shows it. Throws RuntimeError.
+        std::function<void()> LoadControlWindow;
+    };
+    explicit DeviceList(const Parts& parts);
+
+    void Load();
+    /// The whole reaction to a double click on a row.
+    void OpenDevice(int row);
+    /// Closing is always refused; it minimises the window, or brings it back to normal size.
+    void QueryUnload();
+
+  private:
+    void ListDevices();
+    bool ReadLabel(int id);
+    void WriteRow(int row, int id);
+    void Open(int row);
+    bool Reconnect(int row, int id);
+    bool PassesCheck(int id);
+    bool TakeSlot(int id);
+    void ShowInSlot(int id);
+    std::string NameOf(int id) const;
+
+    controls::FrmSearchNet& form_;
+    controls::Windows& windows_;
+    link::Link& link_;
+    Discovery& discovery_;
+    SessionState& state_;
+    MessageBoxes& boxes_;
+    Process& process_;
+    WindowHost& host_;
+    StatusLine& status_;
+    std::function<void()> load_control_window_;
+};
+
+} // namespace nrv::session

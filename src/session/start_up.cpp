@@ -1,0 +1,140 @@
+#include "session/start_up.h"
+
+#include "ports/runtime_error.h"
+
+#include <system_error>
+
+namespace nrv::session {
+namespace {
+
+constexpr int SplashMilliseconds = 2000;
+constexpr int MinimumWidth = 800;
+constexpr int MinimumHeight = 600;
+
+} // namespace
+
+StartUp::StartUp(const Parts& parts)
+    : splash_(parts.Splash), main_(parts.Main), windows_(parts.Windows), link_(parts.Link), dialog_(parts.Dialog),
+      discovery_(parts.Devices), list_(parts.List), state_(parts.State), boxes_(parts.Boxes), process_(parts.Run),
+      host_(parts.Host) {
+    splash_.Timer1.Tick = [this] { SplashTimeOver(); };
+    main_.Exit.Clicked = [this] { Exit(); };
+}
+
+void StartUp::LoadSplash(const std::filesystem::path& current_folder) {
+    splash_.Progress.SetVisible(false);
+    splash_.Searching.SetVisible(false);
+    const ScreenSize screen = host_.Screen();
+    // Both, so that a screen that is short in one direction alone raises no warning; that is meant.
+    if (screen.WidthPixels < MinimumWidth && screen.HeightPixels < MinimumHeight) {
+        boxes_.Show({"Minimum display resolution is 800x600", "Warning"});
+    }
+    state_.AppFolder = current_folder;
+    splash_.Timer1.Start(SplashMilliseconds);
+}
+
+void StartUp::SplashTimeOver() {
+    splash_.Timer1.Stop();
+    splash_.Window.SetMousePointer(controls::Pointer::ArrowAndHourglass);
+    dialog_.Load();
+    host_.RunConnectionDialog();
+    splash_.Window.SetMousePointer(controls::Pointer::Default);
+    LoadMainWindow();
+    host_.ShowMainWindow();
+    list_.Load();
+    host_.ShowDeviceList();
+    host_.UnloadSplash();
+}
+
+void StartUp::LoadMainWindow() {
+    windows_.FirstWindowPending = true;
+    link_.CheckSuppressed = false;
+    state_.SkipExitPrompt = false;
+    link_.TxSuppressed = false;
+    link_.LinkReady = true;
+    if (state_.MultiDevice) {
+        ConnectSeveral();
+    } else {
+        ConnectOne();
+    }
+}
+
+void StartUp::ConnectSeveral() {
+    if (OpenLine() && discovery_.SearchDevices()) {
+        return;
+    }
+    if (WantsDemoMode()) {
+        link_.DemoMode = true;
+        discovery_.LoadDemoDevices();
+    }
+}
+
+void StartUp::ConnectOne() {
+    if (OpenLine()) {
+        link_.PortOpened = link_.ProbeDevice(state_.SingleId);
+    }
+    if (!link_.PortOpened) {
+        if (WantsDemoMode()) {
+            link_.DemoMode = true;
+            discovery_.LoadDemoDevice();
+        }
+        return;
+    }
+    SpeakerRecord& record = state_.SpeakerRecords[static_cast<std::size_t>(state_.SingleId)];
+    record.SetDeviceId(state_.SingleId);
+    record.SetFound(true);
+    state_.FoundLast = 0;
+    state_.FoundDevices[0] = state_.SingleId;
+}
+
+/// Opens the chosen port and sets it up for frames; a port that goes away in between counts as one that cannot be
+/// opened.
+bool StartUp::OpenLine() {
+    link_.OpenPort();
+    if (link_.PortOpened) {
+        try {
+            link_.ReopenPort(link::FrameLength);
+        } catch (const RuntimeError&) {
+            link_.PortOpened = false;
+            link_.LinkReady = false;
+        }
+    }
+    return link_.PortOpened;
+}
+
+/// Asks the demo question; No ends the process.
+bool StartUp::WantsDemoMode() {
+    const MessageBox question{"COM not found or Devices unconnected, do you want continue in demo mode?", "Warning",
+                              BoxIcon::None, BoxButtons::YesNo};
+    if (boxes_.Show(question) == BoxAnswer::Yes) {
+        return true;
+    }
+    state_.SkipExitPrompt = true;
+    host_.UnloadMainWindow();
+    process_.End();
+    return false;
+}
+
+void StartUp::Exit() {
+    LeaveProgram();
+}
+
+bool StartUp::MainQueryUnload() {
+    if (state_.SkipExitPrompt) {
+        process_.End();
+    }
+    return LeaveProgram();
+}
+
+/// False when the user stays. After a failed last frame the process does not end here.
+bool StartUp::LeaveProgram() {
+    if (!boxes_.AreYouSure("Exit", BoxAnswer::No)) {
+        return false;
+    }
+    if (!link_.SendFrame(0, {link::ExitNoticeCommand})) {
+        process_.End();
+    }
+    return true;
+}
+
+} // namespace nrv::session

@@ -1,0 +1,137 @@
+#include "window/control_window.h"
+
+#include "ports/flag_guard.h"
+#include "ports/runtime_error.h"
+#include "presets/apply_image.h"
+#include "session/unconnected.h"
+
+#include <algorithm>
+
+namespace nrv::window {
+namespace {
+
+constexpr int FirstTickMilliseconds = 2000;
+
+std::string IdText(int id) {
+    return "ID:" + std::to_string(id);
+}
+
+} // namespace
+
+ControlWindow::ControlWindow(const Parts& parts)
+    : windows_(parts.Windows), list_(parts.List), link_(parts.Link), state_(parts.State), boxes_(parts.Boxes),
+      host_(parts.Host), context_{parts.Link, parts.Stores, parts.Windows} {
+    link_.SetFailureHandler(*this);
+}
+
+void ControlWindow::Load() {
+    const int before = windows_.CurrentWindow;
+    const int slot = windows_.NewSlot;
+    try {
+        Fill(slot);
+    } catch (const RuntimeError&) {
+        windows_.CurrentWindow = before;
+        throw;
+    }
+    windows_.Loaded[static_cast<std::size_t>(slot)] = true;
+    host_.ShowControlWindow(slot);
+}
+
+void ControlWindow::Fill(int slot) {
+    std::unique_ptr<controls::FrmCtrl>& record = windows_.ControlWindows[static_cast<std::size_t>(slot)];
+    record = std::make_unique<controls::FrmCtrl>();
+    controls::FrmCtrl& form = *record;
+    WireEvents(form);
+    form.SSTab1.SetTab(controls::OverviewTab);
+    link_.ReportLinkFailure = true;
+    windows_.CurrentWindow = slot;
+    form.Window.SetSize(controls::FrmCtrl::WidthTwips, controls::FrmCtrl::HeightTwips);
+    {
+        const FlagGuard suppressed(link_.TxSuppressed);
+        presets::ApplyImage(context_);
+    }
+    windows_.FirstWindowPending = false;
+    form.Timer1.Start(FirstTickMilliseconds);
+    link_.TransactionDone = true;
+    form.Window.SetCaption(IdText(context_.DeviceId()) +
+                           " NRV-718 - Name Preset loaded from device: " + context_.Values().CurrentPresetName);
+    list_.LoadingNotice.SetVisible(false);
+    list_.LoadingNotice.Refresh();
+}
+
+void ControlWindow::Activate(int slot) {
+    windows_.CurrentWindow = slot;
+    list_.Timer2.Stop();
+}
+
+void ControlWindow::Resize(int slot, int width, int height) {
+    windows_.CurrentWindow = slot;
+    windows_.Current().Window.SetSize(std::max(width, controls::FrmCtrl::WidthTwips),
+                                      std::max(height, controls::FrmCtrl::HeightTwips));
+}
+
+bool ControlWindow::QueryUnload(int slot) {
+    if (!windows_.Loaded[static_cast<std::size_t>(slot)]) {
+        return true;
+    }
+    windows_.CurrentWindow = slot;
+    const int id = windows_.CurrentDevice();
+    if (!state_.DeviceUnconnected[static_cast<std::size_t>(id)] && !boxes_.AreYouSure(IdText(id) + " - Close window")) {
+        return false;
+    }
+    Unload(slot);
+    return true;
+}
+
+void ControlWindow::Unload(int slot) {
+    const std::size_t index = static_cast<std::size_t>(slot);
+    if (!windows_.Loaded[index]) {
+        return;
+    }
+    windows_.Loaded[index] = false;
+    --windows_.OpenWindowTop;
+    windows_.WindowSlots[index].InUse = false;
+    // The record stays: the event that led here may still be running on one of its controls.
+    windows_.ControlWindows[index]->Timer1.Stop();
+    host_.RemoveControlWindow(slot);
+    host_.FocusDeviceList();
+    list_.Devices.Refresh();
+}
+
+void ControlWindow::UnconnectDevice() {
+    if (boxes_.Show({"Do you want unconnect this device, are you sure ? ", "Unconnect device", BoxIcon::None,
+                     BoxButtons::YesNo}) != BoxAnswer::Yes) {
+        return;
+    }
+    const int id = context_.DeviceId();
+    if (link_.SendFrame(id, {link::UnconnectCommand})) {
+        return;
+    }
+    session::MarkUnconnected(state_, list_, id);
+    Unload(windows_.CurrentWindow);
+}
+
+int ControlWindow::CurrentDevice() {
+    return windows_.CurrentDevice();
+}
+
+void ControlWindow::GiveUpCurrentDevice() {
+    session::MarkUnconnected(state_, list_, windows_.CurrentDevice());
+    Unload(windows_.CurrentWindow);
+}
+
+void ControlWindow::MarkUnchecked(int id) {
+    constexpr int FirstColumn = 1;
+    constexpr int LastColumn = 6;
+    for (int row = 0; row <= state_.FoundLast; ++row) {
+        if (session::FoundId(state_, row) != id) {
+            continue;
+        }
+        // The list has column 0 alone, so the first write fails and the error ends the opening; that is meant.
+        for (int column = FirstColumn; column <= LastColumn; ++column) {
+            list_.Devices.SetCell(row, column, "---");
+        }
+    }
+}
+
+} // namespace nrv::window

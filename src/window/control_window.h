@@ -1,0 +1,61 @@
+#pragma once
+
+#include "controls/forms.h"
+#include "controls/windows.h"
+#include "link/failure_handler.h"
+#include "link/link.h"
+#include "model/command_context.h"
+#include "ports/message_boxes.h"
+#include "ports/window_host.h"
+#include "session/session_state.h"
+
+namespace nrv::window {
+
+/// How the window of one device comes up, follows the focus, resizes and goes.
+class ControlWindow final : public link::FailureHandler {
+  public:
+    struct Parts {
+        controls::Windows& Windows;
+        controls::FrmSearchNet& List;
+        link::Link& Link;
+        model::DeviceStores& Stores;
+        session::SessionState& State;
+        MessageBoxes& Boxes;
+        WindowHost& Host;
+    };
+    explicit ControlWindow(const Parts& parts);
+
+    /// Fills the window of `NewSlot` from its device's image, sending nothing, and shows it. On a RuntimeError the
+    /// window last active stays the current one.
+    void Load();
+    void Activate(int slot);
+    /// The window was given a size in twips while not minimised; raises it to the smallest it may have.
+    void Resize(int slot, int width, int height);
+    /// The window is to close: asks the user unless its device is unconnected. True when it is gone.
+    bool QueryUnload(int slot);
+
+    // What a dead line does to the windows.
+    int CurrentDevice() override;
+    void GiveUpCurrentDevice() override;
+    void MarkUnchecked(int id) override;
+
+  private:
+    void Fill(int slot);
+    void WireEvents(controls::FrmCtrl& form);
+    void WireGains(controls::FrmCtrl& form);
+    void WireOverview(controls::FrmCtrl& form);
+    void WireTools(controls::FrmCtrl& form);
+    void UnconnectDevice();
+    void Unload(int slot);
+    std::function<void()> Guarded(std::function<void()> event);
+
+    controls::Windows& windows_;
+    controls::FrmSearchNet& list_;
+    link::Link& link_;
+    session::SessionState& state_;
+    MessageBoxes& boxes_;
+    WindowHost& host_;
+    model::CommandContext context_;
+};
+
+} // namespace nrv::window

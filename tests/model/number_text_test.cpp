@@ -1,0 +1,210 @@
+#include "model/decimal_text.h"
+#include "model/number_text.h"
+#include "ports/runtime_error.h"
+
+#include <clocale>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <locale>
+#include <random>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace nrv::model {
+namespace {
+
+void ExpectRefused(std::string_view text, ErrorKind kind) {
+    try {
+        const double value = ParseNumber(text);
+        ADD_FAILURE() << '"' << text << "\" read as " << value;
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Kind(), kind) << text;
+        EXPECT_NE(std::string_view(error.what()).find(text), std::string_view::npos) << error.what();
+    }
+}
+
+TEST(NumberText, IsTheDecimalAPersonExpects) {
+    const std::vector<std::pair<double, std::string>> cases{{0.0, "0"},
+                                                            {-0.0, "0"},
+                                                            {1.0, "1"},
+                                                            {-1.0, "-1"},
+                                                            {0.2, "0.2"},
+                                                            {-3.8, "-3.8"},
+                                                            {8.2 - 12.0, "-3.8"},
+                                                            {13.6 - 15.0, "-1.4"},
+                                                            {0.1 + 0.2, "0.3"},
+                                                            {2500.987, "2500.987"},
+                                                            {20000.0, "20000"},
+                                                            {100.0, "100"},
+                                                            {0.021, "0.021"},
+                                                            {0.00714, "0.00714"},
+                                                            {0.0001, "0.0001"},
+                                                            {0.00001, "0.00001"},
+                                                            {1e-7, "0.0000001"},
+                                                            {11.1, "11.1"},
+                                                            {1.0 / 3.0, "0.333333333333333"},
+                                                            {2.0 / 3.0, "0.666666666666667"},
+                                                            {0.9999999999999999, "1"},
+                                                            {99999.99999999999999, "100000"},
+                                                            {1e9, "1000000000"},
+                                                            {123456789012345.0, "123456789012345"},
+                                                            {999999999999999.0, "999999999999999"}};
+    for (const auto& [value, text] : cases) {
+        EXPECT_EQ(NumberText(value), text);
+    }
+}
+
+TEST(NumberText, GivesAnExponentToExtremeValuesOnly) {
+    EXPECT_EQ(NumberText(1e15), "1e+15");
+    EXPECT_EQ(NumberText(-1.5e300), "-1.5e+300");
+    EXPECT_EQ(NumberText(1e-8), "1e-8");
+    EXPECT_EQ(NumberText(1.25e-100), "1.25e-100");
+    EXPECT_EQ(NumberText(std::numeric_limits<double>::denorm_min()), "4.94065645841247e-324");
+}
+
+TEST(NumberText, NamesWhatIsNoNumber) {
+    EXPECT_EQ(NumberText(std::numeric_limits<double>::infinity()), "inf");
+    EXPECT_EQ(NumberText(-std::numeric_limits<double>::infinity()), "-inf");
+    EXPECT_EQ(NumberText(std::numeric_limits<double>::quiet_NaN()), "nan");
+    EXPECT_EQ(NumberText(-std::numeric_limits<double>::quiet_NaN()), "nan");
+}
+
+TEST(NumberText, WritesAndReadsBackEveryThousandthOfTheOrdinaryRange) {
+    for (long units = -30000; units <= 30000; ++units) {
+        const double value = static_cast<double>(units) / 1000.0;
+        const std::string text = NumberText(value);
+        ASSERT_EQ(text, DecimalText(units, 3));
+        ASSERT_EQ(ParseNumber(text), value);
+    }
+}
+
+TEST(NumberText, ReadsBackToFifteenDigitsOverTheWholeRange) {
+    std::mt19937_64 random(20240517);
+    std::uniform_real_distribution<double> mantissa(-10.0, 10.0);
+    std::uniform_int_distribution<int> exponent(-300, 300);
+    for (int i = 0; i < 20000; ++i) {
+        const double value = mantissa(random) * std::pow(10.0, exponent(random));
+        ASSERT_NEAR(ParseNumber(NumberText(value)) / value, 1.0, 6e-15) << value;
+    }
+}
+
+/// Decimal comma and grouping, for machines that have no locale of such a country.
+class CommaPunctuation : public std::numpunct<char> {
+  protected:
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(NumberText, UsesThePointWhateverTheLocale) {
+    const std::string c_locale = std::setlocale(LC_ALL, nullptr);
+    const std::locale cpp_locale = std::locale::global(std::locale(std::locale::classic(), new CommaPunctuation));
+    for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "it_IT.UTF-8"}) {
+        if (std::setlocale(LC_ALL, name) != nullptr) {
+            break;
+        }
+    }
+    EXPECT_EQ(NumberText(1234.5), "1234.5");
+    EXPECT_EQ(NumberText(20000.0), "20000");
+    EXPECT_EQ(ParseNumber("1234.5"), 1234.5);
+    ExpectRefused("1234,5", ErrorKind::TypeMismatch);
+    ExpectRefused("1.234,5", ErrorKind::TypeMismatch);
+    std::locale::global(cpp_locale);
+    std::setlocale(LC_ALL, c_locale.c_str());
+}
+
+TEST(ParseNumber, ReadsWhatAPersonTypes) {
+    const std::vector<std::pair<std::string_view, double>> cases{
+        {"0", 0.0},
+        {"1000", 1000.0},
+        {"0.2", 0.2},
+        {"-1.4", -1.4},
+        {"+3", 3.0},
+        {".5", 0.5},
+        {"5.", 5.0},
+        {"-.5", -0.5},
+        {"007", 7.0},
+        {"  12  ", 12.0},
+        {"\t12\r\n", 12.0},
+        {"1e9", 1e9},
+        {"1E9", 1e9},
+        {"1e+3", 1e3},
+        {"2.5e-3", 0.0025},
+        {"1e009", 1e9},
+        {"1.7976931348623157e308", 1.7976931348623157e308},
+        {"123456789012345678901234567890", 1.2345678901234568e29}};
+    for (const auto& [text, value] : cases) {
+        EXPECT_EQ(ParseNumber(text), value) << text;
+    }
+    EXPECT_EQ(ParseNumber(std::string(1000, '0') + "1"), 1.0);
+}
+
+TEST(ParseNumber, RefusesWhatIsNoNumber) {
+    for (const std::string_view text : {"",
+                                        " ",
+                                        "?",
+                                        "1,5",
+                                        "inf",
+                                        "-inf",
+                                        "nan",
+                                        "NaN",
+                                        "infinity",
+                                        "0x10",
+                                        "12abc",
+                                        "abc",
+                                        "1 2",
+                                        "- 1",
+                                        "--1",
+                                        "+-1",
+                                        "1-",
+                                        ".",
+                                        "-",
+                                        "+",
+                                        "e9",
+                                        ".e9",
+                                        "1e",
+                                        "1e+",
+                                        "1e 9",
+                                        "1e1.5",
+                                        "1.2.3",
+                                        "1..2",
+                                        "1f",
+                                        "1d5",
+                                        "&H10",
+                                        "12 ms",
+                                        "1_000",
+                                        "1'000",
+                                        "\xA0"
+                                        "1",
+                                        "\xB2",
+                                        "10?",
+                                        "?10"}) {
+        ExpectRefused(text, ErrorKind::TypeMismatch);
+    }
+    EXPECT_THROW(ParseNumber(std::string_view("1\0", 2)), RuntimeError);
+}
+
+TEST(ParseNumber, RefusesWhatIsTooLarge) {
+    for (const std::string& text :
+         {std::string("1e309"), std::string("-1e309"), std::string("1.8e308"), std::string("1e99999999999999999999"),
+          std::string("0.0001e400"), "1" + std::string(400, '0'), "1" + std::string(400, '0') + ".5",
+          "1" + std::string(400, '0') + "e-1", "0." + std::string(50, '0') + "1e999"}) {
+        ExpectRefused(text, ErrorKind::Overflow);
+    }
+}
+
+TEST(ParseNumber, TakesWhatIsTooSmallForZero) {
+    for (const std::string& text :
+         {std::string("1e-400"), std::string("-1e-400"), std::string("1e-99999999999999999999"),
+          std::string("1000e-400"), "0." + std::string(400, '0') + "1", "." + std::string(400, '0') + "1e5",
+          std::string("0e999"), std::string("0e99999999999999999999"), std::string("0.0e-999")}) {
+        EXPECT_EQ(ParseNumber(text), 0.0) << text;
+    }
+    EXPECT_EQ(ParseNumber("5e-324"), std::numeric_limits<double>::denorm_min());
+}
+
+} // namespace
+} // namespace nrv::model

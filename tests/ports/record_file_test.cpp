@@ -1,0 +1,230 @@
+#include "ports/child.h"
+#include "ports/record_file.h"
+#include "support/test_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace nrv::testing {
+namespace {
+
+namespace fs = std::filesystem;
+using Bytes = std::vector<std::uint8_t>;
+using ::testing::HasSubstr;
+
+class RecordFile : public ::testing::Test {
+  protected:
+    fs::path File() const { return folder.Path() / "init.cfg"; }
+    int FilesInFolder() const {
+        return static_cast<int>(std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator()));
+    }
+    void ExpectRefused(const std::function<void()>& job, const std::string& text) {
+        try {
+            job();
+            FAIL() << "not refused";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Kind(), ErrorKind::FileAccess);
+            EXPECT_EQ(std::string(error.what()), text);
+        }
+    }
+
+    TestFolder folder;
+};
+
+TEST_F(RecordFile, ReadingAMissingFileCreatesItEmpty) {
+    EXPECT_EQ(ReadFromStart(File(), 4), Bytes());
+    ASSERT_TRUE(folder.Has("init.cfg"));
+    EXPECT_EQ(fs::file_size(File()), 0u);
+}
+
+TEST_F(RecordFile, ReadingInAMissingFolderReadsNothing) {
+    EXPECT_EQ(ReadFromStart(folder.Path() / "nowhere" / "init.cfg", 4), Bytes());
+    EXPECT_EQ(FilesInFolder(), 0);
+}
+
+TEST_F(RecordFile, ReadsAShortFileWhole) {
+    folder.Write("init.cfg", {1, 2, 3});
+    EXPECT_EQ(ReadFromStart(File(), 4), (Bytes{1, 2, 3}));
+}
+
+TEST_F(RecordFile, ReadsTheStartOfALongerFile) {
+    folder.Write("init.cfg", {1, 2, 3, 4, 5, 6});
+    EXPECT_EQ(ReadFromStart(File(), 4), (Bytes{1, 2, 3, 4}));
+    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{1, 2, 3, 4, 5, 6}));
+}
+
+TEST_F(RecordFile, ReadsBinaryBytesAsTheyStand) {
+    Bytes all;
+    for (int i = 0; i < 9000; ++i) {
+        all.push_back(static_cast<std::uint8_t>(i * 31));
+    }
+    folder.Write("init.cfg", all);
+    EXPECT_EQ(ReadFromStart(File(), 9000), all);
+}
+
+TEST_F(RecordFile, WritesAMissingFile) {
+    WriteAtStart(File(), Bytes{10, 0, 13, 26});
+    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{10, 0, 13, 26}));
+    EXPECT_EQ(FilesInFolder(), 1);
+}
+
+TEST_F(RecordFile, WritesOverAShorterFile) {
+    folder.Write("init.cfg", {1});
+    WriteAtStart(File(), Bytes{7, 8, 9});
+    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{7, 8, 9}));
+}
+
+TEST_F(RecordFile, KeepsTheTailOfALongerFile) {
+    folder.Write("init.cfg", {1, 2, 3, 4, 5, 6});
+    WriteAtStart(File(), Bytes{7, 8, 9});
+    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{7, 8, 9, 4, 5, 6}));
+    EXPECT_EQ(FilesInFolder(), 1);
+}
+
+TEST_F(RecordFile, ReplacesTheFileByANewOne) {
+    folder.Write("init.cfg", {1, 2, 3, 4});
+    std::ifstream before(File(), std::ios::binary); // whoever reads the old file goes on reading it
+    WriteAtStart(File(), Bytes{5, 6, 7, 8});
+    EXPECT_EQ(Bytes(std::istreambuf_iterator<char>(before), std::istreambuf_iterator<char>()), (Bytes{1, 2, 3, 4}));
+    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{5, 6, 7, 8}));
+}
+
+TEST_F(RecordFile, WritesOverAndOver) {
+    for (std::uint8_t turn = 0; turn < 50; ++turn) {
+        WriteAtStart(File(), Bytes{turn, 1});
+        ASSERT_EQ(ReadFromStart(File(), 2), (Bytes{turn, 1}));
+    }
+    EXPECT_EQ(FilesInFolder(), 1);
+}
+
+TEST_F(RecordFile, KeepsThePermissions) {
+    folder.Write("init.cfg", {1, 2});
+    fs::permissions(File(), fs::perms(0640));
+    WriteAtStart(File(), Bytes{3, 4});
+    EXPECT_EQ(fs::status(File()).permissions(), fs::perms(0640));
+    fs::permissions(File(), fs::perms(0666));
+    WriteAtStart(File(), Bytes{5, 6});
+    EXPECT_EQ(fs::status(File()).permissions(), fs::perms(0666));
+}
+
+TEST_F(RecordFile, KeepsTheOwner) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root can give a file away";
+    }
+    folder.Write("init.cfg", {1, 2});
+    ASSERT_EQ(chown(File().c_str(), 1234, 2345), 0);
+    WriteAtStart(File(), Bytes{3, 4});
+    struct stat now = {};
+    ASSERT_EQ(stat(File().c_str(), &now), 0);
+    EXPECT_EQ(now.st_uid, 1234u);
+    EXPECT_EQ(now.st_gid, 2345u);
+}
+
+TEST_F(RecordFile, LinkStaysALinkAndItsFileIsWritten) {
+    fs::create_directory(folder.Path() / "kept");
+    folder.Write("kept/real.cfg", {1, 2, 3});
+    fs::create_symlink("kept/real.cfg", File());
+    WriteAtStart(File(), Bytes{9});
+    EXPECT_TRUE(fs::is_symlink(File()));
+    EXPECT_EQ(folder.Read("kept/real.cfg"), (Bytes{9, 2, 3}));
+}
+
+TEST_F(RecordFile, LinkToALinkStaysOne) {
+    folder.Write("real.cfg", {1, 2, 3});
+    fs::create_symlink(folder.Path() / "real.cfg", folder.Path() / "middle.cfg");
+    fs::create_symlink("middle.cfg", File());
+    WriteAtStart(File(), Bytes{9});
+    EXPECT_TRUE(fs::is_symlink(File()));
+    EXPECT_TRUE(fs::is_symlink(folder.Path() / "middle.cfg"));
+    EXPECT_EQ(folder.Read("real.cfg"), (Bytes{9, 2, 3}));
+}
+
+TEST_F(RecordFile, LinkToAMissingFileStaysALinkAndTheFileComes) {
+    fs::create_symlink("real.cfg", File());
+    WriteAtStart(File(), Bytes{9, 8});
+    EXPECT_TRUE(fs::is_symlink(File()));
+    EXPECT_EQ(folder.Read("real.cfg"), (Bytes{9, 8}));
+}
+
+TEST_F(RecordFile, LinkInACircleIsRefused) {
+    fs::create_symlink("other.cfg", File());
+    fs::create_symlink("init.cfg", folder.Path() / "other.cfg");
+    EXPECT_EQ(OutcomeOf([this] { WriteAtStart(File(), Bytes{1}); }), "FileAccess");
+    EXPECT_EQ(OutcomeOf([this] { ReadFromStart(File(), 1); }), "FileAccess");
+}
+
+TEST_F(RecordFile, SecondNameOfAFileGoesOnStandingForIt) {
+    folder.Write("init.cfg", {1, 2, 3});
+    fs::create_hard_link(File(), folder.Path() / "backup.cfg");
+    WriteAtStart(File(), Bytes{9, 8});
+    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{9, 8, 3}));
+    EXPECT_EQ(folder.Read("backup.cfg"), (Bytes{9, 8, 3}));
+}
+
+TEST_F(RecordFile, FolderInPlaceOfTheFileIsRefused) {
+    fs::create_directory(File());
+    ExpectRefused([this] { ReadFromStart(File(), 1); }, "init.cfg could not be read: it is a folder.");
+    ExpectRefused([this] { WriteAtStart(File(), Bytes{1}); }, "init.cfg could not be written: it is a folder.");
+    EXPECT_TRUE(fs::is_directory(File()));
+    EXPECT_EQ(FilesInFolder(), 1);
+}
+
+TEST_F(RecordFile, PipeInPlaceOfTheFileDoesNotHang) {
+    ASSERT_EQ(mkfifo(File().c_str(), 0600), 0);
+    ExpectRefused([this] { ReadFromStart(File(), 1); }, "init.cfg could not be read: it is not a file.");
+    ExpectRefused([this] { WriteAtStart(File(), Bytes{1}); }, "init.cfg could not be written: it is not a file.");
+}
+
+TEST_F(RecordFile, DeviceBehindALinkIsNeitherReadWithoutEndNorReplaced) {
+    fs::create_symlink("/dev/full", File());
+    EXPECT_EQ(OutcomeOf([this] { ReadFromStart(File(), 4); }), "FileAccess");
+    EXPECT_EQ(OutcomeOf([this] { WriteAtStart(File(), Bytes{1}); }), "FileAccess");
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST_F(RecordFile, WritingIntoAMissingFolderIsRefused) {
+    EXPECT_EQ(OutcomeOf([this] { WriteAtStart(folder.Path() / "nowhere" / "init.cfg", Bytes{1}); }), "FileAccess");
+}
+
+TEST_F(RecordFile, AnothersNewFileIsLeftAlone) {
+    folder.Write("init.cfg", {1, 2});
+    folder.Write("init.cfg.new", {5, 5, 5});
+    WriteAtStart(File(), Bytes{3, 4});
+    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{3, 4}));
+    EXPECT_EQ(folder.Read("init.cfg.new"), (Bytes{5, 5, 5}));
+    EXPECT_EQ(FilesInFolder(), 2);
+}
+
+TEST_F(RecordFile, LinkUnderTheNewNameIsNotFollowed) {
+    folder.Write("init.cfg", {1, 2});
+    folder.Write("precious", {7, 7, 7});
+    fs::create_symlink("precious", folder.Path() / "init.cfg.new");
+    WriteAtStart(File(), Bytes{3, 4});
+    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{3, 4}));
+    EXPECT_EQ(folder.Read("precious"), (Bytes{7, 7, 7}));
+    EXPECT_TRUE(fs::is_symlink(folder.Path() / "init.cfg.new"));
+}
+
+TEST_F(RecordFile, WritesInPlaceWhenNoNewNameIsFree) {
+    folder.Write("init.cfg", {1, 2, 3});
+    folder.Write("init.cfg.new", {});
+    for (int name = 2; name <= 10; ++name) {
+        folder.Write("init.cfg.new" + std::to_string(name), {});
+    }
+    WriteAtStart(File(), Bytes{9, 8});
+    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{9, 8, 3}));
+    EXPECT_EQ(FilesInFolder(), 11);
+}
+
+TEST_F(RecordFile, NameTooLongForANewOneBesideItIsWrittenAllTheSame) {
+    const std::string name(254, 'n');
+    WriteAtStart(folder.Path() / name, Bytes{1, 2, 3});
+    EXPECT_EQ(folder.Read(name), (Bytes{1, 2, 3}));
+    WriteAtStart(folder.Path() / name, Bytes{9});
+    EXPECT_EQ(folder.Read(name), (Bytes{9, 2, 3}));
+    EXPECT_EQ(FilesInFolder(), 1);
+}
+
+} // namespace
+} // namespace nrv::testing

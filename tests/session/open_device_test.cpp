@@ -1,0 +1,274 @@
+#include "session/device_list.h"
+#include "session/program_fixture.h"
+
+#include <algorithm>
+
+namespace nrv::testing {
+namespace {
+
+using controls::Pointer;
+
+class OpenDeviceTest : public ProgramTest {
+  protected:
+    void ExpectNothingOpened() {
+        EXPECT_THAT(world.Host.Log, ::testing::Not(::testing::Contains(::testing::StartsWith("show window"))));
+        EXPECT_THAT(program.Windows.Loaded, ::testing::Each(false));
+        EXPECT_EQ(program.Windows.OpenWindowTop, -1);
+        for (const controls::WindowSlot& slot : program.Windows.WindowSlots) {
+            EXPECT_FALSE(slot.InUse);
+        }
+        EXPECT_EQ(program.List.Window.MousePointer(), Pointer::Default);
+    }
+};
+
+TEST_F(OpenDeviceTest, FirstDoubleClickChecksReadsAndShows) {
+    StartOnLine({3, 7});
+    DoubleClick(1);
+    ASSERT_EQ(world.Port.Sent.size(), 33U); // the check and 32 reads, and no more
+    EXPECT_EQ(world.Port.Sent[0], ProbeFrame(7));
+    EXPECT_EQ(AddressesRead(world.Port.Sent).size(), 32U);
+    EXPECT_TRUE(program.Link.DeviceChecked[7]);
+    EXPECT_EQ(program.Windows.OpenWindowTop, 0);
+    EXPECT_TRUE(program.Windows.WindowSlots[0].InUse);
+    EXPECT_EQ(program.Windows.WindowSlots[0].DeviceId, 7);
+    EXPECT_EQ(program.Windows.WindowSlots[0].SlotIndex, 0);
+    EXPECT_EQ(program.Windows.NewSlot, 0);
+    EXPECT_THAT(world.Host.Log, ::testing::ElementsAre("show window 0"));
+    EXPECT_FALSE(program.List.LoadingNotice.Visible());
+    EXPECT_EQ(program.List.Window.MousePointer(), Pointer::Default);
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+}
+
+TEST_F(OpenDeviceTest, PointerAndNoticeStandWhileTheDeviceIsRead) {
+    StartOnLine({3});
+    bool notice_repainted = false;
+    program.List.LoadingNotice.Observe([&](controls::Aspect aspect) {
+        notice_repainted |= aspect == controls::Aspect::Repaint && program.List.LoadingNotice.Visible();
+    });
+    int reads = 0;
+    world.Port.Answer = [&](const Frame& frame) {
+        EXPECT_TRUE(program.List.LoadingNotice.Visible());
+        if (frame[3] == 0x10) {
+            ++reads;
+            EXPECT_TRUE(notice_repainted);
+            EXPECT_EQ(program.List.Window.MousePointer(), Pointer::ArrowAndHourglass);
+        }
+        return line.Answer(frame);
+    };
+    DoubleClick(0);
+    EXPECT_EQ(reads, 32);
+    EXPECT_TRUE(Loaded(0));
+}
+
+TEST_F(OpenDeviceTest, DeviceThatPassedOnceIsOpenedWithoutFurtherQuestion) {
+    StartOnLine({3});
+    DoubleClick(0);
+    ASSERT_TRUE(program.Control.QueryUnload(0));
+    Forget();
+    DoubleClick(0);
+    EXPECT_EQ(world.Port.Sent.size(), 32U);
+    EXPECT_EQ(world.Port.CountSent(0), 0);
+    EXPECT_TRUE(Loaded(0));
+}
+
+TEST_F(OpenDeviceTest, AnswerToTheCheckThatIsNoProbesAnswerOpensAllTheSame) {
+    StartOnLine({3});
+    world.Port.Answer = [this](const Frame& frame) { return frame[3] == 0 ? Bytes(13, 0) : line.Answer(frame); };
+    DoubleClick(0);
+    EXPECT_TRUE(Loaded(0)); // only a check that timed out keeps the window shut
+}
+
+TEST_F(OpenDeviceTest, SecondDoubleClickAnswersThatTheWindowIsOpen) {
+    StartOnLine({3, 7});
+    DoubleClick(0);
+    DoubleClick(1);
+    Forget();
+    DoubleClick(0);
+    ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+    ExpectBox(world.Boxes.Shown[0], "Speakers Edit", "The window is already open", BoxIcon::Exclamation,
+              BoxButtons::Ok);
+    EXPECT_EQ(program.Windows.OpenWindowTop, 1);
+    EXPECT_TRUE(world.Port.Sent.empty());
+    EXPECT_TRUE(world.Host.Log.empty());
+    EXPECT_FALSE(program.Windows.WindowSlots[2].InUse);
+}
+
+TEST_F(OpenDeviceTest, TwelfthWindowIsRefusedWithAMessageThatSays32) {
+    StartDemo(12);
+    for (int row = 0; row < 11; ++row) {
+        DoubleClick(row);
+        EXPECT_EQ(program.Windows.OpenWindowTop, row);
+    }
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        Forget();
+        DoubleClick(11);
+        ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+        ExpectBox(world.Boxes.Shown[0], "Out of memory", "Out of memory: max number of window open is 32",
+                  BoxIcon::Exclamation, BoxButtons::Ok);
+        EXPECT_EQ(program.Windows.OpenWindowTop, 10);
+        EXPECT_TRUE(world.Host.Log.empty());
+    }
+}
+
+TEST_F(OpenDeviceTest, LimitIsTestedBeforeTheOpenWindow) {
+    StartDemo(11);
+    for (int row = 0; row < 11; ++row) {
+        DoubleClick(row);
+    }
+    Forget();
+    DoubleClick(0);
+    ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+    EXPECT_EQ(world.Boxes.Shown[0].Title, "Out of memory");
+    EXPECT_EQ(program.Windows.OpenWindowTop, 10);
+}
+
+TEST_F(OpenDeviceTest, FirstFreeSlotIsTaken) {
+    StartDemo(12);
+    for (int row = 0; row < 11; ++row) {
+        DoubleClick(row);
+    }
+    ASSERT_TRUE(program.Control.QueryUnload(4));
+    Forget();
+    DoubleClick(11);
+    EXPECT_EQ(program.Windows.NewSlot, 4);
+    EXPECT_EQ(program.Windows.WindowSlots[4].DeviceId, 11);
+    EXPECT_EQ(program.Windows.WindowSlots[4].SlotIndex, 4);
+    EXPECT_EQ(program.Windows.OpenWindowTop, 10);
+    EXPECT_THAT(world.Host.Log, ::testing::ElementsAre("show window 4"));
+}
+
+TEST_F(OpenDeviceTest, CheckThatTimesOutLeavesTheNoticeAndOpensNoWindow) {
+    StartOnLine({3, 7});
+    line.Devices.at(7).Alive = false;
+    for (int attempt = 0; attempt < 2; ++attempt) { // the next double click checks again
+        Forget();
+        DoubleClick(1);
+        EXPECT_THAT(world.Port.Sent, ::testing::ElementsAre(ProbeFrame(7), ProbeFrame(7)));
+        ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+        // Before any window was opened it is slot 0's ID, not the one asked.
+        ExpectBox(world.Boxes.Shown[0], "", "Time-Out: Communication problem with device ID:0", BoxIcon::Exclamation,
+                  BoxButtons::Ok);
+        EXPECT_TRUE(program.List.LoadingNotice.Visible());
+        EXPECT_FALSE(program.Link.DeviceChecked[7]);
+        EXPECT_FALSE(program.Link.TransactionDone);
+        EXPECT_EQ(Row(1), "Label of dev 007  ID:7");
+        EXPECT_FALSE(program.Main.StatusLine.Caption().empty());
+        ExpectNothingOpened();
+    }
+    line.Devices.at(7).Alive = true;
+    DoubleClick(1);
+    EXPECT_TRUE(Loaded(0));
+    EXPECT_FALSE(program.List.LoadingNotice.Visible());
+}
+
+TEST_F(OpenDeviceTest, CheckThatTimesOutNamesTheDeviceOfTheWindowLastActive) {
+    StartOnLine({3, 7});
+    DoubleClick(0);
+    line.Devices.at(7).Alive = false;
+    Forget();
+    DoubleClick(1);
+    ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+    EXPECT_EQ(world.Boxes.Shown[0].Text, "Time-Out: Communication problem with device ID:3");
+    EXPECT_EQ(program.Windows.OpenWindowTop, 0);
+    EXPECT_TRUE(Loaded(0));
+}
+
+TEST_F(OpenDeviceTest, CheckOfADeviceThatIsNotListedHidesTheNotice) {
+    StartOnLine({3});
+    program.State.SpeakerRecords[3].SetDeviceId(9);
+    program.State.DeviceUnconnected[9] = false;
+    DoubleClick(0);
+    EXPECT_EQ(world.Boxes.Shown.size(), 1U);
+    EXPECT_FALSE(program.List.LoadingNotice.Visible());
+    EXPECT_FALSE(program.Link.DeviceChecked[9]);
+    ExpectNothingOpened();
+}
+
+TEST_F(OpenDeviceTest, RecordWithABadIdOpensNothingAndSaysSo) {
+    StartOnLine({3});
+    for (const int bad : {33, -1, 32767, -32768}) {
+        SCOPED_TRACE(bad);
+        Forget();
+        program.State.SpeakerRecords[3].SetDeviceId(bad);
+        DoubleClick(0);
+        EXPECT_TRUE(world.Boxes.Shown.empty());
+        EXPECT_TRUE(world.Port.Sent.empty());
+        EXPECT_THAT(program.Main.StatusLine.Caption(), ::testing::HasSubstr(std::to_string(bad)));
+        ExpectNothingOpened();
+    }
+}
+
+TEST_F(OpenDeviceTest, IdComesFromTheRecordAtTheFoundId) {
+    StartOnLine({3, 7});
+    program.State.SpeakerRecords[3].SetDeviceId(7);
+    DoubleClick(0);
+    EXPECT_EQ(program.Windows.WindowSlots[0].DeviceId, 7);
+}
+
+TEST_F(OpenDeviceTest, RowThatIsNotThereOpensNothing) {
+    StartOnLine({3});
+    DoubleClick(1);
+    DoubleClick(-1);
+    ExpectNothingOpened();
+    EXPECT_TRUE(world.Port.Sent.empty());
+}
+
+TEST_F(OpenDeviceTest, DemoDeviceOpensWithoutAnyFrame) {
+    StartDemo(3);
+    DoubleClick(2);
+    EXPECT_TRUE(Loaded(0));
+    EXPECT_EQ(program.Windows.WindowSlots[0].DeviceId, 2);
+    EXPECT_TRUE(world.Port.Sent.empty());
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+}
+
+TEST_F(OpenDeviceTest, OpeningThatFailsInItsLoadGivesSlotAndCountBack) {
+    StartOnLine({3, 7});
+    DoubleClick(0);
+    // The load's last step but one is to hide the notice; here that is refused.
+    bool refuse = true;
+    program.List.LoadingNotice.Observe([&](controls::Aspect aspect) {
+        if (refuse && aspect == controls::Aspect::Visible && !program.List.LoadingNotice.Visible()) {
+            throw RuntimeError(ErrorKind::IndexOutOfRange, "Refused.");
+        }
+    });
+    Forget();
+    DoubleClick(1);
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+    EXPECT_EQ(program.Main.StatusLine.Caption(), "The device was not opened. Refused.");
+    EXPECT_TRUE(world.Host.Log.empty());
+    EXPECT_FALSE(Loaded(1));
+    EXPECT_FALSE(program.Windows.WindowSlots[1].InUse);
+    EXPECT_EQ(program.Windows.OpenWindowTop, 0);
+    EXPECT_EQ(program.Windows.CurrentWindow, 0);
+    EXPECT_EQ(program.Windows.CurrentDevice(), 3);
+    EXPECT_FALSE(program.Link.TxSuppressed);
+    EXPECT_FALSE(program.Windows.ControlEventsOff);
+    EXPECT_FALSE(program.List.LoadingNotice.Visible());
+    EXPECT_EQ(program.List.Window.MousePointer(), Pointer::Default);
+    refuse = false;
+    DoubleClick(1);
+    EXPECT_TRUE(Loaded(1));
+    EXPECT_EQ(program.Windows.OpenWindowTop, 1);
+}
+
+TEST_F(OpenDeviceTest, FailureWhileTheDeviceIsReadClosesTheWindowLastActive) {
+    StartOnLine({3, 7});
+    DoubleClick(0);
+    Forget();
+    world.Port.Answer = [this](const Frame& frame) { return frame[5] == 192 ? Bytes{} : line.Answer(frame); };
+    DoubleClick(1);
+    ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+    ExpectBox(world.Boxes.Shown[0], "Communication problem",
+              " The system will be close the communication with this device", BoxIcon::Exclamation, BoxButtons::Ok);
+    EXPECT_FALSE(Loaded(0));
+    EXPECT_EQ(Row(0), " Unconnected      ID:3");
+    EXPECT_EQ(Row(1), "Label of dev 007  ID:7");
+    EXPECT_TRUE(Loaded(1)); // the opening itself goes on with what was read
+    EXPECT_EQ(program.Windows.OpenWindowTop, 0);
+    EXPECT_FALSE(program.Windows.WindowSlots[0].InUse);
+}
+
+} // namespace
+} // namespace nrv::testing

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace nrv::testing {
+
+/// A folder of a test's own, gone with it.
+class TestFolder {
+  public:
+    TestFolder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "nrv718-test-XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) {
+            throw std::runtime_error("no folder for the test");
+        }
+        path_ = pattern;
+    }
+    ~TestFolder() {
+        std::error_code ignored;
+        std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
+        std::filesystem::remove_all(path_, ignored);
+    }
+    TestFolder(const TestFolder&) = delete;
+    TestFolder& operator=(const TestFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+
+    void Write(const std::string& name, const std::vector<std::uint8_t>& bytes) const {
+        std::ofstream stream(path_ / name, std::ios::binary | std::ios::trunc);
+        stream.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    }
+    std::vector<std::uint8_t> Read(const std::string& name) const {
+        std::ifstream stream(path_ / name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    }
+    bool Has(const std::string& name) const { return std::filesystem::exists(path_ / name); }
+
+  private:
+    std::filesystem::path path_;
+};
+
+} // namespace nrv::testing
