@@ -1,0 +1,113 @@
+// The line: what the program adds to the time that the bytes take on the wire, on a paced virtual line over a real
+// pseudo-terminal. Counters: of_wire, time over the wire's own; core, the share of a core that the waiting thread uses.
+
+#include "link/system_clock.h"
+#include "program/program.h"
+#include "simulator/line.h"
+#include "support/scripted_ports.h"
+#include "support/test_folder.h"
+#include "ui/platform/com_ports.h"
+#include "ui/platform/qt_process.h"
+#include "ui/platform/qt_serial_port.h"
+
+#include <QCoreApplication>
+
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <ctime>
+#include <memory>
+
+namespace {
+
+constexpr double ByteSeconds = 10.0 / 19200.0;
+constexpr double FrameSeconds = 26 * ByteSeconds;
+constexpr double BulkSeconds = (13 + 432) * ByteSeconds;
+constexpr int DeviceId = 5;
+
+double ThreadCpuSeconds() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+/// The program's logic on the real port, the far end a virtual rack of one device.
+struct Desk {
+    explicit Desk(int presets) : Line(MakeRack(presets)) {
+        Line.LinkAs(Folder.Path() / "com1");
+        Line.Start();
+        Program->State.AppFolder = Folder.Path();
+        Program->Link.ComIndex = 1;
+        Program->Link.OpenPort();
+        Program->Link.ReopenPort(nrv::link::FrameLength);
+    }
+    static nrv::simulator::Rack MakeRack(int presets) {
+        nrv::simulator::Rack rack;
+        nrv::simulator::Device& device = rack.Add(DeviceId);
+        for (int position = 0; position < presets; ++position) {
+            device.PutPreset(position, "Bench", device.LiveImage());
+        }
+        return rack;
+    }
+
+    nrv::testing::TestFolder Folder;
+    nrv::simulator::Line Line;
+    nrv::ui::ComPortNames Names{QString::fromStdString(Folder.Path().string()),
+                                [] { return std::vector<nrv::ui::PortInfo>{}; }};
+    nrv::ui::QtSerialPort Port{Names};
+    nrv::link::SystemClock Clock;
+    nrv::ui::QtProcess Process{Port};
+    nrv::testing::ScriptedBoxes Boxes;
+    nrv::testing::RecordingHost Host;
+    std::unique_ptr<nrv::program::Forms> Forms = std::make_unique<nrv::program::Forms>();
+    std::unique_ptr<nrv::program::Program> Program =
+        std::make_unique<nrv::program::Program>(nrv::program::Ports{Port, Clock, Process, Boxes, Host}, *Forms);
+};
+
+template <class Work>
+void AgainstWire(benchmark::State& state, double wire_seconds, Work work) {
+    double seconds = 0.0;
+    double cpu = 0.0;
+    for (auto _ : state) {
+        const double cpu_before = ThreadCpuSeconds();
+        const auto before = std::chrono::steady_clock::now();
+        work();
+        const std::chrono::duration<double> took = std::chrono::steady_clock::now() - before;
+        seconds += took.count();
+        cpu += ThreadCpuSeconds() - cpu_before;
+        state.SetIterationTime(took.count());
+    }
+    state.counters["of_wire"] = seconds / static_cast<double>(state.iterations()) / wire_seconds;
+    state.counters["core"] = cpu / seconds;
+}
+
+void Exchange(benchmark::State& state) {
+    Desk desk(0);
+    AgainstWire(state, FrameSeconds, [&] { desk.Program->Link.MemoryRead(DeviceId, 32); });
+}
+BENCHMARK(Exchange)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(3);
+
+void BulkReply(benchmark::State& state) {
+    Desk desk(0);
+    desk.Program->Link.ReopenPort(nrv::link::BulkLength);
+    AgainstWire(state, BulkSeconds, [&] {
+        desk.Program->Link.BulkExchange(DeviceId, {nrv::link::PresetReadCommand, nrv::link::LivePreset});
+    });
+}
+BENCHMARK(BulkReply)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(3);
+
+/// What a double click waits for: 32 exchanges with no memory position in use, 160 with all eight.
+void ReadState(benchmark::State& state) {
+    const int presets = static_cast<int>(state.range(0));
+    Desk desk(presets);
+    AgainstWire(state, (32 + 16 * presets) * FrameSeconds, [&] { desk.Program->Devices.ReadDeviceState(DeviceId); });
+}
+BENCHMARK(ReadState)->Arg(0)->Arg(8)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication toolkit(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

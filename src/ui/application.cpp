@@ -1,0 +1,48 @@
+#include "ui/application.h"
+
+#include "ui/control_window/control_window_view.h"
+
+#include <QCoreApplication>
+
+namespace nrv::ui {
+
+Application::Application(const std::filesystem::path& folder) : Application(folder, Substitutes{}) {}
+
+Application::Application(const std::filesystem::path& folder, const Substitutes& substitutes)
+    : folder_(folder), names_(QString::fromStdString(folder.string())), port_(names_), own_process_(port_),
+      boxes_(substitutes.Boxes != nullptr ? *substitutes.Boxes : own_boxes_),
+      process_(substitutes.Run != nullptr ? *substitutes.Run : own_process_), boundary_(boxes_),
+      host_({forms_.Splash, forms_.Main, forms_.Select, forms_.List, forms_.Windows}, boundary_,
+            [this](int slot, QWidget* parent) {
+                return new ControlWindowView(*forms_.Windows.ControlWindows[static_cast<std::size_t>(slot)], boundary_,
+                                             parent);
+            }),
+      program_({port_, clock_, process_, boxes_, host_}, forms_) {
+    host_.SetEvents(Events());
+    forms_.Select.ComSelect.SetItemToolTips(names_.ToolTips());
+}
+
+void Application::Start() {
+    boundary_.Run([this] { program_.StartUp.LoadSplash(folder_); });
+    host_.ShowSplash();
+}
+
+WindowEvents Application::Events() {
+    WindowEvents events;
+    events.QueryUnload = [this](int slot) { return program_.Control.QueryUnload(slot); };
+    events.Activated = [this](int slot) { program_.Control.Activate(slot); };
+    events.Resized = [this](int slot, int width, int height) { program_.Control.Resize(slot, width, height); };
+    events.ListQueryUnload = [this] { program_.DeviceList.QueryUnload(); };
+    events.ConnectionQueryUnload = [this] { return program_.Connection.QueryUnload(); };
+    events.MainQueryUnload = [this] {
+        const bool gone = program_.StartUp.MainQueryUnload();
+        if (gone) {
+            // Without its main window the program has nothing left to do.
+            QCoreApplication::quit();
+        }
+        return gone;
+    };
+    return events;
+}
+
+} // namespace nrv::ui

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "controls/event_boundary.h"
+#include "link/system_clock.h"
+#include "program/program.h"
+#include "ui/platform/com_ports.h"
+#include "ui/platform/qt_message_boxes.h"
+#include "ui/platform/qt_process.h"
+#include "ui/platform/qt_serial_port.h"
+#include "ui/platform/qt_window_host.h"
+
+#include <filesystem>
+
+namespace nrv::ui {
+
+/// The program with its windows, on the toolkit's ports. Needs an application object.
+class Application {
+  public:
+    /// What a test puts in place of the toolkit's own.
+    struct Substitutes {
+        MessageBoxes* Boxes = nullptr;
+        nrv::Process* Run = nullptr;
+    };
+
+    /// `folder` holds the configuration files.
+    explicit Application(const std::filesystem::path& folder);
+    Application(const std::filesystem::path& folder, const Substitutes& substitutes);
+
+    /// Shows the splash window, whose timer does the rest.
+    void Start();
+
+    program::Program& Logic() { return program_; }
+    QtWindowHost& Host() { return host_; }
+    link::SerialPort& Port() { return port_; }
+
+  private:
+    WindowEvents Events();
+
+    std::filesystem::path folder_;
+    ComPortNames names_;
+    QtSerialPort port_;
+    link::SystemClock clock_;
+    QtProcess own_process_;
+    QtMessageBoxes own_boxes_;
+    MessageBoxes& boxes_;
+    nrv::Process& process_;
+    controls::EventBoundary boundary_;
+    program::Forms forms_;
+    QtWindowHost host_;
+    program::Program program_;
+};
+
+} // namespace nrv::ui

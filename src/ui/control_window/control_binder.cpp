@@ -1,0 +1,173 @@
+#include "ui/control_window/control_binder.h"
+
+#include "ui/binding/binding.h"
+#include "ui/binding/text.h"
+#include "ui/control_window/page_builder.h"
+#include "ui/widgets/block.h"
+#include "ui/widgets/fader.h"
+#include "ui/widgets/lamp.h"
+#include "ui/widgets/list_box.h"
+#include "ui/widgets/panel.h"
+#include "ui/widgets/text_field.h"
+#include "ui/widgets/up_down_arrows.h"
+#include "ui/widgets/value_text.h"
+
+#include <QAbstractButton>
+
+namespace nrv::ui {
+
+using controls::Aspect;
+
+namespace {
+
+/// Shows what all widgets show alike, and lets `show` show the rest: once now and at each change.
+template <class Control, class Show>
+void Follow(Control& control, QWidget& widget, Show show) {
+    ShowAllCommon(control, widget);
+    show();
+    control.Observe([&control, &widget, show](Aspect aspect) {
+        if (!ShowCommon(control, widget, aspect)) {
+            show();
+        }
+    });
+}
+
+constexpr auto NothingMore = [] {};
+
+void BindField(controls::TextBox& box, TextField& field, controls::EventBoundary& boundary) {
+    Follow(box, field, [&box, &field] {
+        constexpr int no_limit = 32767;
+        const int limit = box.MaxLength() == controls::TextBox::NoLimit ? no_limit : static_cast<int>(box.MaxLength());
+        if (field.maxLength() != limit) { // setting it puts the text in anew
+            field.setMaxLength(limit);
+        }
+        field.ShowText(FromBytes(box.Text()));
+        field.SetLocked(box.Locked());
+        field.SetMarked(box.Marked());
+    });
+    field.SetKeyFilter([&box, &boundary](char key) {
+        char entering = 0;
+        boundary.Run([&] { entering = box.UserKey(key); });
+        return entering;
+    });
+    QObject::connect(&field, &QLineEdit::textEdited, &field,
+                     [&box](const QString& text) { box.UserText(ToBytes(text)); });
+}
+
+} // namespace
+
+template <class Widget>
+Widget* ControlBinder::WidgetOf(std::string_view name, int index) const {
+    return qobject_cast<Widget*>(widgets_.Find(name, index));
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::Frame& frame) {
+    if (auto* panel = WidgetOf<Panel>(name, index)) {
+        Follow(frame, *panel, [&frame, panel] { panel->SetCaption(FromBytes(frame.Caption())); });
+    }
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::Button& button) {
+    if (auto* widget = WidgetOf<QAbstractButton>(name, index)) {
+        Bind(button, *widget, boundary_);
+        widget->setAccessibleName(FromBytes(button.Caption().empty() ? button.ToolTip() : button.Caption()));
+    }
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::Shape& shape) {
+    if (auto* lamp = WidgetOf<Lamp>(name, index)) {
+        Follow(shape, *lamp, [&shape, lamp] {
+            const controls::Colour fill = shape.Fill();
+            shape.Lit() ? lamp->Light(QColor(fill.Red, fill.Green, fill.Blue)) : lamp->Extinguish();
+        });
+    }
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::Fader& fader) {
+    auto* widget = WidgetOf<Fader>(name, index);
+    if (widget == nullptr) {
+        return;
+    }
+    const auto show = [&fader, widget] { widget->ShowPosition(fader.Shown()); };
+    const auto set_up = [&fader, widget] {
+        widget->setRange(fader.Minimum(), fader.Maximum());
+        widget->SetTicks(fader.TickSpacing(), fader.ZeroPosition());
+    };
+    set_up();
+    Follow(fader, *widget, show);
+    fader.Observe([&fader, widget, show, set_up](Aspect aspect) {
+        if (aspect == Aspect::Items) {
+            set_up();
+        }
+        if (!ShowCommon(fader, *widget, aspect)) {
+            show();
+        }
+    });
+    QObject::connect(widget, &Fader::UserMoved, widget, [this_boundary = &boundary_, &fader, show](int position) {
+        this_boundary->Run([&] { fader.UserMove(position); });
+        show();
+    });
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::TextBox& box) {
+    if (auto* field = WidgetOf<TextField>(name, index)) {
+        BindField(box, *field, boundary_);
+    } else if (auto* text = WidgetOf<ValueText>(name, index)) {
+        Follow(box, *text, [&box, text] {
+            text->ShowText(FromBytes(box.Text()));
+            text->SetMarked(box.Marked());
+        });
+    }
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::CheckBox& box) {
+    if (auto* widget = WidgetOf<QAbstractButton>(name, index)) {
+        Bind(box, *widget, boundary_);
+    }
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::UpDown& up_down) {
+    if (auto* arrows = WidgetOf<UpDownArrows>(name, index)) {
+        Follow(up_down, *arrows, NothingMore);
+        arrows->setAccessibleName(FromBytes(up_down.Caption()));
+        QObject::connect(arrows, &UpDownArrows::Stepped, arrows, [this_boundary = &boundary_, &up_down](int steps) {
+            this_boundary->Run([&] { up_down.UserStep(steps); });
+        });
+    }
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::List& list) {
+    if (auto* box = WidgetOf<ListBox>(name, index)) {
+        Bind(list, *box, boundary_);
+    }
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::Label& label) {
+    if (auto* block = WidgetOf<Block>(name, index)) {
+        Follow(label, *block, [&label, block] { block->SetCaption(FromBytes(label.Caption())); });
+        QObject::connect(block, &QAbstractButton::clicked, block,
+                         [this_boundary = &boundary_, &label] { this_boundary->Run([&] { label.UserClick(); }); });
+    } else if (auto* text = WidgetOf<QLabel>(name, index)) {
+        Bind(label, *text);
+    }
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::Option& option) {
+    if (auto* widget = WidgetOf<QAbstractButton>(name, index)) {
+        Bind(option, *widget, boundary_);
+    }
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::Picture& picture) {
+    if (QWidget* widget = widgets_.Find(name, index)) {
+        Follow(picture, *widget, NothingMore);
+    }
+}
+
+void ControlBinder::operator()(std::string_view name, int index, controls::Line& line) {
+    if (QWidget* widget = widgets_.Find(name, index)) {
+        Follow(line, *widget, NothingMore);
+    }
+}
+
+} // namespace nrv::ui

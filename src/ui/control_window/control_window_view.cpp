@@ -1,0 +1,185 @@
+#include "ui/control_window/control_window_view.h"
+
+#include "ui/binding/binding.h"
+#include "ui/binding/text.h"
+#include "ui/control_window/channel_layout.h"
+#include "ui/control_window/control_binder.h"
+#include "ui/control_window/pages.h"
+#include "ui/look/theme.h"
+#include "ui/widgets/graph_view.h"
+#include "ui/widgets/marker_dot.h"
+#include "ui/widgets/tab_strip.h"
+#include "ui/widgets/value_plate.h"
+
+#include <QApplication>
+#include <QTimer>
+
+namespace nrv::ui {
+
+using controls::Aspect;
+
+namespace {
+
+constexpr const char* SectionProperty = "section";
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+/// A gain as a point's plate tells it, with its sign.
+QString SignedGain(const std::string& gain) {
+    const QString text = FromBytes(gain);
+    return text.startsWith(u'-') || text == QStringLiteral("0") ? text : u'+' + text;
+}
+
+} // namespace
+
+ControlWindowView::ControlWindowView(controls::FrmCtrl& form, controls::EventBoundary& boundary, QWidget* parent)
+    : QWidget(parent), form_(form), boundary_(boundary) {
+    setMinimumSize(ViewWidth, ViewHeight);
+    resize(ViewWidth, ViewHeight);
+    Build();
+    controls::ForEachControl(form_, ControlBinder(widgets_, boundary_));
+    for (int section = 0; section < controls::PeqCount; ++section) {
+        BindMarker(section);
+    }
+    BindTabs();
+    timer_ = new QTimer(this);
+    timer_->setObjectName(ControlName("Timer1", controls::NoIndex));
+    timer_->setTimerType(Qt::PreciseTimer);
+    Bind(form_.Timer1, *timer_, boundary_);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FollowFocus(now); });
+}
+
+ControlWindowView::~ControlWindowView() {
+    Detach();
+}
+
+void ControlWindowView::Detach() {
+    if (!attached_) {
+        return;
+    }
+    attached_ = false;
+    controls::ForEachControl(form_, [](std::string_view, int, controls::Control& control) { control.Observe({}); });
+    timer_->stop();
+    tabs_->disconnect(this);
+    setEnabled(false);
+}
+
+void ControlWindowView::Build() {
+    BuildToolbar(widgets_, *this);
+    BuildTabs(widgets_, *this);
+    tabs_ = qobject_cast<TabStrip*>(widgets_.Find("SSTab1", controls::NoIndex));
+    for (int tab = 0; tab < controls::TabCount; ++tab) {
+        auto* page = new QWidget(this);
+        page->setObjectName(QStringLiteral("Page(%1)").arg(tab));
+        page->setGeometry(0, PageTop, PageWidth, PageHeight);
+        page->hide();
+        pages_[At(tab)] = page;
+    }
+    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+        BuildChannelPage(widgets_, *pages_[At(channel)], channel);
+        graphs_[At(channel)] = qobject_cast<GraphView*>(widgets_.Find("Picture1", channel));
+        plates_[At(channel)] = new ValuePlate(graphs_[At(channel)]->parentWidget());
+    }
+    BuildGainsPage(widgets_, *pages_[controls::GainsTab]);
+    BuildDelaysPage(widgets_, *pages_[controls::DelaysTab]);
+    BuildOverviewPage(widgets_, *pages_[controls::OverviewTab]);
+}
+
+void ControlWindowView::BindTabs() {
+    controls::TabControl& control = form_.SSTab1;
+    const auto show_captions = [this, &control] {
+        for (int tab = 0; tab < tabs_->count() && At(tab) < control.TabCaptions().size(); ++tab) {
+            tabs_->setTabText(tab, FromBytes(control.TabCaptions()[At(tab)]));
+        }
+    };
+    ShowAllCommon(control, *tabs_);
+    show_captions();
+    ShowTab();
+    control.Observe([this, &control, show_captions](Aspect aspect) {
+        if (aspect == Aspect::Items) {
+            show_captions();
+        } else if (!ShowCommon(control, *tabs_, aspect)) {
+            ShowTab();
+        }
+    });
+    connect(tabs_, &QTabBar::currentChanged, this,
+            [this, &control](int tab) { boundary_.Run([&] { control.SetTab(tab); }); });
+}
+
+void ControlWindowView::ShowTab() {
+    const int on_top = form_.SSTab1.Tab();
+    tabs_->setCurrentIndex(on_top);
+    pages_.at(At(on_top))->show();
+    for (int tab = 0; tab < controls::TabCount; ++tab) {
+        if (tab != on_top) {
+            pages_[At(tab)]->hide();
+        }
+    }
+}
+
+void ControlWindowView::BindMarker(int section) {
+    auto* dot = qobject_cast<MarkerDot*>(widgets_.Find("Label5", section));
+    markers_[At(section)] = dot;
+    controls::Marker& marker = form_.Label5[At(section)];
+    const auto show = [dot, &marker] {
+        dot->SetNumber(FromBytes(marker.Caption()));
+        dot->PlaceAt(marker.Left(), marker.Top());
+    };
+    ShowAllCommon(marker, *dot);
+    show();
+    marker.Observe([dot, &marker, show](Aspect aspect) {
+        if (!ShowCommon(marker, *dot, aspect)) {
+            show();
+        }
+    });
+    connect(dot, &MarkerDot::Pressed, this, [this, &marker, section] {
+        boundary_.Run([&] { controls::Run(marker.Pressed); });
+        ShowPlate(section);
+    });
+    connect(dot, &MarkerDot::Dragged, this, [this, dot, &marker, section](double x, double y) {
+        if (marker.Moved) {
+            boundary_.Run([&] { marker.Moved(x, y); });
+        }
+        if (dot->InHand()) {
+            ShowPlate(section);
+        }
+    });
+    connect(dot, &MarkerDot::Released, this, [this, &marker, section] {
+        boundary_.Run([&] { controls::Run(marker.Released); });
+        plates_[At(ChannelOfSection(section))]->hide();
+    });
+    for (const char* const name : {"Text3", "Slider2", "Text4", "Text5", "UpDown3"}) {
+        widgets_.Find(name, section)->setProperty(SectionProperty, section);
+    }
+}
+
+void ControlWindowView::ShowPlate(int section) {
+    const QString text =
+        QStringLiteral("%1 Hz   %2 dB   %3 Oct")
+            .arg(FromBytes(form_.Text4[At(section)].Text()), SignedGain(form_.Text3[At(section)].Text()),
+                 FromBytes(form_.Text5[At(section)].Text()));
+    plates_[At(ChannelOfSection(section))]->ShowAt(markers_[At(section)]->geometry().center(), text);
+}
+
+int ControlWindowView::SectionOf(const QWidget* widget) {
+    const QVariant section = widget != nullptr ? widget->property(SectionProperty) : QVariant();
+    return section.isValid() ? section.toInt() : -1;
+}
+
+void ControlWindowView::FollowFocus(const QWidget* now) {
+    const int section = now != nullptr && isAncestorOf(now) ? SectionOf(now) : -1;
+    if (section == highlighted_section_) {
+        return;
+    }
+    if (highlighted_section_ >= 0) {
+        markers_[At(highlighted_section_)]->SetHighlighted(false);
+    }
+    highlighted_section_ = section;
+    if (section >= 0) {
+        markers_[At(section)]->SetHighlighted(true);
+    }
+}
+
+} // namespace nrv::ui

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "controls/event_boundary.h"
+#include "controls/frm_ctrl.h"
+#include "ui/control_window/page_builder.h"
+
+#include <QWidget>
+
+#include <array>
+
+class QTimer;
+
+namespace nrv::ui {
+
+class GraphView;
+class MarkerDot;
+class TabStrip;
+class ValuePlate;
+
+/// The inside of the window of one device: every control of the record as a widget under its name, at a fixed place.
+///
+/// A disabled frame disables what lies in it because what lies in it is its child.
+class ControlWindowView : public QWidget {
+    Q_OBJECT
+  public:
+    static constexpr int ViewWidth = 728;
+    static constexpr int ViewHeight = 522;
+
+    /// The record and the boundary outlive the view, or the view is detached first.
+    ControlWindowView(controls::FrmCtrl& form, controls::EventBoundary& boundary, QWidget* parent = nullptr);
+    ~ControlWindowView() override;
+
+    /// Ends the binding: the record's changes no longer show, and nothing the user does reaches the record.
+    void Detach();
+    /// The surface of a channel's curves, 0 In A to 7 Out 6.
+    GraphView& Graph(int channel) const { return *graphs_.at(static_cast<std::size_t>(channel)); }
+
+    QSize sizeHint() const override { return {ViewWidth, ViewHeight}; }
+
+  private:
+    void Build();
+    void BindTabs();
+    void BindMarker(int section);
+    void ShowTab();
+    void ShowPlate(int section);
+    /// The section a widget belongs to, -1 for none.
+    static int SectionOf(const QWidget* widget);
+    void FollowFocus(const QWidget* now);
+
+    controls::FrmCtrl& form_;
+    controls::EventBoundary& boundary_;
+    PageBuilder widgets_;
+    TabStrip* tabs_ = nullptr;
+    QTimer* timer_ = nullptr;
+    std::array<QWidget*, controls::TabCount> pages_{};
+    std::array<GraphView*, controls::ChannelCount> graphs_{};
+    std::array<MarkerDot*, controls::PeqCount> markers_{};
+    std::array<ValuePlate*, controls::ChannelCount> plates_{};
+    int highlighted_section_ = -1;
+    bool attached_ = true;
+};
+
+} // namespace nrv::ui

@@ -1,0 +1,223 @@
+#include "ui/platform/qt_window_host.h"
+
+#include "ui/windows/connection_dialog.h"
+#include "ui/windows/device_list_window.h"
+#include "ui/windows/form_binding.h"
+#include "ui/windows/main_window.h"
+#include "ui/windows/mdi_child.h"
+#include "ui/windows/splash_window.h"
+
+#include <QApplication>
+#include <QMdiArea>
+#include <QScreen>
+#include <QTimer>
+
+#include <algorithm>
+#include <utility>
+
+namespace nrv::ui {
+namespace {
+
+constexpr QSize SmallestControlWindow(controls::FrmCtrl::WidthTwips / TwipsPerPixel,
+                                      controls::FrmCtrl::HeightTwips / TwipsPerPixel);
+constexpr int CascadeStep = 26; ///< pixels, so that the title of the window behind stays in sight
+
+std::size_t At(int slot) {
+    return static_cast<std::size_t>(slot);
+}
+
+} // namespace
+
+QtWindowHost::QtWindowHost(WindowRecords records, controls::EventBoundary& boundary, ControlWindowFactory factory)
+    : records_(records), boundary_(boundary), factory_(std::move(factory)) {
+    // A message box or the connection dialog may be the last window for a moment while the program starts.
+    QApplication::setQuitOnLastWindowClosed(false);
+    // Made now and shown later: its port timer is wanted before it is on the screen.
+    main_ = std::make_unique<MainWindow>(records_.Main, boundary_, [this] { return events_.MainQueryUnload(); });
+    QObject::connect(&main_->Area(), &QMdiArea::subWindowActivated, main_.get(),
+                     [this](QMdiSubWindow* window) { ControlWindowActivated(window); });
+}
+
+QtWindowHost::~QtWindowHost() {
+    for (int slot = 0; slot < controls::SlotCount; ++slot) {
+        if (control_windows_[At(slot)] != nullptr) {
+            Detach(slot);
+        }
+    }
+    for (const QPointer<MdiChild>& window : leaving_) {
+        delete window.data();
+    }
+    main_->Area().disconnect(main_.get());
+}
+
+bool QtWindowHost::Ask(const std::function<bool()>& query) {
+    bool yes = false;
+    boundary_.Run([&] { yes = query(); });
+    return yes;
+}
+
+ScreenSize QtWindowHost::Screen() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? ScreenSize{} : ScreenSize{screen->size().width(), screen->size().height()};
+}
+
+void QtWindowHost::ShowSplash() {
+    splash_ = std::make_unique<SplashWindow>(records_.Splash, boundary_);
+    splash_->show();
+}
+
+void QtWindowHost::UnloadSplash() {
+    if (splash_ != nullptr) {
+        // Called from the splash window's own timer.
+        splash_->hide();
+        splash_.release()->deleteLater();
+    }
+}
+
+void QtWindowHost::RunConnectionDialog() {
+    const QPointer<ConnectionDialog> dialog = new ConnectionDialog(
+        records_.Select, boundary_, [this] { return events_.ConnectionQueryUnload(); }, splash_.get());
+    connection_ = dialog;
+    dialog->exec();
+    delete dialog.data();
+}
+
+void QtWindowHost::CloseConnectionDialog() {
+    if (connection_ != nullptr) {
+        connection_->close();
+    }
+}
+
+void QtWindowHost::ShowMainWindow() {
+    main_->show();
+    if (splash_ != nullptr) {
+        splash_->raise();
+    }
+}
+
+void QtWindowHost::UnloadMainWindow() {
+    if (Ask([this] { return events_.MainQueryUnload(); })) {
+        main_->hide();
+    }
+}
+
+void QtWindowHost::ShowDeviceList() {
+    if (list_ == nullptr) {
+        list_ = new DeviceListWindow(records_.List, boundary_, [this] { events_.ListQueryUnload(); });
+        main_->Area().addSubWindow(list_);
+        list_->FitContent();
+        list_->move(0, 0);
+    }
+    list_->show();
+    list_->FocusGrid();
+}
+
+void QtWindowHost::FocusDeviceList() {
+    if (list_ != nullptr) {
+        main_->Area().setActiveSubWindow(list_);
+        list_->raise();
+        list_->FocusGrid();
+    }
+}
+
+bool QtWindowHost::DeviceListMinimised() {
+    return list_ != nullptr && list_->isMinimized();
+}
+
+void QtWindowHost::MinimiseDeviceList(bool minimised) {
+    if (list_ != nullptr) {
+        minimised ? list_->showMinimized() : list_->showNormal();
+    }
+}
+
+void QtWindowHost::ShowControlWindow(int slot) {
+    RemoveControlWindow(slot);
+    // Before the new content takes over the record.
+    delete leaving_[At(slot)].data();
+
+    auto* window = new MdiChild;
+    control_windows_[At(slot)] = window;
+    window->setObjectName(QStringLiteral("FrmCtrl(%1)").arg(slot));
+    QWidget* content = factory_(slot, window);
+    window->setWidget(content);
+    BindForm(records_.Control.ControlWindows[At(slot)]->Window, *window, *content, [this, slot] {
+        const controls::Form& form = records_.Control.ControlWindows[At(slot)]->Window;
+        if (MdiChild* const view = control_windows_[At(slot)]; view != nullptr && !view->isMinimized()) {
+            view->resize(form.Width() / TwipsPerPixel, form.Height() / TwipsPerPixel);
+        }
+    });
+    main_->Area().addSubWindow(window);
+    window->setMinimumSize(SmallestControlWindow.expandedTo(window->minimumSizeHint()));
+    window->resize(window->minimumSize());
+    PlaceControlWindow(*window);
+    window->MayClose = [this, slot] { return ControlWindowMayClose(slot); };
+    window->Resized = [this, slot] { ControlWindowResized(slot); };
+    window->show();
+    main_->Area().setActiveSubWindow(window);
+}
+
+void QtWindowHost::PlaceControlWindow(MdiChild& window) {
+    const auto before = static_cast<int>(
+        std::count_if(control_windows_.begin(), control_windows_.end(),
+                      [&window](const QPointer<MdiChild>& other) { return other != nullptr && other != &window; }));
+    const QSize room = (main_->Area().viewport()->size() - window.size()).expandedTo({0, 0});
+    // Beside the list, or over it where there is no room for both.
+    const bool list_stands = list_ != nullptr && !list_->isMinimized();
+    const int left = std::min(list_stands ? list_->geometry().right() + 1 : 0, room.width());
+    // Stepping on begins anew where the room ends.
+    const int steps = std::min(room.width() - left, room.height()) / CascadeStep + 1;
+    const int offset = before % steps * CascadeStep;
+    window.move(left + offset, offset);
+}
+
+void QtWindowHost::RemoveControlWindow(int slot) {
+    MdiChild* const window = control_windows_[At(slot)];
+    if (window == nullptr) {
+        return;
+    }
+    Detach(slot);
+    control_windows_[At(slot)] = nullptr;
+    delete leaving_[At(slot)].data();
+    leaving_[At(slot)] = window;
+    // It may be inside an event of its own; it goes when that is over.
+    window->hide();
+    main_->Area().removeSubWindow(window);
+    window->deleteLater();
+}
+
+void QtWindowHost::Detach(int slot) {
+    controls::FrmCtrl& record = *records_.Control.ControlWindows[At(slot)];
+    record.Window.Observe({});
+    controls::ForEachControl(record, [](auto, int, controls::Control& control) { control.Observe({}); });
+    const QList<QTimer*> timers = control_windows_[At(slot)]->findChildren<QTimer*>();
+    for (QTimer* timer : timers) {
+        timer->stop();
+    }
+}
+
+void QtWindowHost::ControlWindowActivated(QMdiSubWindow* window) {
+    const auto found = std::find(control_windows_.begin(), control_windows_.end(), window);
+    if (window != nullptr && found != control_windows_.end() && events_.Activated) {
+        boundary_.Run([&] { events_.Activated(static_cast<int>(found - control_windows_.begin())); });
+    }
+}
+
+void QtWindowHost::ControlWindowResized(int slot) {
+    const MdiChild* const window = control_windows_[At(slot)];
+    if (window != nullptr && events_.Resized) {
+        boundary_.Run(
+            [&] { events_.Resized(slot, window->width() * TwipsPerPixel, window->height() * TwipsPerPixel); });
+    }
+}
+
+bool QtWindowHost::ControlWindowMayClose(int slot) {
+    // The logic may have taken the window away itself by then.
+    const bool may_close =
+        control_windows_[At(slot)] != nullptr && Ask([this, slot] { return events_.QueryUnload(slot); });
+    if (may_close) {
+        RemoveControlWindow(slot);
+    }
+    return may_close;
+}
+
+} // namespace nrv::ui

@@ -1,0 +1,28 @@
+#include "ui/widgets/lamp.h"
+
+#include "ui/look/painting.h"
+
+#include <QPainter>
+
+namespace nrv::ui {
+
+Lamp::Lamp(QWidget* parent, const QColor& unlit, double radius) : QWidget(parent), unlit_(unlit), radius_(radius) {}
+
+void Lamp::Light(const QColor& colour) {
+    lit_ = true;
+    colour_ = colour;
+    update();
+}
+
+void Lamp::Extinguish() {
+    lit_ = false;
+    update();
+}
+
+void Lamp::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QColor fill = lit_ ? colour_ : unlit_;
+    DrawBox(painter, rect(), fill, Mixed(fill, Qt::black, 0.14), radius_);
+}
+
+} // namespace nrv::ui

@@ -1,0 +1,107 @@
+#include "ui/widgets/marker_dot.h"
+
+#include "ui/look/painting.h"
+#include "ui/look/theme.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <cmath>
+
+namespace nrv::ui {
+namespace {
+
+constexpr double Radius = 6.5;
+constexpr int CentrePixel = MarkerDot::Extent / 2;
+constexpr QColor InHandColour(0x1B, 0x20, 0x26);
+
+} // namespace
+
+MarkerDot::MarkerDot(QWidget* parent, const QColor& colour, QPoint graph_origin)
+    : QWidget(parent), colour_(colour), graph_origin_(graph_origin) {
+    setCursor(Qt::OpenHandCursor);
+    setMouseTracking(true);
+    PlaceAt(0.0, 0.0);
+}
+
+void MarkerDot::SetNumber(const QString& number) {
+    number_ = number;
+    update();
+}
+
+void MarkerDot::PlaceAt(double left, double top) {
+    left_ = left;
+    top_ = top;
+    const QPoint centre(static_cast<int>(std::lround((left + CentreFromCorner) / UnitsPerPixel)),
+                        static_cast<int>(std::lround((top + CentreFromCorner) / UnitsPerPixel)));
+    move(graph_origin_ + centre - QPoint(CentrePixel, CentrePixel));
+}
+
+void MarkerDot::SetHighlighted(bool highlighted) {
+    if (highlighted_ != highlighted) {
+        highlighted_ = highlighted;
+        raise();
+        update();
+    }
+}
+
+void MarkerDot::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    in_hand_ = true;
+    setCursor(Qt::ClosedHandCursor);
+    raise();
+    update();
+    emit Pressed();
+}
+
+void MarkerDot::mouseMoveEvent(QMouseEvent* event) {
+    const QPointF on_graph = mapToParent(event->position()) - QPointF(graph_origin_);
+    emit Dragged(on_graph.x() * UnitsPerPixel - left_, on_graph.y() * UnitsPerPixel - top_);
+}
+
+void MarkerDot::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    in_hand_ = false;
+    setCursor(Qt::OpenHandCursor);
+    update();
+    emit Released();
+}
+
+void MarkerDot::enterEvent(QEnterEvent* event) {
+    raise();
+    QWidget::enterEvent(event);
+    emit HoverChanged(true);
+}
+
+void MarkerDot::leaveEvent(QEvent* event) {
+    QWidget::leaveEvent(event);
+    emit HoverChanged(false);
+}
+
+void MarkerDot::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QPointF centre(Extent / 2.0, Extent / 2.0);
+    QColor fill = in_hand_ ? InHandColour : colour_;
+    if (!isEnabled()) {
+        fill = Mixed(fill, GraphPaper().Ground, 0.55);
+    }
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(highlighted_ && !in_hand_ ? InHandColour : QColor(Qt::white));
+    painter.drawEllipse(centre, Radius + 1.0, Radius + 1.0);
+    painter.setBrush(fill);
+    painter.drawEllipse(centre, Radius, Radius);
+    QFont font = ScaleFont();
+    font.setWeight(QFont::DemiBold);
+    painter.setFont(font);
+    painter.setPen(ReadableOn(fill));
+    DrawFitted(painter, QRectF(2.0, 0.0, Extent - 4.0, Extent), Qt::AlignCenter, number_);
+}
+
+} // namespace nrv::ui

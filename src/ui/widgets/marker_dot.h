@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QColor>
+#include <QWidget>
+
+namespace nrv::ui {
+
+/// A numbered point on a graph: a disc of 13 pixels that can be dragged. Its place is told in position units, 15 to a
+/// pixel.
+class MarkerDot : public QWidget {
+    Q_OBJECT
+  public:
+    /// `graph_origin` is the graph's top left corner in the parent.
+    MarkerDot(QWidget* parent, const QColor& colour, QPoint graph_origin);
+
+    static constexpr double UnitsPerPixel = 15.0;
+    static constexpr double CentreFromCorner = 60.0; ///< position units
+    static constexpr int Extent = 15;                ///< pixels of the widget's side
+
+    const QString& Number() const { return number_; }
+    void SetNumber(const QString& number);
+    /// The marker's corner in position units.
+    void PlaceAt(double left, double top);
+    /// A ring while a control that belongs to the point has the keyboard.
+    void SetHighlighted(bool highlighted);
+    bool InHand() const { return in_hand_; }
+
+  signals:
+    void Pressed();
+    /// In position units from the marker's own corner.
+    void Dragged(double x, double y);
+    void Released();
+    void HoverChanged(bool hovered);
+
+  protected:
+    void paintEvent(QPaintEvent*) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+  private:
+    QColor colour_;
+    QPoint graph_origin_;
+    QString number_;
+    double left_ = 0.0;
+    double top_ = 0.0;
+    bool in_hand_ = false;
+    bool highlighted_ = false;
+};
+
+} // namespace nrv::ui

@@ -1,0 +1,137 @@
+#include "ui/widgets/text_field.h"
+
+#include "controls/text_box.h"
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPointer>
+#include <QRegularExpression>
+
+namespace nrv::ui {
+namespace {
+
+bool IsTyped(const QKeyEvent& event) {
+    const QString text = event.text();
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    return !text.isEmpty() && text.front().isPrint() && modifiers != Qt::ControlModifier &&
+           modifiers != (Qt::ControlModifier | Qt::ShiftModifier) && !modifiers.testFlag(Qt::MetaModifier);
+}
+
+} // namespace
+
+TextField::TextField(QWidget* parent) : QLineEdit(parent) {
+    setAlignment(Qt::AlignCenter);
+    setTextMargins(-2, 0, -2, 0); // the toolkit's own margins are wide for boxes of four figures
+    setAcceptDrops(false);        // a drop would go round the key filter
+}
+
+void TextField::ShowText(const QString& shown) {
+    if (text() != shown) {
+        setText(shown);
+    }
+}
+
+void TextField::SetLocked(bool locked) {
+    setReadOnly(locked);
+    update();
+}
+
+void TextField::SetMarked(bool marked) {
+    if (marked_ == marked) {
+        return;
+    }
+    marked_ = marked;
+    QPalette palette;
+    if (marked) {
+        palette.setColor(QPalette::Base, Qt::yellow);
+        palette.setColor(QPalette::Text, Qt::black);
+    }
+    setPalette(palette);
+}
+
+bool TextField::Take(char key, const std::function<void()>& let_through) {
+    const QPointer<TextField> self(this);
+    const char entering = filter_ ? filter_(key) : key;
+    // The key may have closed this window or locked its device.
+    if (self.isNull() || !isEnabled() || isReadOnly()) {
+        return false;
+    }
+    if (entering == key) {
+        let_through();
+    } else if (entering != 0) {
+        insert(QString(QLatin1Char(entering)));
+    }
+    return !self.isNull();
+}
+
+void TextField::TypeText(const QString& text) {
+    for (const char key : text.toLatin1()) {
+        if (!Take(key, [this, key] { insert(QString(QLatin1Char(key))); })) {
+            return;
+        }
+    }
+}
+
+void TextField::PasteFrom(int clipboard_mode) {
+    QString text = QGuiApplication::clipboard()->text(static_cast<QClipboard::Mode>(clipboard_mode));
+    // A line ends here: an Enter that nobody pressed would send a half-pasted value.
+    const qsizetype end = text.indexOf(QRegularExpression(QStringLiteral("[\r\n]")));
+    TypeText(end < 0 ? text : text.left(end));
+}
+
+void TextField::keyPressEvent(QKeyEvent* event) {
+    if (isReadOnly()) {
+        QLineEdit::keyPressEvent(event);
+    } else if (event->matches(QKeySequence::Paste)) {
+        PasteFrom(QClipboard::Clipboard);
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        event->accept();
+        Take(controls::EnterKey, [] {});
+    } else if (event->key() == Qt::Key_Backspace) {
+        Take(controls::BackspaceKey, [this, event] { QLineEdit::keyPressEvent(event); });
+    } else if (IsTyped(*event)) {
+        event->accept();
+        TypeText(event->text());
+    } else {
+        QLineEdit::keyPressEvent(event);
+    }
+}
+
+void TextField::inputMethodEvent(QInputMethodEvent* event) {
+    const QString commit = event->commitString();
+    if (isReadOnly() || commit.isEmpty()) {
+        QLineEdit::inputMethodEvent(event);
+        return;
+    }
+    QInputMethodEvent without_text;
+    QLineEdit::inputMethodEvent(&without_text);
+    TypeText(commit);
+    event->accept();
+}
+
+void TextField::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::MiddleButton) {
+        if (!isReadOnly() && QGuiApplication::clipboard()->supportsSelection()) {
+            PasteFrom(QClipboard::Selection);
+        }
+        return;
+    }
+    QLineEdit::mouseReleaseEvent(event);
+}
+
+void TextField::contextMenuEvent(QContextMenuEvent* event) {
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(tr("Cut"), this, &QLineEdit::cut)->setEnabled(hasSelectedText() && !isReadOnly());
+    menu->addAction(tr("Copy"), this, &QLineEdit::copy)->setEnabled(hasSelectedText());
+    menu->addAction(tr("Paste"), this, [this] { PasteFrom(QClipboard::Clipboard); })->setEnabled(!isReadOnly());
+    menu->addSeparator();
+    menu->addAction(tr("Select all"), this, &QLineEdit::selectAll)->setEnabled(!text().isEmpty());
+    menu->popup(event->globalPos());
+}
+
+} // namespace nrv::ui

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QLineEdit>
+
+#include <functional>
+
+namespace nrv::ui {
+
+/// A box to type in. Every character, typed or pasted, is first shown to the owner, who says what enters in its place.
+class TextField : public QLineEdit {
+    Q_OBJECT
+  public:
+    /// What becomes of a character, told as one byte of Latin-1; 0 for nothing. Enter is 13, Backspace 8.
+    using KeyFilter = std::function<char(char)>;
+
+    explicit TextField(QWidget* parent);
+
+    void SetKeyFilter(KeyFilter filter) { filter_ = std::move(filter); }
+    /// Shows a text that is not the user's doing.
+    void ShowText(const QString& text);
+    /// A locked field is shaded, and shows its text only.
+    void SetLocked(bool locked);
+    /// The yellow mark of a limit reached.
+    void SetMarked(bool marked);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+  private:
+    /// Takes one character through the filter; false when this field can no longer take any.
+    bool Take(char key, const std::function<void()>& let_through);
+    void TypeText(const QString& text);
+    void PasteFrom(int clipboard_mode);
+
+    KeyFilter filter_;
+    bool marked_ = false;
+};
+
+} // namespace nrv::ui

@@ -1,0 +1,137 @@
+#include "ui/widgets/up_down_arrows.h"
+
+#include "ui/look/painting.h"
+#include "ui/look/theme.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace nrv::ui {
+namespace {
+
+constexpr int RepeatDelay = 350;   // ms
+constexpr int RepeatInterval = 60; // ms
+
+} // namespace
+
+UpDownArrows::UpDownArrows(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+}
+
+int UpDownArrows::HalfAt(QPointF place) const {
+    return place.y() < height() / 2.0 ? 1 : -1;
+}
+
+void UpDownArrows::LetGo() {
+    pressed_ = 0;
+    repeat_.stop();
+    update();
+}
+
+void UpDownArrows::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    pressed_ = HalfAt(event->position());
+    repeat_.start(RepeatDelay, this);
+    update();
+    emit Stepped(pressed_);
+}
+
+void UpDownArrows::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        LetGo();
+    }
+}
+
+void UpDownArrows::mouseMoveEvent(QMouseEvent* event) {
+    const int half = HalfAt(event->position());
+    if (half != hovered_) {
+        hovered_ = half;
+        update();
+    }
+}
+
+void UpDownArrows::leaveEvent(QEvent*) {
+    hovered_ = 0;
+    update();
+}
+
+void UpDownArrows::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != repeat_.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    repeat_.start(RepeatInterval, this);
+    if (pressed_ != 0) {
+        emit Stepped(pressed_);
+    }
+}
+
+void UpDownArrows::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Up:
+        emit Stepped(1);
+        break;
+    case Qt::Key_Down:
+        emit Stepped(-1);
+        break;
+    case Qt::Key_PageUp:
+        emit Stepped(LargeStep);
+        break;
+    case Qt::Key_PageDown:
+        emit Stepped(-LargeStep);
+        break;
+    default:
+        event->ignore();
+    }
+}
+
+void UpDownArrows::wheelEvent(QWheelEvent* event) {
+    if (!hasFocus()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    if (const int steps = wheel_.Take(*event); steps != 0) {
+        emit Stepped(steps);
+    }
+}
+
+void UpDownArrows::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::EnabledChange) {
+        LetGo();
+    }
+    QWidget::changeEvent(event);
+}
+
+void UpDownArrows::hideEvent(QHideEvent*) {
+    LetGo();
+}
+
+void UpDownArrows::paintEvent(QPaintEvent*) {
+    const Theme& theme = CurrentTheme();
+    QPainter painter(this);
+    DrawBox(painter, rect(), isEnabled() ? theme.Field : theme.Panel, hasFocus() ? theme.Focus : theme.Line, 3.0);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    for (const int half : {1, -1}) {
+        const QRectF area(1.0, half > 0 ? 1.0 : height() / 2.0, width() - 2.0, height() / 2.0 - 1.0);
+        if (isEnabled() && (pressed_ == half || (pressed_ == 0 && hovered_ == half))) {
+            painter.setBrush(pressed_ == half ? theme.Unlit : Mixed(theme.Field, theme.Focus, 0.10));
+            painter.drawRoundedRect(area, 2.0, 2.0);
+        }
+        const QPointF centre(width() / 2.0, area.center().y());
+        QPainterPath arrow(centre + QPointF(-3.0, 1.6 * half));
+        arrow.lineTo(centre + QPointF(3.0, 1.6 * half));
+        arrow.lineTo(centre + QPointF(0.0, -1.6 * half));
+        painter.setBrush(isEnabled() ? theme.Text : theme.Disabled);
+        painter.drawPath(arrow);
+    }
+}
+
+} // namespace nrv::ui

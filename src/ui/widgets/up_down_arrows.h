@@ -1,0 +1,45 @@
+#pragma once
+
+#include "ui/widgets/wheel_steps.h"
+
+#include <QBasicTimer>
+#include <QWidget>
+
+namespace nrv::ui {
+
+/// Two arrows, one over the other, that repeat while they are held.
+class UpDownArrows : public QWidget {
+    Q_OBJECT
+  public:
+    explicit UpDownArrows(QWidget* parent);
+
+    static constexpr int LargeStep = 10;
+
+  signals:
+    /// Steps of the user, upwards positive.
+    void Stepped(int steps);
+
+  protected:
+    void paintEvent(QPaintEvent*) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent*) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent*) override;
+
+  private:
+    /// +1 the upper half, -1 the lower.
+    int HalfAt(QPointF place) const;
+    void LetGo();
+
+    WheelSteps wheel_;
+    QBasicTimer repeat_;
+    int pressed_ = 0;
+    int hovered_ = 0;
+};
+
+} // namespace nrv::ui

@@ -1,0 +1,187 @@
+#include "ui/windows/connection_dialog.h"
+
+#include "ui/binding/binding.h"
+#include "ui/widgets/panel.h"
+#include "ui/windows/form_binding.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <initializer_list>
+#include <utility>
+
+namespace nrv::ui {
+namespace {
+
+constexpr int Margin = 8;
+constexpr int Gap = 6;
+constexpr int InnerTop = Panel::CaptionHeight + 3;
+constexpr int LeftWidth = controls::FrmSelect::NarrowWidth / TwipsPerPixel - 2 * Margin;
+constexpr int NumberListWidth = 44;
+constexpr std::size_t LinesPerFrame = 10;
+
+QString Indexed(const char* name, std::size_t index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+Panel* MakeFrame(controls::Frame& frame, const QString& name) {
+    auto* box = new Panel(nullptr);
+    box->setObjectName(name);
+    BindFrame(frame, *box);
+    return box;
+}
+
+template <class Options>
+Panel* MakeOptionFrame(controls::Frame& frame, const QString& frame_name, Options& options, const char* name,
+                       controls::EventBoundary& boundary) {
+    Panel* box = MakeFrame(frame, frame_name);
+    auto* column = new QVBoxLayout(box);
+    column->setContentsMargins(Margin, InnerTop, 4, 6);
+    column->setSpacing(2);
+    for (std::size_t i = 0; i < options.size(); ++i) {
+        auto* button = new QRadioButton;
+        button->setObjectName(Indexed(name, i));
+        Bind(options[i], *button, boundary);
+        column->addWidget(button, 0, Qt::AlignLeft);
+    }
+    return box;
+}
+
+QComboBox* MakeList(controls::List& list, const QString& name, controls::EventBoundary& boundary) {
+    auto* box = new QComboBox;
+    box->setObjectName(name);
+    box->setMaxVisibleItems(16);
+    Bind(list, *box, boundary);
+    return box;
+}
+
+Panel* MakeListFrame(controls::Frame& frame, const QString& frame_name, controls::List& list, const QString& name,
+                     controls::EventBoundary& boundary) {
+    Panel* box = MakeFrame(frame, frame_name);
+    auto* column = new QVBoxLayout(box);
+    column->setContentsMargins(Margin, InnerTop, Margin, Margin);
+    column->addWidget(MakeList(list, name, boundary));
+    return box;
+}
+
+} // namespace
+
+ConnectionDialog::ConnectionDialog(controls::FrmSelect& record, controls::EventBoundary& boundary,
+                                   std::function<bool()> query_unload, QWidget* parent)
+    : QDialog(parent), record_(record), boundary_(boundary), query_unload_(std::move(query_unload)) {
+    setObjectName(QStringLiteral("FrmSelect"));
+    setModal(true);
+    auto* columns = new QHBoxLayout(this);
+    // The record decides the size.
+    columns->setSizeConstraint(QLayout::SetNoConstraint);
+    columns->setContentsMargins(Margin, Margin, Margin, Margin);
+    columns->setSpacing(Gap);
+    columns->addWidget(MakeLeftColumn());
+    for (std::size_t i = 0; i < device_frames_.size(); ++i) {
+        device_frames_[i] = MakeDeviceFrame(i);
+        columns->addWidget(device_frames_[i], 1);
+    }
+    BindForm(record.Window, *this, *this, [this] { FollowWidth(); });
+    FollowWidth();
+}
+
+ConnectionDialog::~ConnectionDialog() {
+    const auto forget = [](controls::Control& control) { control.Observe({}); };
+    for (controls::Control* control : std::initializer_list<controls::Control*>{
+             &record_.Window, &record_.PortFrame, &record_.ConnectionFrame, &record_.IdFrame, &record_.IdSelect,
+             &record_.ComFrame, &record_.ComSelect, &record_.Exit, &record_.Proceed}) {
+        forget(*control);
+    }
+    std::for_each(record_.Link.begin(), record_.Link.end(), forget);
+    std::for_each(record_.Connection.begin(), record_.Connection.end(), forget);
+    std::for_each(record_.DeviceFrames.begin(), record_.DeviceFrames.end(), forget);
+    std::for_each(record_.DeviceLines.begin(), record_.DeviceLines.end(), forget);
+    std::for_each(record_.DeviceIds.begin(), record_.DeviceIds.end(), forget);
+}
+
+QWidget* ConnectionDialog::MakeLeftColumn() {
+    auto* left = new QWidget;
+    left->setFixedWidth(LeftWidth);
+    auto* column = new QVBoxLayout(left);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(Gap);
+    column->addWidget(MakeOptionFrame(record_.PortFrame, QStringLiteral("PortFrame"), record_.Link, "Link", boundary_));
+    column->addWidget(MakeOptionFrame(record_.ConnectionFrame, QStringLiteral("ConnectionFrame"), record_.Connection,
+                                      "Connection", boundary_));
+    column->addWidget(MakeListFrame(record_.IdFrame, QStringLiteral("IdFrame"), record_.IdSelect,
+                                    QStringLiteral("IdSelect"), boundary_));
+    column->addWidget(MakeListFrame(record_.ComFrame, QStringLiteral("ComFrame"), record_.ComSelect,
+                                    QStringLiteral("ComSelect"), boundary_));
+    column->addStretch(1);
+    column->addWidget(MakeButtons());
+    return left;
+}
+
+QWidget* ConnectionDialog::MakeButtons() {
+    auto* buttons = new QWidget;
+    auto* row = new QHBoxLayout(buttons);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(Gap);
+    auto* exit = new QPushButton;
+    exit->setObjectName(QStringLiteral("Exit"));
+    exit->setAutoDefault(false);
+    Bind(record_.Exit, *exit, boundary_);
+    auto* proceed = new QPushButton;
+    proceed->setObjectName(QStringLiteral("Proceed"));
+    proceed->setDefault(true);
+    Bind(record_.Proceed, *proceed, boundary_);
+    for (QPushButton* button : {exit, proceed}) {
+        button->setMinimumWidth(0);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        row->addWidget(button, 1);
+    }
+    return buttons;
+}
+
+Panel* ConnectionDialog::MakeDeviceFrame(std::size_t frame) {
+    Panel* box = MakeFrame(record_.DeviceFrames[frame], Indexed("DeviceFrames", frame));
+    auto* grid = new QGridLayout(box);
+    grid->setContentsMargins(Margin, InnerTop, 6, Margin);
+    grid->setHorizontalSpacing(2);
+    grid->setVerticalSpacing(2);
+    for (std::size_t i = 0; i < LinesPerFrame; ++i) {
+        const std::size_t line = frame * LinesPerFrame + i;
+        auto* label = new QLabel;
+        label->setObjectName(Indexed("DeviceLines", line));
+        Bind(record_.DeviceLines[line], *label);
+        grid->addWidget(label, static_cast<int>(i), 0);
+        QComboBox* list = MakeList(record_.DeviceIds[line], Indexed("DeviceIds", line), boundary_);
+        list->setFixedWidth(NumberListWidth);
+        grid->addWidget(list, static_cast<int>(i), 1);
+    }
+    grid->setColumnStretch(0, 1);
+    return box;
+}
+
+void ConnectionDialog::FollowWidth() {
+    using controls::FrmSelect;
+    const std::array<int, 2> needed = {FrmSelect::TenWidth, FrmSelect::TwentyWidth};
+    for (std::size_t i = 0; i < device_frames_.size(); ++i) {
+        device_frames_[i]->setVisible(record_.DeviceFrames[i].Visible() && record_.Window.Width() >= needed[i]);
+    }
+    setFixedSize(record_.Window.Width() / TwipsPerPixel, record_.Window.Height() / TwipsPerPixel);
+}
+
+void ConnectionDialog::reject() {
+    close();
+}
+
+void ConnectionDialog::closeEvent(QCloseEvent* event) {
+    bool may_close = false;
+    boundary_.Run([&] { may_close = query_unload_(); });
+    event->setAccepted(may_close);
+}
+
+} // namespace nrv::ui

@@ -1,0 +1,62 @@
+#include "ui/windows/form_binding.h"
+
+#include "ui/binding/binding.h"
+#include "ui/binding/text.h"
+#include "ui/look/painting.h"
+#include "ui/widgets/panel.h"
+
+#include <QWidget>
+
+namespace nrv::ui {
+
+using controls::Aspect;
+
+void BindForm(controls::Form& form, QWidget& window, QWidget& area, const std::function<void()>& place) {
+    const auto title = [&form, &window] { window.setWindowTitle(Printable(FromBytes(form.Caption()))); };
+    const auto pointer = [&form, &area] {
+        switch (form.MousePointer()) {
+        case controls::Pointer::ArrowAndHourglass:
+            area.setCursor(Qt::BusyCursor);
+            break;
+        case controls::Pointer::Hourglass:
+            area.setCursor(Qt::WaitCursor);
+            break;
+        case controls::Pointer::Default:
+            area.unsetCursor();
+            break;
+        }
+    };
+    title();
+    pointer();
+    form.Observe([=, &window](Aspect aspect) {
+        switch (aspect) {
+        case Aspect::Caption:
+            title();
+            break;
+        case Aspect::Value:
+            pointer();
+            break;
+        case Aspect::Place:
+            controls::Run(place);
+            break;
+        case Aspect::Repaint:
+            window.repaint();
+            break;
+        default:
+            break;
+        }
+    });
+}
+
+void BindFrame(controls::Frame& frame, Panel& panel) {
+    const auto caption = [&frame, &panel] { panel.SetCaption(FromBytes(frame.Caption())); };
+    ShowAllCommon(frame, panel);
+    caption();
+    frame.Observe([&frame, &panel, caption](Aspect aspect) {
+        if (!ShowCommon(frame, panel, aspect)) {
+            caption();
+        }
+    });
+}
+
+} // namespace nrv::ui

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "controls/containers.h"
+#include "controls/control.h"
+
+#include <functional>
+
+class QWidget;
+
+namespace nrv::ui {
+
+class Panel;
+
+/// Twips of the records to pixels of the screen.
+inline constexpr int TwipsPerPixel = 15;
+
+/// Shows a window's title on `window` and its mouse pointer over `area`; `place` runs when the code gave it another
+/// size.
+void BindForm(controls::Form& form, QWidget& window, QWidget& area, const std::function<void()>& place = {});
+
+/// Shows a frame as a panel that disables what lies in it.
+void BindFrame(controls::Frame& frame, Panel& panel);
+
+} // namespace nrv::ui

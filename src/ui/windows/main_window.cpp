@@ -1,0 +1,100 @@
+#include "ui/windows/main_window.h"
+
+#include "ui/binding/binding.h"
+#include "ui/binding/text.h"
+#include "ui/look/painting.h"
+#include "ui/look/theme.h"
+#include "ui/windows/form_binding.h"
+#include "ui/windows/full_text_label.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QMdiArea>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTimer>
+
+#include <utility>
+
+namespace nrv::ui {
+namespace {
+
+/// The device list and one control window side by side, with room for a few more behind it.
+constexpr QSize StartSize(1120, 720);
+
+} // namespace
+
+MainWindow::MainWindow(controls::MDIFrmMain& record, controls::EventBoundary& boundary,
+                       std::function<bool()> query_unload)
+    : record_(record), boundary_(boundary), query_unload_(std::move(query_unload)), area_(new QMdiArea) {
+    setObjectName(QStringLiteral("MDIFrmMain"));
+    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    // The list of the windows' order must be the order of their use: closing one goes back to the one before it.
+    area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+    area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
+    area_->setBackground(Mixed(palette().color(QPalette::Window), CurrentTheme().Groove, 0.35));
+    setCentralWidget(area_);
+    BuildMenu();
+    BuildStatusLine();
+    BindTimers();
+    BindForm(record.Window, *this, *this);
+    Place();
+}
+
+MainWindow::~MainWindow() {
+    record_.Window.Observe({});
+    record_.SerialTimer.Observe({});
+    record_.Timer1.Observe({});
+    record_.Exit.Observe({});
+    record_.StatusLine.Observe({});
+}
+
+void MainWindow::BuildMenu() {
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->setObjectName(QStringLiteral("File"));
+    QAction* exit = file->addAction(WithoutMnemonic(record_.Exit.Caption()));
+    exit->setObjectName(QStringLiteral("Exit"));
+    exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    exit->setEnabled(record_.Exit.Enabled());
+    record_.Exit.Observe([this, exit](controls::Aspect) { exit->setEnabled(record_.Exit.Enabled()); });
+    QObject::connect(exit, &QAction::triggered, this, [this] { boundary_.Run([&] { record_.Exit.UserClick(); }); });
+}
+
+void MainWindow::BuildStatusLine() {
+    auto* line = new FullTextLabel;
+    line->setObjectName(QStringLiteral("StatusLine"));
+    line->setContentsMargins(6, 0, 6, 0);
+    Bind(record_.StatusLine, *line);
+    statusBar()->addWidget(line, 1);
+}
+
+void MainWindow::BindTimers() {
+    for (const auto& [timer, name] :
+         {std::pair(&record_.SerialTimer, "SerialTimer"), std::pair(&record_.Timer1, "Timer1")}) {
+        auto* toolkit_timer = new QTimer(this);
+        toolkit_timer->setObjectName(QLatin1String(name));
+        toolkit_timer->setTimerType(Qt::PreciseTimer);
+        Bind(*timer, *toolkit_timer, boundary_);
+    }
+}
+
+void MainWindow::Place() {
+    resize(StartSize);
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        const QRect room = screen->availableGeometry();
+        resize(StartSize.boundedTo(room.size()));
+        move(room.center() - rect().center());
+    }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    bool may_close = false;
+    boundary_.Run([&] { may_close = query_unload_(); });
+    event->setAccepted(may_close);
+}
+
+} // namespace nrv::ui

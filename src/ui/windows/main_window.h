@@ -1,0 +1,38 @@
+#pragma once
+
+#include "controls/event_boundary.h"
+#include "controls/forms.h"
+
+#include <QMainWindow>
+
+#include <functional>
+
+class QMdiArea;
+
+namespace nrv::ui {
+
+/// The main window: the file menu, the area of the device list and the control windows, and the status line.
+class MainWindow : public QMainWindow {
+  public:
+    /// `query_unload` says whether the window may close.
+    MainWindow(controls::MDIFrmMain& record, controls::EventBoundary& boundary, std::function<bool()> query_unload);
+    ~MainWindow() override;
+
+    QMdiArea& Area() { return *area_; }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void BuildMenu();
+    void BuildStatusLine();
+    void BindTimers();
+    void Place();
+
+    controls::MDIFrmMain& record_;
+    controls::EventBoundary& boundary_;
+    std::function<bool()> query_unload_;
+    QMdiArea* area_;
+};
+
+} // namespace nrv::ui

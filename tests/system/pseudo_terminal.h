@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <poll.h>
+#include <stdexcept>
+#include <string>
+#include <termios.h>
+#include <unistd.h>
+#include <vector>
+
+namespace nrv::test {
+
+/// A folder that goes with its owner.
+class TemporaryFolder {
+  public:
+    TemporaryFolder() {
+        std::string name = (std::filesystem::temp_directory_path() / "nrv718-XXXXXX").string();
+        if (::mkdtemp(name.data()) == nullptr) {
+            throw std::runtime_error("no temporary folder");
+        }
+        path_ = name;
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+/// The far end of a line: what a device would hold in its hand.
+class PseudoTerminal {
+  public:
+    PseudoTerminal() : master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
+        if (master_ < 0 || ::grantpt(master_) != 0 || ::unlockpt(master_) != 0) {
+            throw std::runtime_error("no pseudo-terminal");
+        }
+        device_ = ::ptsname(master_);
+        // Without this the line would send back what it is sent until the other end sets it up.
+        termios raw{};
+        ::tcgetattr(master_, &raw);
+        ::cfmakeraw(&raw);
+        ::tcsetattr(master_, TCSANOW, &raw);
+    }
+    ~PseudoTerminal() { HangUp(); }
+    PseudoTerminal(const PseudoTerminal&) = delete;
+    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+
+    const std::string& Device() const { return device_; }
+    void HangUp() {
+        if (master_ >= 0) {
+            ::close(master_);
+            master_ = -1;
+        }
+    }
+    void Send(const std::vector<std::uint8_t>& bytes) {
+        if (::write(master_, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) {
+            throw std::runtime_error("the pseudo-terminal takes no bytes");
+        }
+    }
+    /// Waits until so many bytes came, for a second at most.
+    std::vector<std::uint8_t> Receive(std::size_t count) {
+        std::vector<std::uint8_t> bytes;
+        pollfd state{master_, POLLIN, 0};
+        while (bytes.size() < count && ::poll(&state, 1, 1000) > 0) {
+            std::uint8_t byte = 0;
+            if (::read(master_, &byte, 1) != 1) {
+                break;
+            }
+            bytes.push_back(byte);
+        }
+        return bytes;
+    }
+    /// True when nothing comes for some milliseconds.
+    bool Silent(int milliseconds) {
+        pollfd state{master_, POLLIN, 0};
+        return ::poll(&state, 1, milliseconds) == 0;
+    }
+
+  private:
+    int master_;
+    std::string device_;
+};
+
+} // namespace nrv::test

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "ui/control_window/control_window_view.h"
+#include "ui/look/theme.h"
+
+#include <QTest>
+
+#include <memory>
+#include <vector>
+
+namespace nrv::test {
+
+class RecordedBoxes : public MessageBoxes {
+  public:
+    BoxAnswer Show(const MessageBox& box) override {
+        Shown.push_back(box);
+        return BoxAnswer::Ok;
+    }
+    std::vector<MessageBox> Shown;
+};
+
+/// A fresh record in a view on the screen for every test.
+class ControlWindowFixture : public QObject {
+  protected:
+    template <class Widget>
+    Widget* Find(const char* name) const {
+        return view_->findChild<Widget*>(QLatin1String(name));
+    }
+    /// Brings a tab to the top and gives one of its widgets the keyboard.
+    void Focus(int tab, QWidget* widget) {
+        form_->SSTab1.SetTab(tab);
+        widget->setFocus();
+        QTRY_VERIFY(widget->hasFocus());
+    }
+
+    void OpenWindow() {
+        form_ = std::make_unique<controls::FrmCtrl>();
+        boxes_ = std::make_unique<RecordedBoxes>();
+        boundary_ = std::make_unique<controls::EventBoundary>(*boxes_);
+        view_ = std::make_unique<ui::ControlWindowView>(*form_, *boundary_);
+        view_->show();
+        view_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(view_.get()));
+    }
+
+    std::unique_ptr<controls::FrmCtrl> form_;
+    std::unique_ptr<RecordedBoxes> boxes_;
+    std::unique_ptr<controls::EventBoundary> boundary_;
+    std::unique_ptr<ui::ControlWindowView> view_;
+};
+
+} // namespace nrv::test
