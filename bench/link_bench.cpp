@@ -57,10 +57,11 @@ struct Desk {
     nrv::link::SystemClock Clock;
     nrv::ui::QtProcess Process{Port};
     nrv::testing::ScriptedBoxes Boxes;
+    nrv::testing::ScriptedFileDialogs Files;
     nrv::testing::RecordingHost Host;
     std::unique_ptr<nrv::program::Forms> Forms = std::make_unique<nrv::program::Forms>();
     std::unique_ptr<nrv::program::Program> Program =
-        std::make_unique<nrv::program::Program>(nrv::program::Ports{Port, Clock, Process, Boxes, Host}, *Forms);
+        std::make_unique<nrv::program::Program>(nrv::program::Ports{Port, Clock, Process, Boxes, Files, Host}, *Forms);
 };
 
 template <class Work>

@@ -4,6 +4,7 @@
 #include "ui/application.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 namespace nrv::tour {
@@ -13,17 +14,33 @@ class Tour {
   public:
     Tour(ui::Application& application, std::filesystem::path pictures);
 
-    /// From the splash window to the exit; true when every step worked. A step that did not is told on standard error.
+    /// From the splash window to the exit; false when a step did not work, which is told on standard error.
     bool Run();
 
   private:
-    bool ChooseConnection();
-    bool WaitForList();
-    bool OpenDevice();
-    bool LookAtTabs();
+    // A connection, a list, a window.
+    bool Connect();
+    void ChooseConnection(QWidget& dialog);
+    bool OpenDevice(int row, int slot);
+    // The window of a device.
     bool MoveGain();
+    bool MuteAndRoute();
+    bool ShapeResponse();
+    bool SetDelays();
+    bool LookAtTabs();
+    // The tools.
+    bool EditNames();
+    bool SaveAndLoad();
+    bool StoreAndRead();
+    bool CopyOutput();
+    bool LockAndUnlock();
     bool CloseWindow();
     void LeaveProgram();
+
+    /// Clicks a tool button and does something in the dialog that it opens.
+    bool WithTool(int tool, const QString& dialog, const std::function<void(QWidget&)>& action);
+    void ShowTab(int tab);
+    controls::FrmCtrl& Form() { return application_.Logic().Windows.Current(); }
 
     /// Tells a step that did not work.
     bool Check(bool worked, const std::string& step);

@@ -173,6 +173,18 @@ class Picture : public Control {
         at_ = {x, y};
         strokes_[stroke_count_ - 1].Points.push_back(at_);
     }
+    /// The same as a line to each of the points in turn.
+    void LinesTo(std::span<const Point> points) {
+        if (points.empty()) {
+            return;
+        }
+        if (!pen_down_) {
+            StartStroke();
+        }
+        at_ = points.back();
+        std::vector<Point>& drawn = strokes_[stroke_count_ - 1].Points;
+        drawn.insert(drawn.end(), points.begin(), points.end());
+    }
     /// In the order drawn.
     std::span<const Stroke> Strokes() const { return {strokes_.data(), stroke_count_}; }
 

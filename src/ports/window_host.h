@@ -7,6 +7,9 @@ struct ScreenSize {
     int HeightPixels = 0;
 };
 
+/// The modal dialogs of a control window's tool buttons.
+enum class ToolDialog { EditNames, Store, Read, Password, CopyInput, CopyOutput };
+
 /// Brings windows onto the screen and takes them off it; what they hold are the control records.
 class WindowHost {
   public:
@@ -28,6 +31,10 @@ class WindowHost {
     /// True while the device list is minimised.
     virtual bool DeviceListMinimised() = 0;
     virtual void MinimiseDeviceList(bool minimised) = 0;
+
+    /// Shows a dialog, whose record was just filled, and returns when it was closed.
+    virtual void RunDialog(ToolDialog dialog) = 0;
+    virtual void CloseDialog(ToolDialog dialog) = 0;
 
     /// Makes the widgets of a control window whose record was just filled, and shows them.
     virtual void ShowControlWindow(int slot) = 0;

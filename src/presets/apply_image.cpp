@@ -1,62 +1,287 @@
 #include "presets/apply_image.h"
 
+#include "model/delay_commands.h"
 #include "model/encodings.h"
+#include "model/equaliser_commands.h"
 #include "model/gain_commands.h"
+#include "model/number_text.h"
+#include "model/output_commands.h"
+#include "model/system_commands.h"
 #include "model/tables.h"
 #include "ports/flag_guard.h"
+#include "ports/runtime_error.h"
+#include "presets/channel_names.h"
+#include "response/view_options.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+
+// Every step sets controls from bytes of the image and then runs their commands. A guarded stretch, in which the
+// controls' own events do nothing, ends before the commands run.
 
 namespace nrv::presets {
 namespace {
 
+using controls::ChannelCount;
+using controls::OutputCount;
 using model::CommandContext;
+using response::Response;
 
-void ApplyMutes(const CommandContext& context) {
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+template <class Write>
+void Guarded(const CommandContext& context, Write write) {
+    const FlagGuard events_off(context.Windows.ControlEventsOff);
+    write();
+}
+
+std::uint8_t BodyByte(const CommandContext& context, std::size_t position) {
+    return context.Image().PresetBody[position];
+}
+
+/// By channel, whatever names the image gives them: those may hold any byte.
+constexpr std::array<const char*, ChannelCount> ChannelTitles{"In A",  "In B",  "Out 1", "Out 2",
+                                                              "Out 3", "Out 4", "Out 5", "Out 6"};
+
+/// The text of a frequency byte of a channel.
+std::string FrequencyText(const CommandContext& context, int channel, std::size_t position) {
+    const int code = BodyByte(context, position);
+    if (code > model::FrequencyTop) {
+        throw RuntimeError(ErrorKind::IndexOutOfRange, std::string(ChannelTitles[At(channel)]) + ": byte " +
+                                                           std::to_string(position) +
+                                                           " of the image is the frequency code " +
+                                                           std::to_string(code) + ", and codes end at 120.");
+    }
+    return model::NumberText(model::FrequencyFromCode(code));
+}
+
+void ApplyMutes(const CommandContext& context, bool check_suppressed) {
     controls::FrmCtrl& form = context.Form();
-    bool& events_off = context.Windows.ControlEventsOff;
-    for (std::size_t channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        const std::size_t c = At(channel);
+        Guarded(context, [&] { form.Check1[c].SetValue(static_cast<int>(context.Values().ChannelMute[c])); });
         {
-            const FlagGuard guard(events_off);
-            form.Check1[channel].SetValue(static_cast<int>(context.Values().ChannelMute[channel]));
+            std::optional<FlagGuard> suppressed;
+            if (check_suppressed) {
+                suppressed.emplace(context.Link.CheckSuppressed);
+            }
+            model::SetMute(context, channel);
         }
-        model::SetMute(context, static_cast<int>(channel));
-        const FlagGuard guard(events_off);
-        form.Check1[channel + 8].SetValue(form.Check1[channel].Value());
+        Guarded(context, [&] { form.Check1[c + 8].SetValue(form.Check1[c].Value()); });
     }
 }
 
-/// A window opens: the live marks, not the preset's.
-void ApplyHead(const CommandContext& context) {
-    const auto& page = context.Image().SystemPage;
-    model::DecodeMuteBits(page[model::MuteBitsAddress], context.Values());
-    ApplyMutes(context);
-    model::DecodeOptionBits(page[model::OptionBitsAddress], context.Values());
-    const FlagGuard guard(context.Windows.ControlEventsOff);
-    context.Form().Combo4.Select(static_cast<int>(context.Values().InputType));
+void ApplyOptionBits(const CommandContext& context) {
+    model::DecodeOptionBits(context.Image().SystemPage[model::OptionBitsAddress], context.Values());
+    Guarded(context, [&] { context.Form().Combo4.Select(static_cast<int>(context.Values().InputType)); });
+}
+
+/// Which mutes and options hold from here on. False when the bulk update failed.
+bool ApplyHead(const CommandContext& context, const ApplyFlags& flags) {
+    model::ParamRow& values = context.Values();
+    model::PresetImageRow& image = context.Image();
+    if (!flags.PresetApplying) {
+        // A window opens: the live marks, not the preset's.
+        model::DecodeMuteBits(image.SystemPage[model::MuteBitsAddress], values);
+        ApplyMutes(context, false);
+        ApplyOptionBits(context);
+        return true;
+    }
+    if (values.MuteWithPreset == 1.0) {
+        if (!flags.ImageFromDevice && context.Send({link::BulkUpdateCommand, 0})) {
+            return false;
+        }
+        model::DecodeMuteBits(image.PresetBody[model::MuteBitsCopy], values);
+        ApplyMutes(context, flags.ImageFromDevice);
+        ApplyOptionBits(context);
+        return true;
+    }
+    // The safe start after a preset: inputs sounding, outputs muted, whatever the image says.
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        values.ChannelMute[At(channel)] = channel < 2 ? 0.0 : 1.0;
+    }
+    ApplyMutes(context, false);
+    image.SystemPage[model::OptionBitsAddress] = model::RebuildOptionBits(values);
+    return true;
+}
+
+void ApplySources(const CommandContext& context) {
+    for (int output = 0; output < OutputCount; ++output) {
+        context.Form().Combo3[At(output)].Select(BodyByte(context, model::SourceOffsets[At(output)]));
+        model::SetSource(context, output);
+    }
+}
+
+void ApplyDynamics(const CommandContext& context) {
+    controls::FrmCtrl& form = context.Form();
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        const std::size_t c = At(channel);
+        const std::size_t block = model::LimiterOffsets[c];
+        const int top = channel < 2 ? model::NoiseGateThresholdTop : model::LimiterThresholdTop;
+        form.Slider4[c].SetPosition(top - BodyByte(context, block + 3));
+        form.Slider5[c].SetPosition(model::ReleaseTop - BodyByte(context, block + 1));
+        form.Slider6[c].SetPosition(model::AttackTop - BodyByte(context, block));
+        model::SetThreshold(context, channel);
+        model::SetRelease(context, channel);
+        model::SetAttack(context, channel);
+    }
+}
+
+void ApplyCrossovers(const CommandContext& context, Response& response) {
+    controls::FrmCtrl& form = context.Form();
+    for (int side = 0; side < controls::CrossoverCount; ++side) {
+        const std::size_t block = model::CrossoverOffsets[At(side)];
+        Guarded(context, [&] {
+            form.Text8[At(side)].SetText(FrequencyText(context, model::ChannelOfCrossover(side), block + 1));
+            form.Combo2[At(side)].Select(BodyByte(context, block + 2));
+        });
+        model::SetCrossover(context, side);
+        response.UpdateCrossoverCurve(side);
+    }
+}
+
+void ApplyPeq(const CommandContext& context, Response& response) {
+    controls::FrmCtrl& form = context.Form();
+    for (int section = 0; section < controls::PeqCount; ++section) {
+        const std::size_t block = model::PeqOffsets[At(section)];
+        Guarded(context, [&] {
+            form.Slider2[At(section)].SetPosition(model::PeqGainTop - BodyByte(context, block + 4));
+            form.Text4[At(section)].SetText(FrequencyText(context, model::ChannelOfPeq(section), block + 1));
+            form.UpDown3[At(section)].SetPosition(BodyByte(context, block + 2));
+        });
+        model::SetPeq(context, section);
+        response.UpdatePeqCurve(section);
+    }
+}
+
+void ApplyTone(const CommandContext& context, Response& response) {
+    controls::FrmCtrl& form = context.Form();
+    for (int filter = 0; filter < controls::ToneCount; ++filter) {
+        const std::size_t block = model::ToneOffsets[At(filter)];
+        Guarded(context, [&] {
+            form.Slider3[At(filter)].SetPosition(model::ToneGainTop - BodyByte(context, block + 4));
+            form.Text7[At(filter)].SetText(FrequencyText(context, model::ChannelOfTone(filter), block + 1));
+            form.Combo1[At(filter)].Select(BodyByte(context, block + 2));
+        });
+        model::SetTone(context, filter);
+        response.UpdateShelfCurve(filter);
+    }
+}
+
+void ApplyPhases(const CommandContext& context) {
+    controls::FrmCtrl& form = context.Form();
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        const std::size_t c = At(channel);
+        Guarded(context, [&] { form.Check2[c].SetValue(BodyByte(context, model::PhaseOffsets[c])); });
+        model::SetPhase(context, channel);
+        Guarded(context, [&] { form.Check2[c + 8].SetValue(form.Check2[c].Value()); });
+    }
+}
+
+/// Every delay twice, once for each copy of its controls.
+void ApplyDelays(const CommandContext& context) {
+    controls::FrmCtrl& form = context.Form();
+    model::ParamRow& values = context.Values();
+    values.DelayUnit = model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6);
+    for (int index = 0; index < 16; ++index) {
+        const std::size_t i = At(index);
+        const std::size_t twin = model::TwinOfControl(i);
+        const std::size_t field = model::DelayOffsets[i];
+        Guarded(context, [&] {
+            form.UpDown2[i].SetPosition(256 * BodyByte(context, field) + BodyByte(context, field + 1));
+            form.UpDown1[i].SetPosition(BodyByte(context, field + 2));
+        });
+        model::SetDelay(context, index);
+        Guarded(context, [&] {
+            form.UpDown1[twin].SetPosition(form.UpDown1[i].Position());
+            form.UpDown2[twin].SetPosition(form.UpDown2[i].Position());
+            form.Text2[twin].SetText(form.Text2[i].Text());
+        });
+    }
+    form.Option1[At(static_cast<int>(values.DelayUnit))].Select();
 }
 
 void ApplyGains(const CommandContext& context) {
     controls::FrmCtrl& form = context.Form();
-    for (std::size_t channel = 0; channel < controls::ChannelCount; ++channel) {
-        const int code = context.Image().PresetBody[model::GainOffsets[channel] + 1];
-        form.Slider1[channel].SetPosition(model::ChannelGainTop - code);
-        model::SetGain(context, static_cast<int>(channel));
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        const std::size_t c = At(channel);
+        form.Slider1[c].SetPosition(model::ChannelGainTop - BodyByte(context, model::GainOffsets[c] + 1));
+        model::SetGain(context, channel);
+        form.Text1[c + 8].SetText(form.Text1[c].Text());
+        form.Slider1[c + 8].SetPosition(form.Slider1[c].Position());
     }
 }
 
+void ApplyNames(const CommandContext& context, const Response& response) {
+    NameTexts texts;
+    for (std::size_t c = 0; c < texts.size(); ++c) {
+        for (std::size_t j = 0; j < NameLength; ++j) {
+            texts[c] += static_cast<char>(BodyByte(context, model::NameOffsets[c] + j));
+        }
+    }
+    ApplyChannelNames(context, response, texts);
+}
+
 void ApplyMasterGain(const CommandContext& context) {
-    const int code = context.Image().PresetBody[model::MasterGainCode];
-    context.Form().Slider100.SetPosition(model::ChannelGainTop - code);
+    context.Form().Slider100.SetPosition(model::ChannelGainTop - BodyByte(context, model::MasterGainCode));
     model::SetMasterGain(context);
+}
+
+void ApplyViewState(const CommandContext& context, Response& response) {
+    controls::FrmCtrl& form = context.Form();
+    const auto& view = context.Image().ViewState;
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        form.Check3[At(channel)].SetValue(view[model::ShowCursorStart + At(channel)]);
+        response::ShowCursor(context, channel);
+    }
+    for (int row = 0; row < OutputCount - 1; ++row) {
+        for (int output = 0; output < OutputCount; ++output) {
+            const std::size_t byte = model::ViewBoxStart + model::ViewBoxesInRow * At(row) + At(output);
+            form.ViewBox(row, output).SetValue(view[byte]);
+            response::ViewOverlay(context, response, output, row);
+        }
+    }
+    for (int output = 0; output < OutputCount; ++output) {
+        // The button is chosen by one byte and the number comes from another; that is meant.
+        const int option = view[model::SumButtonStart + At(output)] + 3 * output;
+        const int number = view[model::SumButtonStart + At(output / 3)] + 3 * output;
+        if (option >= static_cast<int>(form.Option2.size()) ||
+            number / 3 >= static_cast<int>(response.ViewMode.size())) {
+            throw RuntimeError(ErrorKind::IndexOutOfRange,
+                               "There is no view option " + std::to_string(std::max(option, number)) + ".");
+        }
+        form.Option2[At(option)].Select();
+        response.SetViewMode(number);
+    }
 }
 
 } // namespace
 
-void ApplyImage(const CommandContext& context) {
-    const int remembered_tab = context.Form().SSTab1.Tab();
-    ApplyHead(context);
+void ApplyImage(const CommandContext& context, Response& response, const ApplyFlags& flags) {
+    controls::TabControl& tabs = context.Form().SSTab1;
+    const int remembered_tab = tabs.Tab();
+    if (!ApplyHead(context, flags)) {
+        return;
+    }
+    ApplySources(context);
+    ApplyDynamics(context);
+    ApplyCrossovers(context, response);
+    ApplyPeq(context, response);
+    ApplyTone(context, response);
+    ApplyPhases(context);
+    ApplyDelays(context);
     ApplyGains(context);
+    ApplyNames(context, response);
     ApplyMasterGain(context);
-    context.Form().SSTab1.SetTab(remembered_tab);
+    ApplyViewState(context, response);
+    if (flags.PresetApplying && context.Values().MuteWithPreset == 1.0 && context.Send({link::BulkUpdateCommand, 1})) {
+        return;
+    }
+    tabs.SetTab(remembered_tab);
 }
 
 } // namespace nrv::presets

@@ -1,11 +1,19 @@
 #pragma once
 
 #include "model/command_context.h"
+#include "response/response.h"
 
 namespace nrv::presets {
 
+/// Who applies an image.
+struct ApplyFlags {
+    bool ImageFromDevice = false; ///< it was read from a memory position of the device
+    bool PresetApplying = false;  ///< it is a preset; clear when a window opens
+};
+
 /// Brings the image of the current window's device to life: sets each control and runs the command that a user's change
-/// of it would run, so that `ParamValues` and, unless frames are suppressed, the device follow.
-void ApplyImage(const model::CommandContext& context);
+/// of it would run, so that `ParamValues`, the curves and, unless frames are suppressed, the device follow. The tab on top
+/// stays, unless a bulk update failed. Throws RuntimeError of kind IndexOutOfRange for a frequency code without an entry.
+void ApplyImage(const model::CommandContext& context, response::Response& response, const ApplyFlags& flags = {});
 
 } // namespace nrv::presets

@@ -1,15 +1,24 @@
 #pragma once
 
+#include "controls/dialog_forms.h"
 #include "controls/event_boundary.h"
 #include "controls/forms.h"
 #include "controls/windows.h"
 #include "link/link.h"
 #include "link/serial_port.h"
+#include "lock/password_dialog.h"
 #include "model/device_stores.h"
 #include "ports/clock.h"
+#include "ports/file_dialogs.h"
 #include "ports/message_boxes.h"
 #include "ports/process.h"
 #include "ports/window_host.h"
+#include "presets/copy_dialogs.h"
+#include "presets/names_dialog.h"
+#include "presets/preset_files.h"
+#include "presets/read_dialog.h"
+#include "presets/store_dialog.h"
+#include "response/response.h"
 #include "session/connection_dialog.h"
 #include "session/device_list.h"
 #include "session/discovery.h"
@@ -26,6 +35,7 @@ struct Ports {
     Clock& WallClock;
     Process& Run;
     MessageBoxes& Boxes;
+    FileDialogs& Files;
     WindowHost& Host;
 };
 
@@ -36,6 +46,12 @@ struct Forms {
     controls::MDIFrmMain Main;
     controls::FrmSearchNet List;
     controls::Windows Windows;
+    controls::FrmEditLabel EditNames;
+    controls::FrmStore Store;
+    controls::FrmRead Read;
+    controls::FrmPassword Password;
+    controls::FrmCopyIn CopyIn;
+    controls::FrmCopyOut CopyOut;
 };
 
 /// The whole program but for its windows: every store and every module once, each module handed the few it works on.
@@ -59,9 +75,22 @@ struct Program {
     link::Link Link;
     session::ConnectionDialog Connection;
     session::Discovery Devices;
+    response::Response Response;
+    model::CommandContext Commands;
+    presets::ToolContext Tools;
+    presets::PresetFiles PresetFiles;
+    presets::StoreDialog StoreDialog;
+    presets::ReadDialog ReadDialog;
+    presets::NamesDialog NamesDialog;
+    presets::CopyInputDialog CopyInputDialog;
+    presets::CopyOutputDialog CopyOutputDialog;
+    lock::PasswordDialog PasswordDialog;
     window::ControlWindow Control;
     session::DeviceList DeviceList;
     session::StartUp StartUp;
+
+  private:
+    window::ControlWindow::Parts ControlParts(const Ports& ports, Forms& forms);
 };
 
 } // namespace nrv::program

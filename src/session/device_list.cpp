@@ -1,5 +1,6 @@
 #include "session/device_list.h"
 
+#include "controls/busy_pointer.h"
 #include "model/preset_image.h"
 #include "ports/runtime_error.h"
 #include "session/unconnected.h"
@@ -12,20 +13,6 @@ namespace {
 constexpr int ListDelayMilliseconds = 1000;
 constexpr int PauseBetweenDevices = 50;
 constexpr const char* DemoLabel = "  Device Demo   ";
-
-/// Shows the busy pointer for the length of an operation.
-class BusyPointer {
-  public:
-    explicit BusyPointer(controls::Form& form) : form_(form) {
-        form_.SetMousePointer(controls::Pointer::ArrowAndHourglass);
-    }
-    ~BusyPointer() { form_.SetMousePointer(controls::Pointer::Default); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-
-  private:
-    controls::Form& form_;
-};
 
 } // namespace
 
@@ -195,7 +182,7 @@ bool DeviceList::TakeSlot(int id) {
 
 void DeviceList::ShowInSlot(int id) {
     try {
-        const BusyPointer busy(form_.Window);
+        const controls::BusyPointer busy(form_.Window, controls::Pointer::ArrowAndHourglass);
         form_.LoadingNotice.SetVisible(true);
         form_.LoadingNotice.Refresh();
         discovery_.ReadDeviceState(id);

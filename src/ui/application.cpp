@@ -1,6 +1,7 @@
 #include "ui/application.h"
 
 #include "ui/control_window/control_window_view.h"
+#include "ui/tool_dialogs/tool_dialogs.h"
 
 #include <QCoreApplication>
 
@@ -17,8 +18,11 @@ Application::Application(const std::filesystem::path& folder, const Substitutes&
                 return new ControlWindowView(*forms_.Windows.ControlWindows[static_cast<std::size_t>(slot)], boundary_,
                                              parent);
             }),
-      program_({port_, clock_, process_, boxes_, host_}, forms_) {
+      program_({port_, clock_, process_, boxes_, substitutes.Files != nullptr ? *substitutes.Files : own_files_, host_},
+               forms_) {
     host_.SetEvents(Events());
+    host_.SetToolDialogs(
+        [this](ToolDialog dialog, QWidget* parent) { return MakeToolDialog(dialog, forms_, boundary_, parent); });
     forms_.Select.ComSelect.SetItemToolTips(names_.ToolTips());
 }
 

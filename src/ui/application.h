@@ -4,6 +4,7 @@
 #include "link/system_clock.h"
 #include "program/program.h"
 #include "ui/platform/com_ports.h"
+#include "ui/platform/qt_file_dialogs.h"
 #include "ui/platform/qt_message_boxes.h"
 #include "ui/platform/qt_process.h"
 #include "ui/platform/qt_serial_port.h"
@@ -20,6 +21,7 @@ class Application {
     struct Substitutes {
         MessageBoxes* Boxes = nullptr;
         nrv::Process* Run = nullptr;
+        FileDialogs* Files = nullptr;
     };
 
     /// `folder` holds the configuration files.
@@ -42,6 +44,7 @@ class Application {
     link::SystemClock clock_;
     QtProcess own_process_;
     QtMessageBoxes own_boxes_;
+    QtFileDialogs own_files_;
     MessageBoxes& boxes_;
     nrv::Process& process_;
     controls::EventBoundary boundary_;

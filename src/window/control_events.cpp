@@ -1,4 +1,9 @@
+#include "model/delay_commands.h"
+#include "model/equaliser_commands.h"
 #include "model/gain_commands.h"
+#include "model/output_commands.h"
+#include "model/system_commands.h"
+#include "response/view_options.h"
 #include "window/control_window.h"
 
 #include <array>
@@ -41,6 +46,10 @@ std::function<void()> ControlWindow::Guarded(std::function<void()> event) {
 
 void ControlWindow::WireEvents(controls::FrmCtrl& form) {
     WireGains(form);
+    WireDelays(form);
+    WireOutputs(form);
+    WireGraphs(form);
+    editing_.Wire(form);
     WireOverview(form);
     WireTools(form);
 }
@@ -48,10 +57,71 @@ void ControlWindow::WireEvents(controls::FrmCtrl& form) {
 void ControlWindow::WireGains(controls::FrmCtrl& form) {
     for (std::size_t i = 0; i < form.Slider1.size(); ++i) {
         const int index = static_cast<int>(i);
-        form.Slider1[i].Moved = Guarded([this, index] { model::SetGain(context_, index); });
+        form.Slider1[i].Moved = Guarded([this, index] {
+            model::SetGain(context_, index);
+            response_.RedrawChannel(model::ChannelOfControl(index));
+        });
         form.Check1[i].Clicked = Guarded([this, index] { model::SetMute(context_, index); });
+        form.Check2[i].Clicked = Guarded([this, index] { model::SetPhase(context_, index); });
     }
     form.Slider100.Moved = [this] { model::SetMasterGain(context_); };
+    form.Combo4.Chosen = Guarded([this] { model::SetInputType(context_); });
+}
+
+void ControlWindow::WireDelays(controls::FrmCtrl& form) {
+    for (std::size_t i = 0; i < form.Text2.size(); ++i) {
+        const int index = static_cast<int>(i);
+        const auto set_delay = Guarded([this, index] { model::SetDelay(context_, index); });
+        form.UpDown1[i].Changed = set_delay;
+        form.UpDown2[i].Clicked = set_delay;
+        form.Text2[i].KeyPressed = [this, index](char key) { return model::TypedDelay(context_, boxes_, index, key); };
+    }
+    for (int unit = 0; unit < 2; ++unit) {
+        form.Option1[static_cast<std::size_t>(unit)].Clicked =
+            Guarded([this, unit] { model::SetDelayUnit(context_, unit); });
+    }
+}
+
+void ControlWindow::WireOutputs(controls::FrmCtrl& form) {
+    for (int output = 0; output < controls::OutputCount; ++output) {
+        form.Combo3[static_cast<std::size_t>(output)].Chosen = [this, output] { model::SetSource(context_, output); };
+    }
+    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+        const std::size_t c = static_cast<std::size_t>(channel);
+        form.Slider4[c].Moved = [this, channel] { model::SetThreshold(context_, channel); };
+        form.Slider5[c].Moved = [this, channel] { model::SetRelease(context_, channel); };
+        form.Slider6[c].Moved = [this, channel] { model::SetAttack(context_, channel); };
+    }
+}
+
+void ControlWindow::WireGraphs(controls::FrmCtrl& form) {
+    form.SSTab1.Changed = [this, &form] {
+        if (form.SSTab1.Tab() < controls::ChannelCount) {
+            response_.RedrawChannel(form.SSTab1.Tab());
+        }
+    };
+    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+        const std::size_t c = static_cast<std::size_t>(channel);
+        form.Check3[c].Clicked = [this, channel] { response::ShowCursor(context_, channel); };
+        form.Command1[c].Clicked = [this, channel] {
+            if (boxes_.AreYouSure("Flat Eq")) {
+                model::FlatEqualiser(context_, response_, channel);
+            }
+        };
+    }
+    for (int output = 0; output < controls::OutputCount; ++output) {
+        for (int row = 0; row < controls::OutputCount - 1; ++row) {
+            form.ViewBox(row, output).Clicked = [this, output, row] {
+                response::ViewOverlay(context_, response_, output, row);
+            };
+        }
+    }
+    for (int option = 0; option < static_cast<int>(form.Option2.size()); ++option) {
+        form.Option2[static_cast<std::size_t>(option)].Clicked = [this, option] {
+            response_.SetViewMode(option);
+            response_.RedrawChannel(model::ChannelOfOutput(option / 3));
+        };
+    }
 }
 
 void ControlWindow::WireOverview(controls::FrmCtrl& form) {
@@ -70,10 +140,12 @@ void ControlWindow::WireOverview(controls::FrmCtrl& form) {
 }
 
 void ControlWindow::WireTools(controls::FrmCtrl& form) {
-    form.Command2[controls::UnconnectTool].Clicked = [this] { UnconnectDevice(); };
-    // A tool button that runs nothing is not shown.
-    for (controls::Button& tool : form.Command2) {
-        tool.SetVisible(static_cast<bool>(tool.Clicked));
+    for (std::size_t i = 0; i < form.Command2.size(); ++i) {
+        form.Command2[i].Clicked = tools_[i];
+        form.Command2[i].SetVisible(static_cast<bool>(tools_[i]));
+    }
+    for (controls::Label& name : form.Label300) {
+        name.Clicked = tools_[controls::EditNamesTool];
     }
 }
 

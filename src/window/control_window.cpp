@@ -10,8 +10,6 @@
 namespace nrv::window {
 namespace {
 
-constexpr int FirstTickMilliseconds = 2000;
-
 std::string IdText(int id) {
     return "ID:" + std::to_string(id);
 }
@@ -20,7 +18,10 @@ std::string IdText(int id) {
 
 ControlWindow::ControlWindow(const Parts& parts)
     : windows_(parts.Windows), list_(parts.List), link_(parts.Link), state_(parts.State), boxes_(parts.Boxes),
-      host_(parts.Host), context_{parts.Link, parts.Stores, parts.Windows} {
+      host_(parts.Host), response_(parts.Curves), context_{parts.Link, parts.Stores, parts.Windows},
+      editing_(context_, parts.Curves, parts.Boxes), monitor_(context_, parts.State),
+      apply_lock_state_(parts.ApplyLockState), tools_(parts.Tools) {
+    tools_[controls::UnconnectTool] = [this] { UnconnectDevice(); };
     link_.SetFailureHandler(*this);
 }
 
@@ -48,10 +49,15 @@ void ControlWindow::Fill(int slot) {
     form.Window.SetSize(controls::FrmCtrl::WidthTwips, controls::FrmCtrl::HeightTwips);
     {
         const FlagGuard suppressed(link_.TxSuppressed);
-        presets::ApplyImage(context_);
+        const FlagGuard unplotted(response_.PlotSuspended);
+        presets::ApplyImage(context_, response_);
     }
+    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+        response_.RedrawChannel(channel);
+    }
+    apply_lock_state_();
     windows_.FirstWindowPending = false;
-    form.Timer1.Start(FirstTickMilliseconds);
+    monitor_.Start(form);
     link_.TransactionDone = true;
     form.Window.SetCaption(IdText(context_.DeviceId()) +
                            " NRV-718 - Name Preset loaded from device: " + context_.Values().CurrentPresetName);

@@ -5,9 +5,15 @@
 #include "link/failure_handler.h"
 #include "link/link.h"
 #include "model/command_context.h"
+#include "response/equaliser_editing.h"
+#include "response/response.h"
 #include "ports/message_boxes.h"
 #include "ports/window_host.h"
 #include "session/session_state.h"
+#include "window/monitor.h"
+
+#include <array>
+#include <functional>
 
 namespace nrv::window {
 
@@ -19,9 +25,14 @@ class ControlWindow final : public link::FailureHandler {
         controls::FrmSearchNet& List;
         link::Link& Link;
         model::DeviceStores& Stores;
+        response::Response& Curves;
         session::SessionState& State;
         MessageBoxes& Boxes;
         WindowHost& Host;
+        /// Greys the window by the device's lock.
+        std::function<void()> ApplyLockState;
+        /// What the tool buttons run, by their index; none hides the button.
+        std::array<std::function<void()>, controls::ToolButtonCount> Tools;
     };
     explicit ControlWindow(const Parts& parts);
 
@@ -43,6 +54,9 @@ class ControlWindow final : public link::FailureHandler {
     void Fill(int slot);
     void WireEvents(controls::FrmCtrl& form);
     void WireGains(controls::FrmCtrl& form);
+    void WireDelays(controls::FrmCtrl& form);
+    void WireOutputs(controls::FrmCtrl& form);
+    void WireGraphs(controls::FrmCtrl& form);
     void WireOverview(controls::FrmCtrl& form);
     void WireTools(controls::FrmCtrl& form);
     void UnconnectDevice();
@@ -55,7 +69,12 @@ class ControlWindow final : public link::FailureHandler {
     session::SessionState& state_;
     MessageBoxes& boxes_;
     WindowHost& host_;
+    response::Response& response_;
     model::CommandContext context_;
+    response::EqualiserEditing editing_;
+    Monitor monitor_;
+    std::function<void()> apply_lock_state_;
+    std::array<std::function<void()>, controls::ToolButtonCount> tools_;
 };
 
 } // namespace nrv::window

@@ -80,6 +80,35 @@ void ShowTab(QWidget* tabs, int tab) {
     QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->tabRect(tab).center());
 }
 
+WhenShown::WhenShown(const QString& name, std::function<void(QWidget&)> action) : timer_(new QTimer) {
+    QObject::connect(timer_, &QTimer::timeout, timer_, [this, name, action = std::move(action)] {
+        QWidget* window = Find(name);
+        if (window != nullptr && window->isVisible()) {
+            timer_->stop();
+            done_ = true;
+            action(*window);
+        }
+    });
+    timer_->start(20);
+}
+
+WhenShown::~WhenShown() {
+    delete timer_;
+}
+
+void Drag(QWidget* widget, const std::vector<QPoint>& parent_points, const std::function<void()>& before_release) {
+    QTest::mousePress(widget, Qt::LeftButton);
+    for (const QPoint& point : parent_points) {
+        QTest::mouseMove(widget, widget->mapFromParent(point));
+        QCoreApplication::processEvents();
+    }
+    if (before_release) {
+        before_release();
+    }
+    const QPoint last = parent_points.empty() ? widget->rect().center() : widget->mapFromParent(parent_points.back());
+    QTest::mouseRelease(widget, Qt::LeftButton, Qt::NoModifier, last);
+}
+
 BoxAnswers::BoxAnswers(std::vector<QString> buttons) : timer_(new QTimer), buttons_(std::move(buttons)) {
     QObject::connect(timer_, &QTimer::timeout, timer_, [this] { Look(); });
     timer_->start(20);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPoint>
 #include <QString>
 #include <QWidget>
 
@@ -34,6 +35,23 @@ void Press(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::N
 void Choose(QComboBox* list, int entry);
 void DoubleClickRow(QWidget* table, int row);
 void ShowTab(QWidget* tabs, int tab);
+
+/// Does something once with the window of a name as soon as it shows: for a modal dialog, which blocks the one that opens it.
+class WhenShown {
+  public:
+    WhenShown(const QString& name, std::function<void(QWidget&)> action);
+    ~WhenShown();
+    WhenShown(const WhenShown&) = delete;
+    WhenShown& operator=(const WhenShown&) = delete;
+    bool Done() const { return done_; }
+
+  private:
+    QTimer* timer_;
+    bool done_ = false;
+};
+
+/// Drags a widget by its middle: button down, moves through points of its parent, button up.
+void Drag(QWidget* widget, const std::vector<QPoint>& parent_points, const std::function<void()>& before_release = {});
 
 /// What a message box said when it was answered.
 struct SeenBox {

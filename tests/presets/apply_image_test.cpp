@@ -13,7 +13,7 @@ class ApplyImageTest : public ProgramTest {
         program.Link.OpenPort();
         program.Link.TxSuppressed = true;
     }
-    void Apply() { presets::ApplyImage(context); }
+    void Apply() { presets::ApplyImage(context, program.Response); }
 
     const model::CommandContext context{program.Link, program.Stores, program.Windows};
     model::ParamRow& values = program.Stores.ParamValues[4];

@@ -29,7 +29,8 @@ class DevicesOnLine {
         Device& device = Devices[id];
         PutText(device, 32, label);
         for (std::size_t n = 0; n < device.Preset.size(); ++n) {
-            device.Preset[n] = static_cast<std::uint8_t>((n * 7 + static_cast<std::size_t>(id)) % 251);
+            // Every byte is a code that a frequency may have, so that a window opens on it.
+            device.Preset[n] = static_cast<std::uint8_t>((n * 7 + static_cast<std::size_t>(id)) % 121);
         }
         return device;
     }

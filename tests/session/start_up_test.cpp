@@ -238,7 +238,7 @@ TEST_F(StartUpTest, PortThatGoesAwayBetweenItsTwoOpeningsCountsAsMissing) {
     } vanishing(world.Port, opened);
     const auto forms = std::make_unique<program::Forms>();
     const auto made = std::make_unique<program::Program>(
-        program::Ports{vanishing, world.Clock, world.Process, world.Boxes, world.Host}, *forms);
+        program::Ports{vanishing, world.Clock, world.Process, world.Boxes, world.Files, world.Host}, *forms);
     program::Program& other = *made;
     world.Host.WhileDialogStands = [&] {
         other.Select.ComSelect.UserSelect(1);

@@ -3,6 +3,7 @@
 #include "link/link.h"
 #include "link/serial_port.h"
 #include "ports/clock.h"
+#include "ports/file_dialogs.h"
 #include "ports/message_boxes.h"
 #include "ports/process.h"
 #include "ports/runtime_error.h"
@@ -176,11 +177,28 @@ class ScriptedBoxes final : public MessageBoxes {
     }
 };
 
+/// Answers file dialogs with one file, or as cancelled.
+class ScriptedFileDialogs final : public FileDialogs {
+  public:
+    std::optional<std::filesystem::path> File;
+    std::vector<std::string> Log;
+
+    std::optional<std::filesystem::path> AskOpen(const FileRequest& request) override {
+        Log.push_back("open " + request.Filter + " in " + request.StartFolder.string());
+        return File;
+    }
+    std::optional<std::filesystem::path> AskSave(const FileRequest& request) override {
+        Log.push_back("save " + request.Filter + " in " + request.StartFolder.string());
+        return File;
+    }
+};
+
 /// A window system without windows: keeps a log, and runs a script while the connection dialog stands.
 class RecordingHost final : public WindowHost {
   public:
     ScreenSize ScreenIs{1920, 1080};
     std::function<void()> WhileDialogStands;
+    std::function<void()> WhileToolDialogStands;
     std::vector<std::string> Log;
     bool ListMinimised = false;
 
@@ -199,6 +217,15 @@ class RecordingHost final : public WindowHost {
     void FocusDeviceList() override { Log.emplace_back("focus list"); }
     bool DeviceListMinimised() override { return ListMinimised; }
     void MinimiseDeviceList(bool minimised) override { ListMinimised = minimised; }
+    void RunDialog(ToolDialog dialog) override {
+        Log.push_back("run tool dialog " + std::to_string(static_cast<int>(dialog)));
+        if (WhileToolDialogStands) {
+            WhileToolDialogStands();
+        }
+    }
+    void CloseDialog(ToolDialog dialog) override {
+        Log.push_back("close tool dialog " + std::to_string(static_cast<int>(dialog)));
+    }
     void ShowControlWindow(int slot) override { Log.push_back("show window " + std::to_string(slot)); }
     void RemoveControlWindow(int slot) override { Log.push_back("remove window " + std::to_string(slot)); }
 };

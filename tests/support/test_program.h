@@ -13,9 +13,10 @@ struct TestProgram {
     ScriptedPort Port{Clock};
     ScriptedProcess Process;
     ScriptedBoxes Boxes;
+    ScriptedFileDialogs Files;
     RecordingHost Host;
     program::Forms Forms;
-    program::Program Program{{Port, Clock, Process, Boxes, Host}, Forms};
+    program::Program Program{{Port, Clock, Process, Boxes, Files, Host}, Forms};
 
     TestProgram() { Program.State.AppFolder = Folder.Path(); }
 };

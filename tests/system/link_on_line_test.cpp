@@ -44,6 +44,7 @@ class LinkOnLine : public ::testing::Test {
     LinkOnLine() {
         line_->LinkAs(folder_.Path() / "com1");
         line_->Start();
+        toolkit_timer_.setTimerType(Qt::PreciseTimer);
         QObject::connect(&toolkit_timer_, &QTimer::timeout, [this] { serial_timer_.Tick(); });
         serial_timer_.Observe([this](controls::Aspect) {
             serial_timer_.Running() ? toolkit_timer_.start(serial_timer_.Interval()) : toolkit_timer_.stop();

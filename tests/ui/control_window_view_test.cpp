@@ -209,17 +209,18 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
     void ACurveShowsWhereThePenWentAndIsGoneWhenCleared() {
         form_->SSTab1.SetTab(0);
         ui::GraphView& graph = view_->Graph(0);
+        controls::Picture& picture = form_->Picture1[0];
         const QColor red(255, 0, 0);
-        graph.SetPen(red);
-        graph.MoveTo(20010, 600);
-        graph.MoveTo(0, 40);
-        graph.LineTo(300, 40);
-        graph.LineTo(300, 60);
+        picture.SetPen({255, 0, 0});
+        picture.MoveTo(20010, 600);
+        picture.MoveTo(0, 40);
+        picture.LineTo(300, 40);
+        picture.LineTo(300, 60);
         const QImage drawn = graph.grab().toImage();
         QCOMPARE(drawn.pixelColor(150, 40), red);
         QCOMPARE(drawn.pixelColor(300, 50), red);
         QVERIFY(drawn.pixelColor(301, 40) != red);
-        graph.Clear();
+        picture.Clear();
         const QImage cleared = graph.grab().toImage();
         QVERIFY(cleared.pixelColor(150, 40) != red);
     }
@@ -227,12 +228,13 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
     void ALineDrawnWhileThePenIsElsewhereDoesNotJoin() {
         form_->SSTab1.SetTab(0);
         ui::GraphView& graph = view_->Graph(0);
+        controls::Picture& picture = form_->Picture1[0];
         const QColor ink(0, 0, 192);
-        graph.SetPen(ink);
-        graph.MoveTo(0, 20);
-        graph.LineTo(100, 20);
-        graph.MoveTo(200, 20);
-        graph.LineTo(300, 20);
+        picture.SetPen({0, 0, 192});
+        picture.MoveTo(0, 20);
+        picture.LineTo(100, 20);
+        picture.MoveTo(200, 20);
+        picture.LineTo(300, 20);
         const QImage drawn = graph.grab().toImage();
         QCOMPARE(drawn.pixelColor(50, 20), ink);
         QVERIFY(drawn.pixelColor(150, 20) != ink);

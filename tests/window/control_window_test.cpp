@@ -79,7 +79,7 @@ TEST_F(ControlWindowTest, AnyImageSurvivesItsLoadButForTheMuteCopy) {
     DoubleClick(0);
     const auto& body = program.Stores.PresetImage[7].PresetBody;
     for (std::size_t n = 0; n < 432; ++n) {
-        EXPECT_EQ(body[n], n == 71 ? 0x42 : (7 * n + 7) % 251) << n;
+        EXPECT_EQ(body[n], n == 71 ? 0x42 : (7 * n + 7) % 121) << n;
     }
 }
 

@@ -1,10 +1,16 @@
 #include "ui/binding/binding.h"
 
+#include "ui/binding/follow.h"
 #include "ui/binding/text.h"
+#include "ui/look/painting.h"
+#include "ui/widgets/text_field.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLabel>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QSignalBlocker>
 #include <QTimer>
 
 namespace nrv::ui {
@@ -37,22 +43,6 @@ void ShowAllCommon(const controls::Control& control, QWidget& widget) {
     widget.setEnabled(control.Enabled());
     ShowCommon(control, widget, Aspect::ToolTip);
 }
-
-namespace {
-
-/// Shows everything once, then each change as it comes.
-template <class Control, class Widget, class Show>
-void Follow(Control& control, Widget& widget, Show show) {
-    ShowAllCommon(control, widget);
-    show();
-    control.Observe([&control, &widget, show](Aspect aspect) {
-        if (!ShowCommon(control, widget, aspect)) {
-            show();
-        }
-    });
-}
-
-} // namespace
 
 void Bind(controls::Label& label, QLabel& widget) {
     widget.setTextFormat(Qt::PlainText);
@@ -116,6 +106,68 @@ void Bind(controls::List& list, QComboBox& widget, controls::EventBoundary& boun
     QObject::connect(&widget, &QComboBox::activated, &widget, [&boundary, &list, show](int index) {
         boundary.Run([&] { list.UserSelect(index); });
         show();
+    });
+}
+
+void Bind(controls::TextBox& box, TextField& field, controls::EventBoundary& boundary) {
+    Follow(box, field, [&box, &field] {
+        constexpr int no_limit = 32767;
+        const int limit = box.MaxLength() == controls::TextBox::NoLimit ? no_limit : static_cast<int>(box.MaxLength());
+        if (field.maxLength() != limit) { // setting it puts the text in anew
+            field.setMaxLength(limit);
+        }
+        // What cannot be edited is never read back, so that its unseen characters may be shown as marks.
+        const QString text = FromBytes(box.Text());
+        field.ShowText(box.Locked() ? Printable(text) : text);
+        field.SetLocked(box.Locked());
+        field.SetMarked(box.Marked());
+    });
+    field.SetKeyFilter([&box, &boundary](char key) {
+        char entering = 0;
+        boundary.Run([&] { entering = box.UserKey(key); });
+        return entering;
+    });
+    QObject::connect(&field, &QLineEdit::textEdited, &field,
+                     [&box](const QString& text) { box.UserText(ToBytes(text)); });
+}
+
+void Bind(controls::LineList& list, QListWidget& widget, controls::EventBoundary& boundary) {
+    const auto select = [&] {
+        const QSignalBlocker not_the_user(widget);
+        widget.setCurrentRow(list.Shown());
+    };
+    const auto fill = [&list, &widget, select] {
+        const QSignalBlocker not_the_user(widget);
+        widget.clear();
+        for (const std::string& line : list.Items()) {
+            widget.addItem(Printable(FromBytes(line)));
+        }
+        select();
+    };
+    ShowAllCommon(list, widget);
+    fill();
+    list.Observe([&list, &widget, fill, select](Aspect aspect) {
+        if (aspect == Aspect::Items) {
+            fill();
+        } else if (aspect == Aspect::Repaint) {
+            widget.viewport()->repaint();
+        } else if (!ShowCommon(list, widget, aspect)) {
+            select();
+        }
+    });
+    QObject::connect(&widget, &QListWidget::currentRowChanged, &widget, [&boundary, &list, select](int row) {
+        boundary.Run([&] { list.UserSelect(row); });
+        select();
+    });
+    QObject::connect(&widget, &QListWidget::doubleClicked, &widget, [&boundary, &list](const QModelIndex& line) {
+        boundary.Run([&] { list.UserDoubleClick(line.row()); });
+    });
+}
+
+void Bind(controls::ProgressBar& bar, QProgressBar& widget) {
+    Follow(bar, widget, [&] {
+        widget.setMaximum(bar.Maximum());
+        widget.setValue(bar.Value());
     });
 }
 

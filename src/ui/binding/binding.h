@@ -2,17 +2,23 @@
 
 #include "controls/containers.h"
 #include "controls/control.h"
+#include "controls/dialog_forms.h"
 #include "controls/event_boundary.h"
+#include "controls/text_box.h"
 #include "controls/value_controls.h"
 
 class QAbstractButton;
 class QComboBox;
 class QGroupBox;
 class QLabel;
+class QListWidget;
+class QProgressBar;
 class QTimer;
 class QWidget;
 
 namespace nrv::ui {
+
+class TextField;
 
 // One connection for each kind of control: the widget shows the control, and what the user does to the widget becomes
 // the control's event, run through the boundary. The control outlives neither connection nor widget's events: a view
@@ -27,6 +33,12 @@ void Bind(controls::Button& button, QAbstractButton& widget, controls::EventBoun
 void Bind(controls::Option& option, QAbstractButton& widget, controls::EventBoundary& boundary);
 void Bind(controls::CheckBox& box, QAbstractButton& widget, controls::EventBoundary& boundary);
 void Bind(controls::List& list, QComboBox& widget, controls::EventBoundary& boundary);
+/// Keys go through the box's event before they enter; a locked box shows characters that cannot be seen as dots.
+void Bind(controls::TextBox& box, TextField& field, controls::EventBoundary& boundary);
+/// Lines keep their blanks, and show characters that cannot be seen as dots.
+void Bind(controls::LineList& list, QListWidget& widget, controls::EventBoundary& boundary);
+/// A refresh of the bar paints it at once, with no turn of the event loop.
+void Bind(controls::ProgressBar& bar, QProgressBar& widget);
 /// A timer of the control runs on a timer of the toolkit.
 void Bind(controls::Timer& timer, QTimer& toolkit_timer, controls::EventBoundary& boundary);
 

@@ -1,10 +1,12 @@
 #include "ui/control_window/control_binder.h"
 
 #include "ui/binding/binding.h"
+#include "ui/binding/follow.h"
 #include "ui/binding/text.h"
 #include "ui/control_window/page_builder.h"
 #include "ui/widgets/block.h"
 #include "ui/widgets/fader.h"
+#include "ui/widgets/graph_view.h"
 #include "ui/widgets/lamp.h"
 #include "ui/widgets/list_box.h"
 #include "ui/widgets/panel.h"
@@ -20,39 +22,7 @@ using controls::Aspect;
 
 namespace {
 
-/// Shows what all widgets show alike, and lets `show` show the rest: once now and at each change.
-template <class Control, class Show>
-void Follow(Control& control, QWidget& widget, Show show) {
-    ShowAllCommon(control, widget);
-    show();
-    control.Observe([&control, &widget, show](Aspect aspect) {
-        if (!ShowCommon(control, widget, aspect)) {
-            show();
-        }
-    });
-}
-
 constexpr auto NothingMore = [] {};
-
-void BindField(controls::TextBox& box, TextField& field, controls::EventBoundary& boundary) {
-    Follow(box, field, [&box, &field] {
-        constexpr int no_limit = 32767;
-        const int limit = box.MaxLength() == controls::TextBox::NoLimit ? no_limit : static_cast<int>(box.MaxLength());
-        if (field.maxLength() != limit) { // setting it puts the text in anew
-            field.setMaxLength(limit);
-        }
-        field.ShowText(FromBytes(box.Text()));
-        field.SetLocked(box.Locked());
-        field.SetMarked(box.Marked());
-    });
-    field.SetKeyFilter([&box, &boundary](char key) {
-        char entering = 0;
-        boundary.Run([&] { entering = box.UserKey(key); });
-        return entering;
-    });
-    QObject::connect(&field, &QLineEdit::textEdited, &field,
-                     [&box](const QString& text) { box.UserText(ToBytes(text)); });
-}
 
 } // namespace
 
@@ -111,7 +81,7 @@ void ControlBinder::operator()(std::string_view name, int index, controls::Fader
 
 void ControlBinder::operator()(std::string_view name, int index, controls::TextBox& box) {
     if (auto* field = WidgetOf<TextField>(name, index)) {
-        BindField(box, *field, boundary_);
+        Bind(box, *field, boundary_);
     } else if (auto* text = WidgetOf<ValueText>(name, index)) {
         Follow(box, *text, [&box, text] {
             text->ShowText(FromBytes(box.Text()));
@@ -159,7 +129,10 @@ void ControlBinder::operator()(std::string_view name, int index, controls::Optio
 }
 
 void ControlBinder::operator()(std::string_view name, int index, controls::Picture& picture) {
-    if (QWidget* widget = widgets_.Find(name, index)) {
+    if (auto* graph = WidgetOf<GraphView>(name, index)) {
+        graph->ShowPicture(&picture);
+        Follow(picture, *graph, [graph] { graph->update(); });
+    } else if (QWidget* widget = widgets_.Find(name, index)) {
         Follow(picture, *widget, NothingMore);
     }
 }

@@ -5,22 +5,23 @@
 #include "ui/control_window/channel_layout.h"
 #include "ui/control_window/control_binder.h"
 #include "ui/control_window/pages.h"
+#include "ui/control_window/section_lights.h"
 #include "ui/look/theme.h"
 #include "ui/widgets/graph_view.h"
 #include "ui/widgets/marker_dot.h"
 #include "ui/widgets/tab_strip.h"
 #include "ui/widgets/value_plate.h"
 
-#include <QApplication>
 #include <QTimer>
+
+#include <utility>
+#include <vector>
 
 namespace nrv::ui {
 
 using controls::Aspect;
 
 namespace {
-
-constexpr const char* SectionProperty = "section";
 
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
@@ -39,6 +40,7 @@ ControlWindowView::ControlWindowView(controls::FrmCtrl& form, controls::EventBou
     setMinimumSize(ViewWidth, ViewHeight);
     resize(ViewWidth, ViewHeight);
     Build();
+    lights_ = new SectionLights(this);
     controls::ForEachControl(form_, ControlBinder(widgets_, boundary_));
     for (int section = 0; section < controls::PeqCount; ++section) {
         BindMarker(section);
@@ -48,7 +50,6 @@ ControlWindowView::ControlWindowView(controls::FrmCtrl& form, controls::EventBou
     timer_->setObjectName(ControlName("Timer1", controls::NoIndex));
     timer_->setTimerType(Qt::PreciseTimer);
     Bind(form_.Timer1, *timer_, boundary_);
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FollowFocus(now); });
 }
 
 ControlWindowView::~ControlWindowView() {
@@ -61,8 +62,12 @@ void ControlWindowView::Detach() {
     }
     attached_ = false;
     controls::ForEachControl(form_, [](std::string_view, int, controls::Control& control) { control.Observe({}); });
+    for (GraphView* graph : graphs_) {
+        graph->ShowPicture(nullptr);
+    }
     timer_->stop();
     tabs_->disconnect(this);
+    delete std::exchange(lights_, nullptr);
     setEnabled(false);
 }
 
@@ -80,7 +85,7 @@ void ControlWindowView::Build() {
     for (int channel = 0; channel < controls::ChannelCount; ++channel) {
         BuildChannelPage(widgets_, *pages_[At(channel)], channel);
         graphs_[At(channel)] = qobject_cast<GraphView*>(widgets_.Find("Picture1", channel));
-        plates_[At(channel)] = new ValuePlate(graphs_[At(channel)]->parentWidget());
+        plates_[At(channel)] = new ValuePlate(*graphs_[At(channel)]);
     }
     BuildGainsPage(widgets_, *pages_[controls::GainsTab]);
     BuildDelaysPage(widgets_, *pages_[controls::DelaysTab]);
@@ -142,7 +147,8 @@ void ControlWindowView::BindMarker(int section) {
         if (marker.Moved) {
             boundary_.Run([&] { marker.Moved(x, y); });
         }
-        if (dot->InHand()) {
+        // A drag whose button-up was lost goes on, and so does its plate.
+        if (dot->InHand() || form_.MarkerDragging[At(section)]) {
             ShowPlate(section);
         }
     });
@@ -150,9 +156,12 @@ void ControlWindowView::BindMarker(int section) {
         boundary_.Run([&] { controls::Run(marker.Released); });
         plates_[At(ChannelOfSection(section))]->hide();
     });
+    connect(dot, &MarkerDot::TakenAway, this, [this, section] { plates_[At(ChannelOfSection(section))]->hide(); });
+    std::vector<QWidget*> section_controls;
     for (const char* const name : {"Text3", "Slider2", "Text4", "Text5", "UpDown3"}) {
-        widgets_.Find(name, section)->setProperty(SectionProperty, section);
+        section_controls.push_back(widgets_.Find(name, section));
     }
+    lights_->Add(section, *dot, section_controls);
 }
 
 void ControlWindowView::ShowPlate(int section) {
@@ -161,25 +170,6 @@ void ControlWindowView::ShowPlate(int section) {
             .arg(FromBytes(form_.Text4[At(section)].Text()), SignedGain(form_.Text3[At(section)].Text()),
                  FromBytes(form_.Text5[At(section)].Text()));
     plates_[At(ChannelOfSection(section))]->ShowAt(markers_[At(section)]->geometry().center(), text);
-}
-
-int ControlWindowView::SectionOf(const QWidget* widget) {
-    const QVariant section = widget != nullptr ? widget->property(SectionProperty) : QVariant();
-    return section.isValid() ? section.toInt() : -1;
-}
-
-void ControlWindowView::FollowFocus(const QWidget* now) {
-    const int section = now != nullptr && isAncestorOf(now) ? SectionOf(now) : -1;
-    if (section == highlighted_section_) {
-        return;
-    }
-    if (highlighted_section_ >= 0) {
-        markers_[At(highlighted_section_)]->SetHighlighted(false);
-    }
-    highlighted_section_ = section;
-    if (section >= 0) {
-        markers_[At(section)]->SetHighlighted(true);
-    }
 }
 
 } // namespace nrv::ui

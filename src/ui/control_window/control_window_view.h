@@ -14,6 +14,7 @@ namespace nrv::ui {
 
 class GraphView;
 class MarkerDot;
+class SectionLights;
 class TabStrip;
 class ValuePlate;
 
@@ -43,20 +44,17 @@ class ControlWindowView : public QWidget {
     void BindMarker(int section);
     void ShowTab();
     void ShowPlate(int section);
-    /// The section a widget belongs to, -1 for none.
-    static int SectionOf(const QWidget* widget);
-    void FollowFocus(const QWidget* now);
 
     controls::FrmCtrl& form_;
     controls::EventBoundary& boundary_;
     PageBuilder widgets_;
     TabStrip* tabs_ = nullptr;
     QTimer* timer_ = nullptr;
+    SectionLights* lights_ = nullptr;
     std::array<QWidget*, controls::TabCount> pages_{};
     std::array<GraphView*, controls::ChannelCount> graphs_{};
     std::array<MarkerDot*, controls::PeqCount> markers_{};
     std::array<ValuePlate*, controls::ChannelCount> plates_{};
-    int highlighted_section_ = -1;
     bool attached_ = true;
 };
 

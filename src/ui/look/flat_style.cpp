@@ -2,6 +2,7 @@
 
 #include "ui/look/painting.h"
 #include "ui/look/theme.h"
+#include "ui/look/title_bar.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -140,6 +141,9 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
     if (control == CC_ComboBox && combo != nullptr) {
         DrawComboBox(*painter, *combo);
+    } else if (const auto* bar = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+               control == CC_TitleBar && bar != nullptr) {
+        DrawTitleBar(*painter, *bar, *proxy(), widget);
     } else {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
@@ -186,6 +190,10 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_ExclusiveIndicatorWidth:
     case PM_ExclusiveIndicatorHeight:
         return IndicatorSize;
+    case PM_TitleBarHeight:
+        return TitleBarHeight;
+    case PM_MdiSubWindowFrameWidth:
+        return 0;
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing:
         return 4;

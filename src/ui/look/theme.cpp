@@ -1,6 +1,8 @@
 #include "ui/look/theme.h"
 
+#include "response/response.h"
 #include "ui/look/flat_style.h"
+#include "ui/look/program_icon.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -107,6 +109,7 @@ void ApplyTheme(QApplication& application) {
     const bool dark = QApplication::palette().color(QPalette::Window).lightness() < DarkBelowLightness;
     current_theme = dark ? &DarkTheme : &LightTheme;
     application.setStyle(new FlatStyle);
+    QGuiApplication::setWindowIcon(ProgramIcon());
     const QPalette palette = PaletteOf(*current_theme);
     QApplication::setPalette(palette);
     QApplication::setFont(TextFont());
@@ -135,9 +138,8 @@ QFont StrongFont() {
 }
 
 QColor ChannelColour(int channel) {
-    static constexpr std::array<QColor, 8> colours = {Hex(0xFF0000), Hex(0x0000FF), Hex(0xFF00FF), Hex(0xC00000),
-                                                      Hex(0x00C0C0), Hex(0x00FF00), Hex(0x0000C0), Hex(0xFF8000)};
-    return colours.at(static_cast<std::size_t>(channel));
+    const controls::Colour colour = response::CurveColour(channel);
+    return {colour.Red, colour.Green, colour.Blue};
 }
 
 } // namespace nrv::ui

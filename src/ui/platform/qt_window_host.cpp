@@ -1,5 +1,6 @@
 #include "ui/platform/qt_window_host.h"
 
+#include "ui/control_window/control_window_view.h"
 #include "ui/windows/connection_dialog.h"
 #include "ui/windows/device_list_window.h"
 #include "ui/windows/form_binding.h"
@@ -130,6 +131,19 @@ void QtWindowHost::MinimiseDeviceList(bool minimised) {
     }
 }
 
+void QtWindowHost::RunDialog(ToolDialog dialog) {
+    const QPointer<QDialog> window = tool_dialog_factory_(dialog, main_.get());
+    tool_dialog_ = window;
+    window->exec();
+    delete window.data();
+}
+
+void QtWindowHost::CloseDialog(ToolDialog) {
+    if (tool_dialog_ != nullptr) {
+        tool_dialog_->done(QDialog::Accepted);
+    }
+}
+
 void QtWindowHost::ShowControlWindow(int slot) {
     RemoveControlWindow(slot);
     // Before the new content takes over the record.
@@ -189,9 +203,8 @@ void QtWindowHost::Detach(int slot) {
     controls::FrmCtrl& record = *records_.Control.ControlWindows[At(slot)];
     record.Window.Observe({});
     controls::ForEachControl(record, [](auto, int, controls::Control& control) { control.Observe({}); });
-    const QList<QTimer*> timers = control_windows_[At(slot)]->findChildren<QTimer*>();
-    for (QTimer* timer : timers) {
-        timer->stop();
+    if (auto* view = qobject_cast<ControlWindowView*>(control_windows_[At(slot)]->widget())) {
+        view->Detach();
     }
 }
 

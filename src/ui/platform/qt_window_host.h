@@ -5,6 +5,7 @@
 #include "controls/windows.h"
 #include "ports/window_host.h"
 
+#include <QDialog>
 #include <QPointer>
 
 #include <array>
@@ -45,6 +46,9 @@ struct WindowEvents {
 /// Makes what a control window holds, from the record of its slot; the host puts it into a window of its own.
 using ControlWindowFactory = std::function<QWidget*(int slot, QWidget* parent)>;
 
+/// Makes a tool dialog from its record.
+using ToolDialogFactory = std::function<QDialog*(ToolDialog dialog, QWidget* parent)>;
+
 /// The windows of the toolkit. Needs an application object, which it tells not to end with its last window.
 class QtWindowHost : public WindowHost {
   public:
@@ -53,6 +57,7 @@ class QtWindowHost : public WindowHost {
 
     /// To be set before a window opens: the logic that answers is made after the host.
     void SetEvents(WindowEvents events) { events_ = std::move(events); }
+    void SetToolDialogs(ToolDialogFactory factory) { tool_dialog_factory_ = std::move(factory); }
     /// The splash window is what the program starts with.
     void ShowSplash();
 
@@ -66,6 +71,8 @@ class QtWindowHost : public WindowHost {
     void FocusDeviceList() override;
     bool DeviceListMinimised() override;
     void MinimiseDeviceList(bool minimised) override;
+    void RunDialog(ToolDialog dialog) override;
+    void CloseDialog(ToolDialog dialog) override;
     void ShowControlWindow(int slot) override;
     void RemoveControlWindow(int slot) override;
 
@@ -80,6 +87,8 @@ class QtWindowHost : public WindowHost {
     WindowRecords records_;
     controls::EventBoundary& boundary_;
     ControlWindowFactory factory_;
+    ToolDialogFactory tool_dialog_factory_;
+    QPointer<QDialog> tool_dialog_; ///< modal: one at a time
     WindowEvents events_;
     std::unique_ptr<SplashWindow> splash_;
     QPointer<ConnectionDialog> connection_;

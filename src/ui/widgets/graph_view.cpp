@@ -81,49 +81,59 @@ double GraphView::PlaceOfLevel(double decibels) {
     return ZeroLevelAt - decibels * PixelsPerDb;
 }
 
-void GraphView::Clear() {
-    strokes_.clear();
-    pen_lifted_ = true;
-    update();
-}
-
-void GraphView::SetPen(const QColor& colour) {
-    if (pen_ != colour) {
-        pen_ = colour;
-        pen_lifted_ = true;
-    }
-}
-
-void GraphView::MoveTo(int x, int y) {
-    place_ = QPoint(x, y);
-    pen_lifted_ = true;
-}
-
-void GraphView::LineTo(int x, int y) {
-    if (pen_lifted_) {
-        strokes_.push_back({pen_, QPolygon({place_})});
-        pen_lifted_ = false;
-    }
-    place_ = QPoint(x, y);
-    strokes_.back().Points.append(place_);
+void GraphView::ShowPicture(const controls::Picture* picture) {
+    picture_ = picture;
     update();
 }
 
 void GraphView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.drawPixmap(0, 0, PaperFor(devicePixelRatioF()));
-    painter.setRenderHint(QPainter::Antialiasing);
-    // Whole coordinates mean the middle of a pixel.
-    painter.translate(0.5, 0.5);
-    for (const Stroke& stroke : strokes_) {
-        painter.setPen(QPen(stroke.Colour, 1.0));
-        painter.drawPolyline(stroke.Points);
+    if (picture_ != nullptr) {
+        painter.save();
+        PaintStrokes(painter);
+        painter.restore();
     }
     if (!isEnabled()) {
-        painter.resetTransform();
         QColor veil = GraphPaper().Ground;
         veil.setAlpha(130);
         painter.fillRect(rect(), veil);
+    }
+}
+
+void GraphView::Thin(const controls::Picture::Stroke& stroke, QPolygon& points) {
+    const auto runs_on = [](int from, int by, int to) { return (from < by && by < to) || (from > by && by > to); };
+    points.clear();
+    for (const controls::Picture::Point& point : stroke.Points) {
+        const QPoint next(point.X, point.Y);
+        const qsizetype count = points.size();
+        if (count > 0 && points[count - 1] == next) {
+            continue;
+        }
+        if (count > 1) {
+            const QPoint from = points[count - 2];
+            const QPoint by = points[count - 1];
+            const bool level = from.y() == by.y() && by.y() == next.y() && runs_on(from.x(), by.x(), next.x());
+            const bool upright = from.x() == by.x() && by.x() == next.x() && runs_on(from.y(), by.y(), next.y());
+            if (level || upright) {
+                points[count - 1] = next;
+                continue;
+            }
+        }
+        points.append(next);
+    }
+}
+
+void GraphView::PaintStrokes(QPainter& painter) {
+    if (devicePixelRatioF() > 1.0) {
+        // Where a point is more than one pixel its middle is meant, and edges are smoothed.
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(0.5, 0.5);
+    }
+    for (const controls::Picture::Stroke& stroke : picture_->Strokes()) {
+        Thin(stroke, points_);
+        painter.setPen(QPen(QColor(stroke.Pen.Red, stroke.Pen.Green, stroke.Pen.Blue), 1.0));
+        painter.drawPolyline(points_);
     }
 }
 

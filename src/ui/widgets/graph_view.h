@@ -1,15 +1,13 @@
 #pragma once
 
-#include <QColor>
+#include "controls/control.h"
+
 #include <QPolygon>
 #include <QWidget>
 
-#include <vector>
-
 namespace nrv::ui {
 
-/// The paper of a channel's graph and the curves drawn on it with a pen. Coordinates are whole pixels from the top
-/// left.
+/// The paper of a channel's graph and the strokes drawn on it. Coordinates are whole pixels from the top left.
 class GraphView : public QWidget {
     Q_OBJECT
   public:
@@ -24,29 +22,23 @@ class GraphView : public QWidget {
     static double PlaceOfFrequency(double hertz);
     static double PlaceOfLevel(double decibels);
 
-    /// Takes everything off the paper.
-    void Clear();
-    /// The pen's colour for the lines that follow.
-    void SetPen(const QColor& colour);
-    void MoveTo(int x, int y);
-    /// Draws from the pen to a point and leaves the pen there; shown at the next painting, however many lines there
-    /// are.
-    void LineTo(int x, int y);
+    /// Shows the strokes of a picture, and no more when it is null. The picture outlives the view or is taken away first.
+    void ShowPicture(const controls::Picture* picture);
 
     QSize sizeHint() const override { return {GraphWidth, GraphHeight}; }
+
+    /// The points that a stroke's picture needs: not those that repeat the one before or lie within a level or upright
+    /// run. Pixel for pixel the same line, in half the time.
+    static void Thin(const controls::Picture::Stroke& stroke, QPolygon& points);
 
   protected:
     void paintEvent(QPaintEvent*) override;
 
   private:
-    struct Stroke {
-        QColor Colour;
-        QPolygon Points;
-    };
-    std::vector<Stroke> strokes_;
-    QColor pen_ = Qt::black;
-    QPoint place_;
-    bool pen_lifted_ = true;
+    void PaintStrokes(QPainter& painter);
+
+    const controls::Picture* picture_ = nullptr;
+    QPolygon points_; ///< kept for its room
 };
 
 } // namespace nrv::ui

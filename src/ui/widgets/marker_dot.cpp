@@ -40,8 +40,23 @@ void MarkerDot::PlaceAt(double left, double top) {
 void MarkerDot::SetHighlighted(bool highlighted) {
     if (highlighted_ != highlighted) {
         highlighted_ = highlighted;
-        raise();
+        if (highlighted) {
+            raise();
+        }
         update();
+    }
+}
+
+void MarkerDot::SetInHand(bool in_hand) {
+    in_hand_ = in_hand;
+    setCursor(in_hand ? Qt::ClosedHandCursor : Qt::OpenHandCursor);
+    update();
+}
+
+void MarkerDot::TakeAway() {
+    if (in_hand_) {
+        SetInHand(false);
+        emit TakenAway();
     }
 }
 
@@ -50,10 +65,8 @@ void MarkerDot::mousePressEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
-    in_hand_ = true;
-    setCursor(Qt::ClosedHandCursor);
+    SetInHand(true);
     raise();
-    update();
     emit Pressed();
 }
 
@@ -67,9 +80,7 @@ void MarkerDot::mouseReleaseEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
-    in_hand_ = false;
-    setCursor(Qt::OpenHandCursor);
-    update();
+    SetInHand(false);
     emit Released();
 }
 
@@ -82,6 +93,19 @@ void MarkerDot::enterEvent(QEnterEvent* event) {
 void MarkerDot::leaveEvent(QEvent* event) {
     QWidget::leaveEvent(event);
     emit HoverChanged(false);
+}
+
+void MarkerDot::hideEvent(QHideEvent* event) {
+    TakeAway();
+    QWidget::hideEvent(event);
+    emit HoverChanged(false);
+}
+
+void MarkerDot::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::EnabledChange && !isEnabled()) {
+        TakeAway();
+    }
+    QWidget::changeEvent(event);
 }
 
 void MarkerDot::paintEvent(QPaintEvent*) {

@@ -21,7 +21,7 @@ class MarkerDot : public QWidget {
     void SetNumber(const QString& number);
     /// The marker's corner in position units.
     void PlaceAt(double left, double top);
-    /// A ring while a control that belongs to the point has the keyboard.
+    /// A ring while the point or a control that belongs to it is attended to.
     void SetHighlighted(bool highlighted);
     bool InHand() const { return in_hand_; }
 
@@ -30,6 +30,8 @@ class MarkerDot : public QWidget {
     /// In position units from the marker's own corner.
     void Dragged(double x, double y);
     void Released();
+    /// It was hidden or locked while in hand: no release comes.
+    void TakenAway();
     void HoverChanged(bool hovered);
 
   protected:
@@ -39,8 +41,13 @@ class MarkerDot : public QWidget {
     void mouseReleaseEvent(QMouseEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
+    void SetInHand(bool in_hand);
+    void TakeAway();
+
     QColor colour_;
     QPoint graph_origin_;
     QString number_;

@@ -21,6 +21,11 @@ bool IsTyped(const QKeyEvent& event) {
            modifiers != (Qt::ControlModifier | Qt::ShiftModifier) && !modifiers.testFlag(Qt::MetaModifier);
 }
 
+/// What a refused key leaves in its place.
+bool IsMarkOfRefusal(char entering) {
+    return entering == '?' || entering == ' ';
+}
+
 } // namespace
 
 TextField::TextField(QWidget* parent) : QLineEdit(parent) {
@@ -53,26 +58,41 @@ void TextField::SetMarked(bool marked) {
     setPalette(palette);
 }
 
-bool TextField::Take(char key, const std::function<void()>& let_through) {
+bool TextField::CanTake() const {
+    return isEnabled() && !isReadOnly();
+}
+
+void TextField::Take(char key, const std::function<void()>& let_through) {
     const QPointer<TextField> self(this);
     const char entering = filter_ ? filter_(key) : key;
     // The key may have closed this window or locked its device.
-    if (self.isNull() || !isEnabled() || isReadOnly()) {
-        return false;
+    if (self.isNull() || !CanTake()) {
+        return;
     }
     if (entering == key) {
         let_through();
     } else if (entering != 0) {
         insert(QString(QLatin1Char(entering)));
     }
-    return !self.isNull();
 }
 
 void TextField::TypeText(const QString& text) {
+    const QPointer<TextField> self(this);
+    QString entered; // put in at once: laying out a long line anew for each character would take seconds
     for (const char key : text.toLatin1()) {
-        if (!Take(key, [this, key] { insert(QString(QLatin1Char(key))); })) {
+        const char entering = filter_ ? filter_(key) : key;
+        if (self.isNull() || !CanTake()) {
             return;
         }
+        if (entering != 0) {
+            entered += QLatin1Char(entering);
+        }
+        if (entering != key && IsMarkOfRefusal(entering)) {
+            break;
+        }
+    }
+    if (!entered.isEmpty()) {
+        insert(entered);
     }
 }
 

@@ -30,8 +30,10 @@ class TextField : public QLineEdit {
     void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:
-    /// Takes one character through the filter; false when this field can no longer take any.
-    bool Take(char key, const std::function<void()>& let_through);
+    bool CanTake() const;
+    /// Takes one key that is no text through the filter.
+    void Take(char key, const std::function<void()>& let_through);
+    /// Ends at the first character that is refused: a pasted page would raise a box for each of its letters.
     void TypeText(const QString& text);
     void PasteFrom(int clipboard_mode);
 

@@ -13,21 +13,30 @@ namespace {
 
 constexpr int PlateHeight = 17;
 constexpr int SideMargin = 6;
-constexpr int DistanceFromPoint = 10;
+constexpr int DistanceFromPoint = 14; // clear of the hand that holds it
+constexpr int DistanceFromEdge = 2;
 
 } // namespace
 
-ValuePlate::ValuePlate(QWidget* parent) : QWidget(parent) {
+ValuePlate::ValuePlate(const QWidget& graph) : QWidget(graph.parentWidget()), graph_(graph) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFont(TextFont());
     hide();
 }
 
 void ValuePlate::ShowAt(QPoint place, const QString& text) {
     text_ = text;
-    const int plate_width = QFontMetrics(TextFont()).horizontalAdvance(text) + 2 * SideMargin;
-    const int left = std::clamp(place.x() - plate_width / 2, 2, std::max(2, parentWidget()->width() - plate_width - 2));
-    const int above = place.y() - DistanceFromPoint - PlateHeight;
-    setGeometry(left, above >= 2 ? above : place.y() + DistanceFromPoint, plate_width, PlateHeight);
+    const QRect field =
+        graph_.geometry().adjusted(DistanceFromEdge, DistanceFromEdge, -DistanceFromEdge, -DistanceFromEdge);
+    const int wanted = QFontMetrics(font()).horizontalAdvance(text) + 2 * SideMargin;
+    QRect plate(0, 0, std::min(wanted, field.width()), PlateHeight);
+    plate.moveCenter(place);
+    plate.moveBottom(place.y() - DistanceFromPoint);
+    if (plate.top() < field.top()) {
+        plate.moveTop(place.y() + DistanceFromPoint);
+    }
+    plate.moveLeft(std::clamp(plate.left(), field.left(), field.right() + 1 - plate.width()));
+    setGeometry(plate);
     show();
     raise();
     update();

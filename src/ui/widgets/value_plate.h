@@ -8,8 +8,8 @@ namespace nrv::ui {
 class ValuePlate : public QWidget {
     Q_OBJECT
   public:
-    /// Hidden at first; lets the mouse through.
-    explicit ValuePlate(QWidget* parent);
+    /// A sibling of the graph that it never leaves. Hidden at first; lets the mouse through.
+    explicit ValuePlate(const QWidget& graph);
 
     /// Shows the text beside a place of the parent, above it where there is room.
     void ShowAt(QPoint place, const QString& text);
@@ -18,6 +18,7 @@ class ValuePlate : public QWidget {
     void paintEvent(QPaintEvent*) override;
 
   private:
+    const QWidget& graph_;
     QString text_;
 };
 

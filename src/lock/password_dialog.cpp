@@ -1,0 +1,126 @@
+#include "lock/password_dialog.h"
+
+#include "lock/lock_state.h"
+
+#include <algorithm>
+
+namespace nrv::lock {
+namespace {
+
+constexpr std::size_t Length = controls::FrmPassword::PasswordLength;
+
+template <class Action>
+std::function<char(char)> OnEnter(Action action) {
+    return [action](char key) {
+        if (key == controls::EnterKey) {
+            action();
+        }
+        return key;
+    };
+}
+
+} // namespace
+
+std::array<std::uint8_t, Length> PasswordBytes(const std::string& text) {
+    std::array<std::uint8_t, Length> bytes;
+    bytes.fill(' ');
+    std::copy_n(text.begin(), std::min(text.size(), Length), bytes.begin());
+    return bytes;
+}
+
+PasswordDialog::PasswordDialog(const Parts& parts) : parts_(parts) {
+    controls::FrmPassword& form = parts_.Form;
+    const auto close = [this] { parts_.Host.CloseDialog(ToolDialog::Password); };
+    form.Command1[0].Clicked = [this] { LogIn(); };
+    form.Command1[1].Clicked = close;
+    form.Command1[2].Clicked = [this] { ShowPage(parts_.Form.Frame4); };
+    form.Command1[3].Clicked = [this] { Confirm(); };
+    form.Command1[4].Clicked = [this] { BackToLogin(); };
+    form.Command1[5].Clicked = [this] { ChangePassword(); };
+    form.Command1[6].Clicked = [this] { BackToLogin(); };
+    form.Text1.KeyPressed = OnEnter([this] { LogIn(); });
+    form.Text2.KeyPressed = OnEnter([this] { ChangePassword(); });
+    form.Text3.KeyPressed = OnEnter([this] { ChangePassword(); });
+}
+
+void PasswordDialog::Open() {
+    // It changes through "Confirm" alone, and says so even of a locked system at first.
+    parts_.Form.Label2.SetCaption("System Unlock");
+    BackToLogin();
+    parts_.Form.Check1.SetValue(parts_.Commands.Values().LockFlag == 1.0 ? 1 : 0);
+    parts_.Host.RunDialog(ToolDialog::Password);
+}
+
+void PasswordDialog::ShowPage(controls::Frame& page) {
+    controls::FrmPassword& form = parts_.Form;
+    page.SetVisible(true);
+    for (controls::Frame* other : {&form.Frame3, &form.Frame1, &form.Frame4}) {
+        if (other != &page) {
+            other->SetVisible(false);
+        }
+    }
+}
+
+void PasswordDialog::BackToLogin() {
+    for (controls::TextBox* box : {&parts_.Form.Text1, &parts_.Form.Text2, &parts_.Form.Text3}) {
+        box->SetText("");
+    }
+    ShowPage(parts_.Form.Frame3);
+}
+
+void PasswordDialog::LogIn() {
+    const auto typed = PasswordBytes(parts_.Form.Text1.Text());
+    const auto same = [](std::uint8_t byte, double stored) { return static_cast<double>(byte) == stored; };
+    if (!std::ranges::equal(typed, parts_.Commands.Values().DevicePassword, same)) {
+        parts_.Boxes.Show({"Password incorrect", "Insert Password", BoxIcon::Information});
+        return;
+    }
+    ShowPage(parts_.Form.Frame1);
+}
+
+void PasswordDialog::Confirm() {
+    const bool locking = parts_.Form.Check1.Checked();
+    parts_.Commands.Values().LockFlag = locking ? 1.0 : 0.0;
+    // The status changes before the frame when locking and after it when unlocking; that is meant.
+    if (locking) {
+        parts_.Form.Label2.SetCaption("System Lock");
+    }
+    if (SendOptionBits()) {
+        return;
+    }
+    if (!locking) {
+        parts_.Form.Label2.SetCaption("System Unlock");
+    }
+    ApplyLockState(parts_.Commands, parts_.Names);
+}
+
+bool PasswordDialog::SendOptionBits() {
+    std::uint8_t& option_bits = parts_.Commands.Image().SystemPage[model::OptionBitsAddress];
+    option_bits = model::RebuildOptionBits(parts_.Commands.Values());
+    return parts_.Commands.Link.MemoryWrite(parts_.Commands.DeviceId(), static_cast<int>(model::OptionBitsAddress),
+                                            option_bits);
+}
+
+void PasswordDialog::ChangePassword() {
+    const std::string& first = parts_.Form.Text2.Text();
+    const std::string& second = parts_.Form.Text3.Text();
+    if (first.size() < Length || second.size() < Length) {
+        parts_.Boxes.Show({"Insert 6 character", "Password incorrect", BoxIcon::Information});
+        return;
+    }
+    const auto bytes = PasswordBytes(first);
+    if (bytes != PasswordBytes(second)) {
+        parts_.Boxes.Show({"Passwords don't match ", "New Password", BoxIcon::Information});
+        return;
+    }
+    for (std::size_t i = 0; i < Length; ++i) {
+        parts_.Commands.Values().DevicePassword[i] = bytes[i];
+        if (parts_.Commands.Link.MemoryWrite(parts_.Commands.DeviceId(), static_cast<int>(model::PasswordAddress + i),
+                                             bytes[i])) {
+            return;
+        }
+    }
+    BackToLogin();
+}
+
+} // namespace nrv::lock

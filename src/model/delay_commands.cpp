@@ -1,0 +1,140 @@
+#include "model/delay_commands.h"
+
+#include "controls/text_box.h"
+#include "model/encodings.h"
+#include "model/number_text.h"
+#include "model/tables.h"
+#include "ports/flag_guard.h"
+#include "ports/runtime_error.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+
+namespace nrv::model {
+namespace {
+
+/// The blocks of the "Overview" tab whose tool tips show a channel's delay.
+constexpr std::array<std::size_t, 8> DelayLabels{3, 8, 11, 16, 21, 26, 31, 36};
+constexpr double MillisecondsPerFineStep = 0.021;
+/// Far beyond every delay, and no further: what is reckoned from a typed one stays a number.
+constexpr double LongestTyped = 1e9;
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+bool InMetres(const CommandContext& context) {
+    return context.Values().DelayUnit == 1.0;
+}
+
+/// The delay of a control index as a number in the unit shown.
+std::string DelayNumber(const CommandContext& context, std::size_t i) {
+    const controls::FrmCtrl& form = context.Form();
+    const int coarse = form.UpDown2[i].Shown();
+    const int fine = form.UpDown1[i].Shown();
+    return NumberText(InMetres(context) ? DelayInMetres(coarse, fine) : DelayInMs(coarse, fine));
+}
+
+std::string UnitText(const CommandContext& context) {
+    return std::string(DelayUnitTexts[InMetres(context) ? 1 : 0]);
+}
+
+std::string TrimmedBlanks(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+void TakeTypedDelay(const CommandContext& context, MessageBoxes& boxes, int index) {
+    controls::FrmCtrl& form = context.Form();
+    const std::size_t i = At(index);
+    const std::string text = TrimmedBlanks(form.Text2[i].Text());
+    if (text.empty()) {
+        boxes.Show({"  Incorrect value", "Warning"});
+        return;
+    }
+    const double number = ParseNumber(text.substr(0, text.find(' ')));
+    const double ms = InMetres(context) ? number / MetresPerMs : number;
+    // 3.4 m are 10 ms and not a bit less.
+    const double typed = ToDecimal(std::clamp(ms, -LongestTyped, LongestTyped), 9);
+    const double whole = std::floor(typed);
+    const double fine = RoundHalfEven((typed - whole) / MillisecondsPerFineStep);
+    {
+        const FlagGuard events_off(context.Windows.ControlEventsOff);
+        form.UpDown2[i].SetPosition(static_cast<int>(std::clamp(whole, 0.0, static_cast<double>(DelayCoarseTop))));
+        form.UpDown1[i].SetPosition(static_cast<int>(std::clamp(fine, 0.0, static_cast<double>(DelayFineTop))));
+    }
+    SetDelay(context, index);
+}
+
+} // namespace
+
+void SetDelay(const CommandContext& context, int index) {
+    controls::FrmCtrl& form = context.Form();
+    const std::size_t i = At(index);
+    const std::size_t twin = TwinOfControl(i);
+    const std::size_t channel = ChannelOfControl(i);
+    const int coarse = form.UpDown2[i].Position();
+    const int fine = form.UpDown1[i].Position();
+    form.Text2[i].SetText(DelayNumber(context, i) + UnitText(context));
+    context.Values().DelayCoarse[channel] = coarse;
+    context.Values().DelayFine[channel] = fine;
+
+    SplitBuffer split;
+    split.SplitBytes(coarse, 0);
+    auto& body = context.Image().PresetBody;
+    const std::size_t field = DelayOffsets[i];
+    body[field] = split.Bytes[2];
+    body[field + 1] = split.Bytes[3];
+    body[field + 2] = static_cast<std::uint8_t>(fine);
+    if (context.Send({link::DelayCommand, static_cast<std::uint8_t>(channel), 0, 0, 0, 0, body[field], body[field + 1],
+                      body[field + 2]})) {
+        return;
+    }
+    {
+        const FlagGuard events_off(context.Windows.ControlEventsOff);
+        form.UpDown1[twin].SetPosition(fine);
+        form.UpDown2[twin].SetPosition(coarse);
+        form.Text2[twin].SetText(form.Text2[i].Text());
+    }
+    form.Label100[DelayLabels[channel]].SetToolTip(form.Text2[i].Text());
+}
+
+void SetDelayUnit(const CommandContext& context, int unit) {
+    context.Values().DelayUnit = unit;
+    std::uint8_t& option_bits = context.Image().SystemPage[OptionBitsAddress];
+    const bool set = (option_bits & DelayUnitBit) != 0;
+    if (set && unit == 0) {
+        option_bits = static_cast<std::uint8_t>(option_bits - DelayUnitBit);
+    } else if (!set && unit == 1) {
+        option_bits = static_cast<std::uint8_t>(option_bits + DelayUnitBit);
+    }
+    if (context.Link.MemoryWrite(context.DeviceId(), static_cast<int>(OptionBitsAddress), option_bits)) {
+        return;
+    }
+    controls::FrmCtrl& form = context.Form();
+    for (std::size_t channel = 0; channel < controls::ChannelCount; ++channel) {
+        const std::string number = DelayNumber(context, channel);
+        form.Text2[channel].SetText(number + UnitText(context));
+        // The copy on the channel's tab is a bare number until the channel's next change; that is meant.
+        form.Text2[channel + 8].SetText(number);
+        form.Label100[DelayLabels[channel]].SetToolTip(form.Text2[channel].Text());
+    }
+}
+
+char TypedDelay(const CommandContext& context, MessageBoxes& boxes, int index, char key) {
+    if (context.Windows.ControlEventsOff) {
+        return key;
+    }
+    if (key == controls::EnterKey) {
+        TakeTypedDelay(context, boxes, index);
+        return key;
+    }
+    if ((key >= '0' && key <= '9') || key == controls::BackspaceKey || key == ' ' || key == '.') {
+        return key;
+    }
+    return key == ',' ? '.' : ' ';
+}
+
+} // namespace nrv::model

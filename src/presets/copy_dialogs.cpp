@@ -1,0 +1,61 @@
+#include "presets/copy_dialogs.h"
+
+#include "controls/busy_pointer.h"
+#include "presets/copy_channels.h"
+
+namespace nrv::presets {
+
+CopyInputDialog::CopyInputDialog(const ToolContext& context, controls::FrmCopyIn& form)
+    : context_(context), form_(form) {
+    for (int source = 0; source < 2; ++source) {
+        form_.Command1[static_cast<std::size_t>(source)].Clicked = [this, source] { Copy(source); };
+    }
+}
+
+void CopyInputDialog::Copy(int source) {
+    if (!context_.Boxes.AreYouSure(source == 0 ? "Copy InA to InB" : "Copy InB to InA", BoxAnswer::No)) {
+        return;
+    }
+    {
+        const controls::BusyPointer busy(form_.Window);
+        CopyInput(context_.Commands, context_.Response, source, 1 - source);
+    }
+    context_.Host.CloseDialog(ToolDialog::CopyInput);
+}
+
+CopyOutputDialog::CopyOutputDialog(const ToolContext& context, controls::FrmCopyOut& form)
+    : context_(context), form_(form) {
+    form_.Command1.Clicked = [this] { Copy(); };
+}
+
+void CopyOutputDialog::Open() {
+    std::vector<std::string> names;
+    for (std::size_t channel = 2; channel < controls::ChannelCount; ++channel) {
+        names.push_back(context_.Commands.Form().Label300[channel].Caption());
+    }
+    for (int list = 0; list < 2; ++list) {
+        form_.Combo1[static_cast<std::size_t>(list)].SetItems(names);
+        form_.Combo1[static_cast<std::size_t>(list)].Select(list);
+    }
+    context_.Host.RunDialog(ToolDialog::CopyOutput);
+}
+
+void CopyOutputDialog::Copy() {
+    constexpr const char* Title = "Copy Output";
+    const int source = form_.Combo1[0].Shown();
+    const int destination = form_.Combo1[1].Shown();
+    if (source == destination) {
+        context_.Boxes.Show({"Copy not possible, Source=Dest", Title, BoxIcon::Critical});
+        return;
+    }
+    if (!context_.Boxes.AreYouSure(Title, BoxAnswer::No)) {
+        return;
+    }
+    {
+        const controls::BusyPointer busy(form_.Window);
+        CopyOutput(context_.Commands, context_.Response, source, destination);
+    }
+    context_.Host.CloseDialog(ToolDialog::CopyOutput);
+}
+
+} // namespace nrv::presets

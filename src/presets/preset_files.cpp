@@ -1,0 +1,95 @@
+#include "presets/preset_files.h"
+
+#include "controls/busy_pointer.h"
+#include "ports/record_file.h"
+#include "ports/runtime_error.h"
+#include "presets/apply_image.h"
+#include "presets/preset_titles.h"
+
+#include <algorithm>
+#include <span>
+
+namespace nrv::presets {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::span<std::uint8_t> BytesOf(model::PresetImageRow& image) {
+    return {reinterpret_cast<std::uint8_t*>(&image), sizeof image};
+}
+
+/// The file's bytes up to the image's size. A name that does not exist becomes an empty file where its folder is there.
+/// Throws RuntimeError.
+std::vector<std::uint8_t> ReadPreset(const fs::path& file) {
+    std::error_code ignored;
+    if (!fs::exists(file, ignored) && !fs::is_directory(fs::absolute(file).parent_path(), ignored)) {
+        throw RuntimeError(ErrorKind::FileNotFound, file.filename().string() + " was not found.");
+    }
+    return ReadFromStart(file, sizeof(model::PresetImageRow));
+}
+
+void SetBit(std::uint8_t& byte, std::uint8_t bit, bool set) {
+    byte = static_cast<std::uint8_t>(set ? byte | bit : byte & ~bit);
+}
+
+} // namespace
+
+FileRequest PresetFiles::Request() const {
+    return {"file preset (*.n91)|*.n91", parts_.AppFolder / "preset"};
+}
+
+void PresetFiles::SavePresetFile() {
+    const std::optional<fs::path> file = parts_.Files.AskSave(Request());
+    if (!file) {
+        return;
+    }
+    parts_.Tell("");
+    try {
+        WriteAtStart(*file, BytesOf(parts_.Context.Commands.Image()));
+    } catch (const RuntimeError& error) {
+        parts_.Tell(std::string("The preset was not saved. ") + error.what());
+        return;
+    }
+    TitleAfterSave(parts_.Context, file->filename().string());
+}
+
+void PresetFiles::LoadPresetFile() {
+    const std::optional<fs::path> file = parts_.Files.AskOpen(Request());
+    if (!file) {
+        return;
+    }
+    parts_.Tell("");
+    try {
+        Load(*file);
+    } catch (const RuntimeError& error) {
+        if (error.Kind() == ErrorKind::FileNotFound) {
+            parts_.Context.Boxes.Show({" File not found. Try again.", " Error", BoxIcon::Exclamation});
+        } else if (error.Kind() == ErrorKind::IndexOutOfRange) {
+            // What came before the code without an entry is applied and stays.
+            parts_.Tell(std::string("The preset was not loaded to its end. ") + error.what());
+        } else {
+            parts_.Tell(std::string("The preset was not loaded. ") + error.what());
+        }
+    }
+}
+
+void PresetFiles::Load(const fs::path& file) {
+    const controls::BusyPointer busy(parts_.Context.MainWindow);
+    const std::vector<std::uint8_t> bytes = ReadPreset(file);
+    std::ranges::copy(bytes, BytesOf(parts_.Context.Commands.Image()).begin());
+    KeepDeviceSettings();
+    ApplyImage(parts_.Context.Commands, parts_.Context.Response, {.ImageFromDevice = false, .PresetApplying = true});
+    TitleAfterLoad(parts_.Context, file.filename().string());
+}
+
+/// The mute option and the input type are not taken from a file.
+void PresetFiles::KeepDeviceSettings() {
+    model::DeviceStores& stores = parts_.Context.Commands.Stores;
+    // Row 0 and not the device's row; and the last input type of any window. Both are meant.
+    stores.ParamValues[0].InputType = stores.LastInputType;
+    std::uint8_t& option_bits = parts_.Context.Commands.Image().SystemPage[model::OptionBitsAddress];
+    SetBit(option_bits, model::MuteWithPresetBit, parts_.Context.Commands.Values().MuteWithPreset == 1.0);
+    SetBit(option_bits, model::InputTypeBit, stores.LastInputType == 1.0);
+}
+
+} // namespace nrv::presets

@@ -1,0 +1,91 @@
+#include "presets/read_dialog.h"
+
+#include "controls/busy_pointer.h"
+#include "model/encodings.h"
+#include "ports/flag_guard.h"
+#include "presets/apply_image.h"
+#include "presets/preset_titles.h"
+
+#include <algorithm>
+#include <array>
+
+namespace nrv::presets {
+namespace {
+
+constexpr std::size_t Positions = 8;
+constexpr const char* Title = "Read Preset";
+
+/// The mute byte goes to the channels shifted: bits 2 and 3 overwrite bits 0 and 1, and the inputs stay; that is meant, and
+/// applying the image puts it right or not.
+void DecodeShiftedMutes(std::uint8_t bits, model::ParamRow& values) {
+    constexpr std::array<std::size_t, 8> ChannelOfBit{2, 3, 2, 3, 4, 5, 6, 7};
+    for (std::size_t bit = 0; bit < ChannelOfBit.size(); ++bit) {
+        values.ChannelMute[ChannelOfBit[bit]] = model::DecodeBit(bits, static_cast<int>(bit));
+    }
+}
+
+} // namespace
+
+ReadDialog::ReadDialog(const ToolContext& context, controls::FrmRead& form) : context_(context), form_(form) {
+    form_.Command1[0].Clicked = [this] { context_.Host.CloseDialog(ToolDialog::Read); };
+    form_.Command1[1].Clicked = [this] { Read(); };
+}
+
+void ReadDialog::Open() {
+    const auto& names = context_.Commands.Values().PresetNames;
+    form_.List1.SetItems({names.begin(), names.begin() + Positions});
+    form_.List1.Select(0);
+    context_.Host.RunDialog(ToolDialog::Read);
+}
+
+void ReadDialog::Read() {
+    const int position = form_.List1.Shown();
+    if (context_.Commands.Values().PresetUsed[static_cast<std::size_t>(position)] != model::PresetUsedMark) {
+        context_.Boxes.Show({"Preset empty", Title, BoxIcon::Critical});
+        return;
+    }
+    if (context_.Boxes.Show({"Overwrite current editing, are you sure ? ", Title, BoxIcon::None, BoxButtons::YesNo}) !=
+        BoxAnswer::Yes) {
+        return;
+    }
+    {
+        const controls::BusyPointer busy(context_.MainWindow);
+        ReadPreset(position);
+    }
+    context_.Host.CloseDialog(ToolDialog::Read);
+}
+
+void ReadDialog::ReadPreset(int position) {
+    if (!context_.Commands.Link.DemoMode && !Fetch(position)) {
+        return;
+    }
+    {
+        const FlagGuard suppressed(context_.Commands.Link.TxSuppressed);
+        const FlagGuard unplotted(context_.Response.PlotSuspended);
+        ApplyImage(context_.Commands, context_.Response, {.ImageFromDevice = true, .PresetApplying = true});
+    }
+    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+        context_.Response.RedrawChannel(channel);
+    }
+    TitleFromDevice(context_, static_cast<std::size_t>(position));
+}
+
+/// False when the link failed for good; nothing has changed then.
+bool ReadDialog::Fetch(int position) {
+    link::Link& link = context_.Commands.Link;
+    const int id = context_.Commands.DeviceId();
+    if (link.MemoryRead(id, static_cast<int>(model::MuteBitsAddress))) {
+        return false;
+    }
+    model::PresetImageRow& image = context_.Commands.Image();
+    image.SystemPage[model::MuteBitsAddress] = link.MemoryValue();
+    DecodeShiftedMutes(link.MemoryValue(), context_.Commands.Values());
+    link.ReopenPort(link::BulkLength);
+    link.BulkExchange(id, {link::PresetReadCommand, static_cast<std::uint8_t>(position)});
+    // What the buffer holds is taken whatever came of the exchange; that is meant.
+    std::copy_n(link.RxFrame.begin(), link::BulkLength, image.PresetBody.begin());
+    link.ReopenPort(link::FrameLength);
+    return true;
+}
+
+} // namespace nrv::presets

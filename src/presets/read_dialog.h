@@ -1,0 +1,26 @@
+#pragma once
+
+#include "controls/dialog_forms.h"
+#include "presets/tool_context.h"
+
+namespace nrv::presets {
+
+/// The dialog that reads a memory position of the device into the present settings.
+class ReadDialog {
+  public:
+    ReadDialog(const ToolContext& context, controls::FrmRead& form);
+
+    void Open();
+    /// Fetches a memory position, 0 to 7, and applies it; nothing goes back to the device. Throws RuntimeError when the port
+    /// cannot be reopened or the image holds a frequency code without an entry.
+    void ReadPreset(int position);
+
+  private:
+    void Read();
+    bool Fetch(int position);
+
+    ToolContext context_;
+    controls::FrmRead& form_;
+};
+
+} // namespace nrv::presets

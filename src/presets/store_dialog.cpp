@@ -1,0 +1,106 @@
+#include "presets/store_dialog.h"
+
+#include "controls/busy_pointer.h"
+#include "model/encodings.h"
+#include "presets/preset_titles.h"
+
+namespace nrv::presets {
+namespace {
+
+constexpr std::size_t Positions = 8;
+constexpr std::size_t PresetAddress = 640;
+/// The store makes 450 steps, so the bar never fills; that is meant.
+constexpr int BarMaximum = 480;
+/// The byte of the view state that goes to the device's mute bits: the first box of the fourth row. A slip that is kept.
+constexpr std::size_t SentAsMuteBits = 18;
+
+} // namespace
+
+StoreDialog::StoreDialog(const ToolContext& context, controls::FrmStore& form) : context_(context), form_(form) {
+    form_.Command1[0].Clicked = [this] { context_.Host.CloseDialog(ToolDialog::Store); };
+    form_.Command1[1].Clicked = [this] { Store(); };
+    form_.List1.DoubleClicked = [this] { CopyName(); };
+}
+
+void StoreDialog::Open() {
+    form_.ProgressBar1.SetVisible(false);
+    form_.ProgressBar1.SetValue(0);
+    const auto& names = context_.Commands.Values().PresetNames;
+    form_.List1.SetItems({names.begin(), names.begin() + Positions});
+    form_.List1.Select(0);
+    CopyName();
+    context_.Host.RunDialog(ToolDialog::Store);
+}
+
+void StoreDialog::CopyName() {
+    form_.Text1.SetText(form_.List1.ShownText());
+    form_.Combo1.Select(form_.List1.Shown());
+}
+
+void StoreDialog::Store() {
+    if (!context_.Boxes.AreYouSure("Store Preset", BoxAnswer::No)) {
+        return;
+    }
+    {
+        const controls::BusyPointer busy(context_.MainWindow);
+        std::string name = form_.Text1.Text();
+        StorePreset(form_.Combo1.Shown(), name);
+    }
+    context_.Host.CloseDialog(ToolDialog::Store);
+}
+
+void StoreDialog::StorePreset(int position, std::string& name) {
+    const std::size_t p = static_cast<std::size_t>(position);
+    model::ParamRow& values = context_.Commands.Values();
+    model::PresetImageRow& image = context_.Commands.Image();
+    if (name.size() < model::MemoryNameLength) {
+        name.resize(model::MemoryNameLength, ' ');
+    }
+    values.PresetNames[p] = name.substr(0, model::MemoryNameLength);
+    for (std::size_t i = 0; i < model::MemoryNameLength; ++i) {
+        image.SystemPage[model::PresetNamesAddress + model::MemoryNameLength * p + i] =
+            static_cast<std::uint8_t>(name[i]);
+    }
+    form_.ProgressBar1.SetValue(0);
+    form_.ProgressBar1.SetMaximum(BarMaximum);
+    form_.ProgressBar1.SetVisible(true);
+    form_.ProgressBar1.Refresh();
+    model::StoreMuteBits(model::SumOfMutes(values), image);
+    if (WriteAll(p)) {
+        return;
+    }
+    TitleFromDevice(context_, p);
+    form_.ProgressBar1.SetVisible(false);
+}
+
+bool StoreDialog::WriteAll(std::size_t position) {
+    model::PresetImageRow& image = context_.Commands.Image();
+    if (Write(model::MuteBitsAddress, image.ViewState[SentAsMuteBits]) ||
+        Write(model::PresetUsedAddress + position, model::PresetUsedMark)) {
+        return true;
+    }
+    context_.Commands.Values().PresetUsed[position] = model::PresetUsedMark;
+    const std::size_t name = model::PresetNamesAddress + model::MemoryNameLength * position;
+    for (std::size_t address = name; address < name + model::MemoryNameLength; ++address) {
+        if (Write(address, image.SystemPage[address])) {
+            return true;
+        }
+    }
+    for (std::size_t i = 0; i < model::PresetBodyOnDevice; ++i) {
+        if (Write(PresetAddress + model::PresetBodyOnDevice * position + i, image.PresetBody[i])) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool StoreDialog::Write(std::size_t address, std::uint8_t value) {
+    if (context_.Commands.Link.MemoryWrite(context_.Commands.DeviceId(), static_cast<int>(address), value)) {
+        return true;
+    }
+    form_.ProgressBar1.SetValue(form_.ProgressBar1.Value() + 1);
+    form_.ProgressBar1.Refresh();
+    return false;
+}
+
+} // namespace nrv::presets

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "model/command_context.h"
+#include "ports/message_boxes.h"
+#include "response/response.h"
+
+#include <string>
+
+namespace nrv::response {
+
+/// Turns what the user does to a filter's controls and to the markers on the graph into values: what is typed is
+/// checked and held to its range, what is dragged follows the mouse, then the command sends the frame and the curve
+/// follows.
+class EqualiserEditing {
+  public:
+    EqualiserEditing(const model::CommandContext& context, Response& response, MessageBoxes& boxes)
+        : context_(context), response_(response), boxes_(boxes) {}
+
+    /// Attaches the events of a window's filters; the window's slot is current when they run.
+    void Wire(controls::FrmCtrl& form);
+
+  private:
+    void WirePeq(controls::FrmCtrl& form);
+    void WireTone(controls::FrmCtrl& form);
+    void WireCrossover(controls::FrmCtrl& form);
+
+    void ChangePeq(int section);
+    void ChangeTone(int filter);
+    void ChangeCrossover(int side);
+
+    void DragMarker(controls::FrmCtrl& form, int section, double x, double y);
+    void DropMarker(controls::FrmCtrl& form, int section);
+    bool IsCurrent(const controls::FrmCtrl& form) const;
+
+    char KeyInPeqFrequency(int section, char key);
+    char KeyInBandwidth(int section, char key);
+    char KeyInToneFrequency(int filter, char key);
+    char KeyInCrossoverFrequency(int side, char key);
+
+    /// Digits and backspace pass, Enter holds the frequency and runs the change, all else is refused with the text.
+    template <class Change>
+    char KeyInFrequency(controls::TextBox& box, char key, const char* refusal, Change change);
+    void Warn(const char* text);
+
+    model::CommandContext context_;
+    Response& response_;
+    MessageBoxes& boxes_;
+};
+
+} // namespace nrv::response

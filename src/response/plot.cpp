@@ -1,0 +1,151 @@
+#include "model/tables.h"
+#include "response/response.h"
+
+#include <algorithm>
+#include <limits>
+
+// The drawing of the response display: levels to pixels.
+
+namespace nrv::response {
+namespace {
+
+constexpr int InputCount = 2;
+constexpr double PixelsPerDb = 3.183333333333333;
+constexpr double ZeroDbRow = 95.4;
+/// Far outside every surface and inside what a toolkit can draw.
+constexpr double FarRow = 16000.0;
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+/// The grid point of a frequency of the grid.
+std::size_t GridPointOf(double f) {
+    const auto found = std::ranges::lower_bound(PlotGrid, f);
+    if (found == PlotGrid.end() || *found != f) {
+        throw RuntimeError(ErrorKind::IndexOutOfRange, "The curves have no point at this frequency.");
+    }
+    return static_cast<std::size_t>(found - PlotGrid.begin());
+}
+
+/// To the nearest row, a half going to the even neighbour. What is no number at all lies far below the surface.
+int NearestRow(double y) {
+    // Beside this number a double has no room for a fraction. Unlike a rounding function it works on vectors.
+    constexpr double NoFractions = 6755399441055744.0;
+    static_assert(std::numeric_limits<double>::digits == 53);
+    return static_cast<int>(std::min(FarRow, std::max(y, -FarRow)) + NoFractions - NoFractions);
+}
+
+/// The row of a level: what is subtracted, and in this order, decides the last bit.
+class RowOf {
+  public:
+    RowOf(const model::ParamRow& values, WindowCurves& curves, int channel, int view_mode)
+        : own_(curves.ChannelCurve(channel).data()),
+          start_(ZeroDbRow - values.MasterGain * PixelsPerDb - values.ChannelGain[At(channel)] * PixelsPerDb) {
+        if (channel >= InputCount && (view_mode == 1 || view_mode == 2)) {
+            const int input = view_mode - 1;
+            input_ = curves.ChannelCurve(input).data();
+            input_gain_ = values.ChannelGain[At(input)] * PixelsPerDb;
+        }
+    }
+
+    int operator()(std::size_t point) const {
+        double y = start_ - own_[point] * PixelsPerDb;
+        if (input_ != nullptr) {
+            y = y - input_gain_ - input_[point] * PixelsPerDb;
+        }
+        return NearestRow(y);
+    }
+
+  private:
+    const double* own_;
+    const double* input_ = nullptr;
+    double start_;
+    double input_gain_ = 0.0;
+};
+
+void StartWalk(controls::Picture& graph) {
+    graph.MoveTo(20010, 600);
+    graph.MoveTo(0, 600);
+    graph.MoveTo(-10, 0);
+}
+
+} // namespace
+
+controls::Colour CurveColour(int channel) {
+    static constexpr std::array<controls::Colour, 8> Colours = {
+        {{255, 0, 0}, {0, 0, 255}, {255, 0, 255}, {192, 0, 0}, {0, 192, 192}, {0, 255, 0}, {0, 0, 192}, {255, 128, 0}}};
+    return Colours[At(channel)];
+}
+
+void Response::PlotOverlayPoint(double f, int drawn, int onto) {
+    if (PlotSuspended) {
+        return;
+    }
+    controls::Picture& graph = windows_.Current().Picture1[At(onto)];
+    const std::size_t point = GridPointOf(f);
+    if (point == 0) {
+        StartWalk(graph);
+        return;
+    }
+    graph.SetPen(CurveColour(drawn));
+    const int mode = drawn < InputCount ? 0 : ViewMode[At(drawn - InputCount)];
+    graph.LineTo(PlotColumn[point], RowOf(Values(), Curves(), drawn, mode)(point));
+}
+
+/// The walk of the grid that calls PlotOverlayPoint for each point, with what does not change on the way taken out of
+/// it.
+void Response::DrawCurve(int drawn, int onto) {
+    if (PlotSuspended) {
+        return;
+    }
+    controls::Picture& graph = windows_.Current().Picture1[At(onto)];
+    StartWalk(graph);
+    graph.SetPen(CurveColour(drawn));
+    const int mode = drawn < InputCount ? 0 : ViewMode[At(drawn - InputCount)];
+    const RowOf row_of(Values(), Curves(), drawn, mode);
+    std::array<controls::Picture::Point, GridPoints - 1> line;
+    for (std::size_t point = 1; point < GridPoints; ++point) {
+        line[point - 1] = {PlotColumn[point], row_of(point)};
+    }
+    graph.LinesTo(line);
+}
+
+/// Clears a channel's graph and lays the chosen overlays on it.
+void Response::DrawBackground(int channel) {
+    windows_.Current().Picture1[At(channel)].Clear();
+    if (channel < InputCount) {
+        return;
+    }
+    for (int other = InputCount; other < controls::ChannelCount; ++other) {
+        if (other != channel && OverlayMatrix[At(channel)][At(other)]) {
+            DrawOverlay(other, channel);
+        }
+    }
+}
+
+void Response::RedrawChannel(int channel) {
+    DrawBackground(channel);
+    DrawCurve(channel, channel);
+}
+
+void Response::SetViewMode(int option) {
+    const int output = option / 3;
+    const int mode = option % 3;
+    model::Entry(ViewMode, output); // refuses what the table has no place for
+    ViewMode[At(output)] = mode;
+    if (output >= controls::OutputCount) {
+        return; // no box views it
+    }
+    const std::string& name = stores_.ChannelNames[At(windows_.CurrentDevice())][At(model::ChannelOfOutput(output))];
+    const std::string caption = name + std::string(model::SourceSuffixes[At(mode)]);
+    for (int tab = 0; tab < controls::OutputCount; ++tab) {
+        for (int row = 0; row < controls::OutputCount - 1; ++row) {
+            if (tab != output && controls::ViewedOutput(tab, row) == output) {
+                windows_.Current().ViewBox(row, tab).SetCaption(caption);
+            }
+        }
+    }
+}
+
+} // namespace nrv::response

@@ -1,0 +1,57 @@
+#include "response/plot_grid.h"
+
+#include "model/encodings.h"
+
+namespace nrv::response {
+namespace {
+
+constexpr std::array<double, GridPoints> WalkGrid() {
+    std::array<double, GridPoints> grid{};
+    std::size_t point = 0;
+    double f = 10.0;
+    while (f <= 20000.0) {
+        if (f > 799.0 && f < 20000.0) {
+            f += 20.0;
+            if (f > 20000.0) {
+                f = 20000.0;
+            }
+        }
+        grid[point++] = f;
+        f += 1.0;
+    }
+    return grid;
+}
+
+constexpr std::array<double, GridPoints> Grid = WalkGrid();
+
+template <class Value>
+constexpr std::array<double, GridPoints> OfEachFrequency(Value value) {
+    std::array<double, GridPoints> values{};
+    for (std::size_t point = 0; point < GridPoints; ++point) {
+        values[point] = value(Grid[point]);
+    }
+    return values;
+}
+
+/// Worked out here and not read from the table of every hertz: of two translation units neither is sure to be first.
+std::array<int, GridPoints> WalkColumns() {
+    const double pixels_per_decade = 575.0 / (model::Log10(20000.0) - model::Log10(20.0));
+    std::array<int, GridPoints> columns{};
+    for (std::size_t point = 0; point < GridPoints; ++point) {
+        const double f = Grid[point];
+        columns[point] =
+            f < 20.0 ? -1 : static_cast<int>(model::RoundHalfEven(pixels_per_decade * model::Log10(f / 20.0)));
+    }
+    return columns;
+}
+
+} // namespace
+
+constinit const std::array<double, GridPoints> PlotGrid = Grid;
+constinit const std::array<double, GridPoints> GridSquare = OfEachFrequency([](double f) { return f * f; });
+constinit const std::array<double, GridPoints> GridInverse = OfEachFrequency([](double f) { return 1.0 / f; });
+constinit const std::array<double, GridPoints> GridInverseSquare =
+    OfEachFrequency([](double f) { return 1.0 / (f * f); });
+const std::array<int, GridPoints> PlotColumn = WalkColumns();
+
+} // namespace nrv::response

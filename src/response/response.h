@@ -1,0 +1,65 @@
+#pragma once
+
+#include "controls/windows.h"
+#include "model/device_stores.h"
+#include "response/curve_store.h"
+
+#include <array>
+
+namespace nrv::response {
+
+/// The response display of the current window: the stored curves, their sums, and their drawing.
+class Response {
+  public:
+    Response(controls::Windows& windows, model::DeviceStores& stores) : windows_(windows), stores_(stores) {}
+
+    // What belongs to the program and not to a window.
+    std::array<int, 21> ViewMode{};                     ///< by output: 0 "Out only", 1 with In A, 2 with In B
+    std::array<std::array<bool, 8>, 8> OverlayMatrix{}; ///< [c][j]: the graph of channel c also shows channel j
+    bool PlotSuspended = false;                         ///< curves are computed, nothing is drawn
+
+    // Recompute one part over the grid from the stored values, bring its channel's sum up to date and draw its graph
+    // anew.
+    void UpdatePeqCurve(int section);
+    void UpdateShelfCurve(int filter);
+    /// Throws `RuntimeError` of kind IndexOutOfRange for a slope code that is none: the graph is then without its own
+    /// curve, the stored curves are as they were.
+    void UpdateCrossoverCurve(int side);
+
+    /// The level of a tone filter, 0 to 9, at a frequency in Hz, in dB.
+    double ShelfResponse(int filter, double hz) const;
+
+    /// The next point of a channel's curve on its own graph. Throws `RuntimeError` of kind IndexOutOfRange for a
+    /// frequency that is not of the grid, as the operation below does.
+    void PlotPoint(double f, int channel) { PlotOverlayPoint(f, channel, channel); }
+    /// The next point of a channel's curve on the graph of another.
+    void PlotOverlayPoint(double f, int drawn, int onto);
+    /// The whole curve of a channel on the graph of another.
+    void DrawOverlay(int drawn, int onto) { DrawCurve(drawn, onto); }
+    /// Draws a channel's graph anew from the stored curves: overlays first, the channel's own curve on top.
+    void RedrawChannel(int channel);
+
+    /// A view option was chosen: 0 to 17, three to an output. The captions that quote the output follow. An image can
+    /// hold an option beyond them: up to 62 it is kept and seen nowhere, past that `RuntimeError` of kind
+    /// IndexOutOfRange is thrown.
+    void SetViewMode(int option);
+
+    WindowCurves& Curves() { return curves_.Of(windows_.CurrentWindow); }
+    const Curve& ChannelTotal(int channel) { return Curves().ChannelCurve(channel); }
+
+  private:
+    const model::ParamRow& Values() const {
+        return stores_.ParamValues[static_cast<std::size_t>(windows_.CurrentDevice())];
+    }
+    void DrawBackground(int channel);
+    void DrawCurve(int drawn, int onto);
+
+    controls::Windows& windows_;
+    model::DeviceStores& stores_;
+    CurveStore curves_;
+};
+
+/// The colour of a channel's curve on whichever graph it is drawn.
+controls::Colour CurveColour(int channel);
+
+} // namespace nrv::response

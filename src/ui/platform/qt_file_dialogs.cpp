@@ -1,0 +1,65 @@
+#include "ui/platform/qt_file_dialogs.h"
+
+#include "ui/binding/text.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPointer>
+
+namespace nrv::ui {
+namespace {
+
+/// "file preset (*.n91)|*.n91" as the toolkit writes it: the text before the bar names the pattern already.
+QString NameFilter(const std::string& filter) {
+    return FromBytes(filter.substr(0, filter.find('|')));
+}
+
+/// "n91": what a name typed without an ending gets.
+QString Suffix(const std::string& filter) {
+    return FromBytes(filter.substr(filter.rfind('.') + 1));
+}
+
+/// The folder itself, or the nearest above it that is there: the toolkit would open just anywhere.
+QDir Existing(std::filesystem::path folder) {
+    std::error_code ignored;
+    while (!std::filesystem::is_directory(folder, ignored) && folder.has_relative_path()) {
+        folder = folder.parent_path();
+    }
+    return QDir(folder);
+}
+
+std::optional<std::filesystem::path> Ask(const FileRequest& request, QFileDialog::AcceptMode mode,
+                                         const QString& title) {
+    // On the heap and watched: the window it belongs to may go while it stands.
+    const QPointer<QFileDialog> dialog = new QFileDialog(QApplication::activeWindow());
+    dialog->setObjectName(QStringLiteral("FileDialog"));
+    // Without a screen there is no other than the toolkit's own.
+    dialog->setOption(QFileDialog::DontUseNativeDialog, QGuiApplication::platformName() == QLatin1String("offscreen"));
+    dialog->setWindowTitle(title);
+    dialog->setAcceptMode(mode); // saving asks before it takes an existing file
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setNameFilter(NameFilter(request.Filter));
+    dialog->setDefaultSuffix(Suffix(request.Filter));
+    dialog->setDirectory(Existing(request.StartFolder));
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    const QStringList chosen = accepted && dialog != nullptr ? dialog->selectedFiles() : QStringList();
+    delete dialog.data();
+    if (chosen.isEmpty()) {
+        return std::nullopt;
+    }
+    return QFileInfo(chosen.constFirst()).filesystemFilePath();
+}
+
+} // namespace
+
+std::optional<std::filesystem::path> QtFileDialogs::AskOpen(const FileRequest& request) {
+    return Ask(request, QFileDialog::AcceptOpen, QStringLiteral("Open"));
+}
+
+std::optional<std::filesystem::path> QtFileDialogs::AskSave(const FileRequest& request) {
+    return Ask(request, QFileDialog::AcceptSave, QStringLiteral("Save As"));
+}
+
+} // namespace nrv::ui

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "ui/tool_dialogs/tool_dialog_base.h"
+
+namespace nrv::ui {
+
+/// The channels' names: the two inputs over the six outputs, each under its caption and the mark of its colour.
+class EditNamesDialog : public ToolDialogBase {
+  public:
+    EditNamesDialog(controls::FrmEditLabel& record, controls::EventBoundary& boundary, QWidget* parent = nullptr);
+
+  private:
+    QWidget* MakeName(controls::FrmEditLabel& record, std::size_t channel);
+};
+
+} // namespace nrv::ui

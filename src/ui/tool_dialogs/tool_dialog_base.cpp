@@ -1,0 +1,182 @@
+#include "ui/tool_dialogs/tool_dialog_base.h"
+
+#include "ui/binding/binding.h"
+#include "ui/binding/text.h"
+#include "ui/look/painting.h"
+#include "ui/look/theme.h"
+#include "ui/tool_dialogs/flat_bar.h"
+#include "ui/widgets/list_box.h"
+#include "ui/widgets/text_field.h"
+#include "ui/windows/form_binding.h"
+
+#include <QFocusEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QStyledItemDelegate>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace nrv::ui {
+namespace {
+
+constexpr int LineHeight = 20;
+constexpr int FieldMargins = 14;
+constexpr int ButtonMargins = 28;
+constexpr int LineMargins = 16;
+
+/// Lines of one height, with dots for what cannot be seen.
+class LineDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale&) const override { return Printable(value.toString()); }
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return {QStyledItemDelegate::sizeHint(option, index).width(), LineHeight};
+    }
+};
+
+int WidestText(const QWidget& widget, int characters) {
+    return widget.fontMetrics().horizontalAdvance(QString(characters, QLatin1Char('W')));
+}
+
+bool IsEnter(const QEvent& event) {
+    const int key = event.type() == QEvent::KeyPress ? static_cast<const QKeyEvent&>(event).key() : 0;
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+} // namespace
+
+QString Indexed(const char* name, std::size_t index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+ToolDialogBase::ToolDialogBase(controls::Form& form, const QString& name, controls::EventBoundary& boundary,
+                               QWidget* parent)
+    : QDialog(parent), boundary_(boundary), column_(new QVBoxLayout(this)) {
+    setObjectName(name);
+    setModal(true);
+    column_->setContentsMargins(Margin, Margin, Margin, Margin);
+    column_->setSpacing(Margin);
+    column_->setSizeConstraint(QLayout::SetFixedSize);
+    BindForm(form, *this, *this);
+    LetGoLater(form);
+}
+
+ToolDialogBase::~ToolDialogBase() {
+    for (controls::Control* control : bound_) {
+        control->Observe({});
+    }
+}
+
+QHBoxLayout* ToolDialogBase::ButtonRow(std::initializer_list<QWidget*> buttons) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(Gap);
+    row->addStretch(1);
+    for (QWidget* button : buttons) {
+        row->addWidget(button);
+    }
+    return row;
+}
+
+QLabel* ToolDialogBase::MakeLabel(controls::Label& label, const QString& name) {
+    auto* text = new QLabel;
+    text->setObjectName(name);
+    Bind(label, *text);
+    LetGoLater(label);
+    return text;
+}
+
+QLabel* ToolDialogBase::MakeCaption(controls::Label& label, const QString& name) {
+    QLabel* caption = MakeLabel(label, name);
+    caption->setFont(CaptionFont());
+    caption->setForegroundRole(QPalette::PlaceholderText);
+    return caption;
+}
+
+QPushButton* ToolDialogBase::MakeButton(controls::Button& button, const QString& name) {
+    auto* widget = new QPushButton;
+    widget->setObjectName(name);
+    Bind(button, *widget, boundary_);
+    LetGoLater(button);
+    widget->setFixedWidth(
+        std::max(ButtonWidth, widget->fontMetrics().horizontalAdvance(widget->text()) + ButtonMargins));
+    widget->setFixedHeight(RowHeight);
+    return widget;
+}
+
+TextField* ToolDialogBase::MakeField(controls::TextBox& box, const QString& name, Enter enter) {
+    auto* field = new TextField(nullptr);
+    field->setObjectName(name);
+    Bind(box, *field, boundary_);
+    LetGoLater(box);
+    field->setFixedWidth(WidestText(*field, static_cast<int>(box.MaxLength())) + FieldMargins);
+    field->setFixedHeight(RowHeight);
+    field->installEventFilter(this);
+    if (enter == Enter::TellsOwner) {
+        tell_owner_.push_back(field);
+    }
+    return field;
+}
+
+QComboBox* ToolDialogBase::MakeChoice(controls::List& list, const QString& name) {
+    auto* choice = new ListBox(nullptr);
+    choice->setObjectName(name);
+    choice->setItemDelegate(new LineDelegate(choice));
+    Bind(list, *choice, boundary_);
+    LetGoLater(list);
+    choice->setFixedHeight(RowHeight);
+    return choice;
+}
+
+QListWidget* ToolDialogBase::MakeLines(controls::LineList& list, const QString& name, int rows, int characters) {
+    auto* lines = new QListWidget;
+    lines->setObjectName(name);
+    lines->setItemDelegate(new LineDelegate(lines));
+    lines->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    lines->setSelectionMode(QAbstractItemView::SingleSelection);
+    lines->setTextElideMode(Qt::ElideNone);
+    lines->setUniformItemSizes(true);
+    Bind(list, *lines, boundary_);
+    LetGoLater(list);
+    const int frame = 2 * lines->frameWidth();
+    lines->setFixedSize(WidestText(*lines, characters) + LineMargins + frame, rows * LineHeight + frame);
+    return lines;
+}
+
+QProgressBar* ToolDialogBase::MakeBar(controls::ProgressBar& bar, const QString& name) {
+    auto* widget = new FlatBar;
+    widget->setObjectName(name);
+    // Its place is kept while it is hidden: it must be there at once when it is shown in the middle of an exchange.
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+    Bind(bar, *widget);
+    LetGoLater(bar);
+    return widget;
+}
+
+bool ToolDialogBase::eventFilter(QObject* watched, QEvent* event) {
+    auto* field = qobject_cast<TextField*>(watched);
+    if (field == nullptr) {
+        return QDialog::eventFilter(watched, event);
+    }
+    if (IsEnter(*event) && std::find(tell_owner_.begin(), tell_owner_.end(), field) == tell_owner_.end()) {
+        keyPressEvent(static_cast<QKeyEvent*>(event));
+        return true;
+    }
+    if (event->type() == QEvent::FocusIn) {
+        fresh_field_ = static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason ? field : nullptr;
+    } else if (event->type() == QEvent::MouseButtonRelease && fresh_field_ == field) {
+        fresh_field_ = nullptr;
+        if (!field->hasSelectedText()) {
+            field->selectAll();
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+} // namespace nrv::ui

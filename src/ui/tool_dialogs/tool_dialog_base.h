@@ -1,0 +1,80 @@
+#pragma once
+
+#include "controls/containers.h"
+#include "controls/dialog_forms.h"
+#include "controls/event_boundary.h"
+
+#include <QDialog>
+#include <QString>
+
+#include <cstddef>
+#include <initializer_list>
+#include <vector>
+
+class QComboBox;
+class QHBoxLayout;
+class QLabel;
+class QListWidget;
+class QProgressBar;
+class QPushButton;
+class QVBoxLayout;
+
+namespace nrv::ui {
+
+class Panel;
+class TextField;
+
+/// "Text1(3)": the name of a control and its index.
+QString Indexed(const char* name, std::size_t index);
+
+/// What the tool dialogs have in common: a fixed size, widgets bound to the record for as long as the dialog lives, and
+/// fields that a first click selects whole, so that typing replaces a name padded with blanks.
+class ToolDialogBase : public QDialog {
+  public:
+    ~ToolDialogBase() override;
+
+  protected:
+    static constexpr int Margin = 8;
+    static constexpr int Gap = 6;
+    static constexpr int Inner = 10;       ///< from a panel's border to what lies in it
+    static constexpr int CaptionGap = 3;   ///< from a caption to what it stands over
+    static constexpr int ButtonWidth = 76; ///< at least
+    static constexpr int RowHeight = 24;   ///< of buttons, fields and lists
+
+    /// What Enter in a field does: presses the dialog's default button, or tells the field's owner alone.
+    enum class Enter { PressesDefault, TellsOwner };
+
+    ToolDialogBase(controls::Form& form, const QString& name, controls::EventBoundary& boundary, QWidget* parent);
+
+    /// The dialog's own column, into which panels and button rows go.
+    QVBoxLayout& Column() const { return *column_; }
+    /// Buttons at the right end of a row, the one that does the work last.
+    static QHBoxLayout* ButtonRow(std::initializer_list<QWidget*> buttons);
+
+    // Each makes the widget of a control, without a parent as yet, and binds it.
+    QLabel* MakeLabel(controls::Label& label, const QString& name);
+    /// A label in the caption's font, over what it names.
+    QLabel* MakeCaption(controls::Label& label, const QString& name);
+    QPushButton* MakeButton(controls::Button& button, const QString& name);
+    /// As wide as its longest text.
+    TextField* MakeField(controls::TextBox& box, const QString& name, Enter enter);
+    QComboBox* MakeChoice(controls::List& list, const QString& name);
+    /// As large as `rows` lines of `characters` characters.
+    QListWidget* MakeLines(controls::LineList& list, const QString& name, int rows, int characters);
+    QProgressBar* MakeBar(controls::ProgressBar& bar, const QString& name);
+
+    controls::EventBoundary& Boundary() { return boundary_; }
+    /// To be let go when the dialog goes; for what a dialog binds itself.
+    void LetGoLater(controls::Control& control) { bound_.push_back(&control); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    controls::EventBoundary& boundary_;
+    QVBoxLayout* column_;
+    std::vector<controls::Control*> bound_;
+    std::vector<const QObject*> tell_owner_;
+    const QObject* fresh_field_ = nullptr; ///< the click that gave it the keyboard is not over
+};
+
+} // namespace nrv::ui

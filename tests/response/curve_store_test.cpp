@@ -1,0 +1,124 @@
+#include "response/curve_store.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace nrv::testing {
+namespace {
+
+using namespace nrv::response;
+
+struct Parts {
+    int Channel;
+    std::vector<std::size_t> Peq;
+    std::vector<std::size_t> Shelves;
+    std::vector<std::size_t> Sides;
+};
+
+const std::vector<Parts>& PartsOfChannels() {
+    static const std::vector<Parts> parts{
+        {0, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, {0, 1}, {}},
+        {1, {10, 11, 12, 13, 14, 15, 16, 17, 18, 19}, {2, 3}, {}},
+        {2, {20, 21, 22, 23}, {4}, {0, 1}},
+        {3, {24, 25, 26, 27}, {5}, {2, 3}},
+        {4, {28, 29, 30, 31}, {6}, {4, 5}},
+        {5, {32, 33, 34, 35}, {7}, {6, 7}},
+        {6, {36, 37, 38, 39}, {8}, {8, 9}},
+        {7, {40, 41, 42, 43}, {9}, {10, 11}},
+    };
+    return parts;
+}
+
+bool IsFlat(const Curve& curve, double level) {
+    return std::ranges::all_of(curve, [level](double value) { return value == level; });
+}
+
+TEST(CurveStore, PartsAndSumsThatWereNeverComputedAreZero) {
+    CurveStore store;
+    WindowCurves& curves = store.Of(10);
+    for (int channel = 0; channel < 8; ++channel) {
+        EXPECT_TRUE(IsFlat(curves.ChannelCurve(channel), 0.0));
+        curves.PartChanged(channel);
+        EXPECT_TRUE(IsFlat(curves.ChannelCurve(channel), 0.0));
+    }
+    EXPECT_TRUE(IsFlat(curves.PeqCurve[43], 0.0));
+    EXPECT_TRUE(IsFlat(curves.ShelfCurve[9], 0.0));
+    EXPECT_TRUE(IsFlat(curves.CrossoverCurve[11], 0.0));
+}
+
+TEST(CurveStore, SumsEachPartIntoItsOwnChannelAlone) {
+    CurveStore store;
+    for (const Parts& parts : PartsOfChannels()) {
+        const auto expect_alone = [&](Curve& part, WindowCurves& curves, const char* kind, std::size_t index) {
+            part.fill(1.5);
+            for (int channel = 0; channel < 8; ++channel) {
+                curves.PartChanged(channel);
+                EXPECT_TRUE(IsFlat(curves.ChannelCurve(channel), channel == parts.Channel ? 1.5 : 0.0))
+                    << kind << " " << index << ", channel " << channel;
+            }
+            part.fill(0.0);
+        };
+        WindowCurves& curves = store.Of(0);
+        for (const std::size_t section : parts.Peq) {
+            expect_alone(curves.PeqCurve[section], curves, "section", section);
+        }
+        for (const std::size_t filter : parts.Shelves) {
+            expect_alone(curves.ShelfCurve[filter], curves, "tone filter", filter);
+        }
+        for (const std::size_t side : parts.Sides) {
+            expect_alone(curves.CrossoverCurve[side], curves, "side", side);
+        }
+    }
+}
+
+TEST(CurveStore, AddsUpWhatAllPartsHoldAtEachPoint) {
+    CurveStore store;
+    WindowCurves& curves = store.Of(3);
+    // Small whole numbers, so that every sum is exact.
+    const auto level = [](std::size_t part, std::size_t point) {
+        return static_cast<double>((7 * part + point) % 101);
+    };
+    for (std::size_t point = 0; point < GridPoints; ++point) {
+        for (std::size_t s = 0; s < 44; ++s) {
+            curves.PeqCurve[s][point] = level(s, point);
+        }
+        for (std::size_t h = 0; h < 10; ++h) {
+            curves.ShelfCurve[h][point] = level(100 + h, point);
+        }
+        for (std::size_t x = 0; x < 12; ++x) {
+            curves.CrossoverCurve[x][point] = -level(200 + x, point);
+        }
+    }
+    for (const Parts& parts : PartsOfChannels()) {
+        curves.PartChanged(parts.Channel);
+        const Curve& total = curves.ChannelCurve(parts.Channel);
+        for (std::size_t point = 0; point < GridPoints; ++point) {
+            double expected = 0.0;
+            for (const std::size_t s : parts.Peq) {
+                expected += level(s, point);
+            }
+            for (const std::size_t h : parts.Shelves) {
+                expected += level(100 + h, point);
+            }
+            for (const std::size_t x : parts.Sides) {
+                expected -= level(200 + x, point);
+            }
+            ASSERT_EQ(total[point], expected) << "channel " << parts.Channel << ", point " << point;
+        }
+    }
+}
+
+TEST(CurveStore, KeepsTheCurvesOfEachWindowApart) {
+    CurveStore store;
+    for (int slot = 0; slot < 11; ++slot) {
+        store.Of(slot).PeqCurve[0].fill(slot);
+        store.Of(slot).PartChanged(0);
+    }
+    for (int slot = 0; slot < 11; ++slot) {
+        EXPECT_TRUE(IsFlat(store.Of(slot).ChannelCurve(0), slot));
+    }
+}
+
+} // namespace
+} // namespace nrv::testing
