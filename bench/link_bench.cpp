@@ -2,6 +2,8 @@
 // pseudo-terminal. Counters: of_wire, time over the wire's own; core, the share of a core that the waiting thread uses.
 
 #include "link/system_clock.h"
+#include "ports/flag_guard.h"
+#include "presets/apply_image.h"
 #include "program/program.h"
 #include "simulator/line.h"
 #include "support/scripted_ports.h"
@@ -103,6 +105,81 @@ void ReadState(benchmark::State& state) {
     AgainstWire(state, (32 + 16 * presets) * FrameSeconds, [&] { desk.Program->Devices.ReadDeviceState(DeviceId); });
 }
 BENCHMARK(ReadState)->Arg(0)->Arg(8)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+
+/// A control window of the device, filled, with no widgets.
+void OpenWindow(Desk& desk) {
+    nrv::program::Program& program = *desk.Program;
+    program.State.SpeakerRecords[DeviceId].SetDeviceId(DeviceId);
+    program.State.FoundLast = 0;
+    program.State.FoundDevices[0] = DeviceId;
+    program.DeviceList.Load();
+    program.Devices.ReadDeviceImage(DeviceId);
+    program.DeviceList.OpenDevice(0);
+}
+
+/// A whole preset, parameter by parameter: 153 frames.
+void LoudLoad(benchmark::State& state) {
+    Desk desk(0);
+    OpenWindow(desk);
+    nrv::program::Program& program = *desk.Program;
+    program.Stores.ParamValues[DeviceId].MuteWithPreset = 1.0;
+    program.Stores.PresetImage[DeviceId].SystemPage[16] |= 4;
+    desk.Line.ClearFrames();
+    AgainstWire(state, 153 * FrameSeconds, [&] {
+        nrv::presets::ApplyImage(program.Commands, program.Response,
+                                 {.ImageFromDevice = false, .PresetApplying = true});
+    });
+    state.counters["frames"] = static_cast<double>(desk.Line.Frames().size()) / static_cast<double>(state.iterations());
+}
+BENCHMARK(LoudLoad)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+
+/// A preset into a memory position, byte by byte: 450 frames.
+void Store(benchmark::State& state) {
+    Desk desk(0);
+    OpenWindow(desk);
+    desk.Line.ClearFrames();
+    std::string name = "Bench";
+    AgainstWire(state, 450 * FrameSeconds, [&] { desk.Program->StoreDialog.StorePreset(2, name); });
+    state.counters["frames"] = static_cast<double>(desk.Line.Frames().size()) / static_cast<double>(state.iterations());
+}
+BENCHMARK(Store)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
+
+/// The meters: a poll every 30 ms. Here core is what one poll uses over those 30 ms.
+void MeterPoll(benchmark::State& state) {
+    Desk desk(0);
+    OpenWindow(desk);
+    nrv::controls::FrmCtrl& form = desk.Program->Windows.Current();
+    form.SSTab1.SetTab(nrv::controls::GainsTab);
+    double cpu = 0.0;
+    for (auto _ : state) {
+        const double before = ThreadCpuSeconds();
+        form.Timer1.Tick();
+        cpu += ThreadCpuSeconds() - before;
+        desk.Process.Sleep(16);
+    }
+    state.counters["core"] = cpu / static_cast<double>(state.iterations()) / 0.030;
+}
+BENCHMARK(MeterPoll)->UseRealTime()->Unit(benchmark::kMillisecond)->Iterations(100);
+
+/// Filling a window silently: 66 curves and eight redraws, by the thread's own time.
+void SilentFill(benchmark::State& state) {
+    Desk desk(0);
+    OpenWindow(desk);
+    nrv::program::Program& program = *desk.Program;
+    for (auto _ : state) {
+        const double before = ThreadCpuSeconds();
+        {
+            const nrv::FlagGuard suppressed(program.Link.TxSuppressed);
+            const nrv::FlagGuard unplotted(program.Response.PlotSuspended);
+            nrv::presets::ApplyImage(program.Commands, program.Response);
+        }
+        for (int channel = 0; channel < nrv::controls::ChannelCount; ++channel) {
+            program.Response.RedrawChannel(channel);
+        }
+        state.SetIterationTime(ThreadCpuSeconds() - before);
+    }
+}
+BENCHMARK(SilentFill)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 } // namespace
 

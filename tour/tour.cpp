@@ -77,7 +77,10 @@ bool Tour::Connect() {
     const driver::WhenShown dialog(QStringLiteral("FrmSelect"), [this](QWidget& window) { ChooseConnection(window); });
     const controls::FrmSearchNet& list = application_.Logic().List;
     const bool listed = WaitUntil(
-        [&] { return application_.Logic().State.FoundLast >= ThirdRow && !list.Timer1.Running() && !list.SearchingNotice.Visible(); },
+        [&] {
+            return application_.Logic().State.FoundLast >= ThirdRow && !list.Timer1.Running() &&
+                   !list.SearchingNotice.Visible();
+        },
         ListTime);
     search_watch.stop();
     if (!Check(listed, "at least three devices are found and listed")) {
@@ -123,9 +126,8 @@ bool Tour::MoveGain() {
         return false;
     }
     // The first poll of the meters comes two seconds after the window.
-    const bool lit = WaitUntil([this] {
-        return std::ranges::any_of(Form().Shape1, [](const controls::Shape& lamp) { return lamp.Lit(); });
-    });
+    const bool lit = WaitUntil(
+        [this] { return std::ranges::any_of(Form().Shape1, [](const controls::Shape& lamp) { return lamp.Lit(); }); });
     if (!Check(lit, "the meters move")) {
         return false;
     }
@@ -193,11 +195,13 @@ bool Tour::LookAtTabs() {
 
 bool Tour::EditNames() {
     boxes_.Next(Yes);
-    return WithTool(controls::EditNamesTool, QStringLiteral("FrmEditLabel"), [this](QWidget& dialog) {
-        Type(Find(QStringLiteral("Text1(3)"), &dialog), QStringLiteral("Sub L"));
-        Picture(dialog, "names");
-        driver::Click(Find(QStringLiteral("Command1(0)"), &dialog));
-    }) && Check(Form().Label300[3].Caption() == "Sub L", "a channel takes its new name");
+    return WithTool(controls::EditNamesTool, QStringLiteral("FrmEditLabel"),
+                    [this](QWidget& dialog) {
+                        Type(Find(QStringLiteral("Text1(3)"), &dialog), QStringLiteral("Sub L"));
+                        Picture(dialog, "names");
+                        driver::Click(Find(QStringLiteral("Command1(0)"), &dialog));
+                    }) &&
+           Check(Form().Label300[3].Caption() == "Sub L", "a channel takes its new name");
 }
 
 bool Tour::SaveAndLoad() {
@@ -235,13 +239,15 @@ bool Tour::StoreAndRead() {
         return false;
     }
     boxes_.Next(Yes);
-    return WithTool(controls::ReadPresetTool, QStringLiteral("FrmRead"), [this](QWidget& dialog) {
-        QWidget* list = Find(QStringLiteral("List1"), &dialog);
-        driver::Press(list, Qt::Key_Down);
-        driver::Press(list, Qt::Key_Down);
-        Picture(dialog, "read");
-        driver::Click(Find(QStringLiteral("Command1(1)"), &dialog));
-    }) && Check(Form().Window.Caption().ends_with("come from DEVICE - Tour            "), "a preset is read back");
+    return WithTool(controls::ReadPresetTool, QStringLiteral("FrmRead"),
+                    [this](QWidget& dialog) {
+                        QWidget* list = Find(QStringLiteral("List1"), &dialog);
+                        driver::Press(list, Qt::Key_Down);
+                        driver::Press(list, Qt::Key_Down);
+                        Picture(dialog, "read");
+                        driver::Click(Find(QStringLiteral("Command1(1)"), &dialog));
+                    }) &&
+           Check(Form().Window.Caption().ends_with("come from DEVICE - Tour            "), "a preset is read back");
 }
 
 bool Tour::CopyOutput() {
@@ -256,20 +262,22 @@ bool Tour::CopyOutput() {
         Picture(dialog, "copy-input");
         dialog.close();
     });
-    return copied && shown && Check(Form().Slider1[6].Position() == Form().Slider1[3].Position(), "an output is copied");
+    return copied && shown &&
+           Check(Form().Slider1[6].Position() == Form().Slider1[3].Position(), "an output is copied");
 }
 
 bool Tour::LockAndUnlock() {
     for (const bool lock : {true, false}) {
-        const bool done = WithTool(controls::PasswordTool, QStringLiteral("FrmPassword"), [this, lock](QWidget& dialog) {
-            QTest::keyClicks(Find(QStringLiteral("Text1"), &dialog), QStringLiteral("000000"));
-            Picture(dialog, "password");
-            driver::Click(Find(QStringLiteral("Command1(0)"), &dialog));
-            driver::Click(Find(QStringLiteral("Check1"), &dialog));
-            driver::Click(Find(QStringLiteral("Command1(3)"), &dialog));
-            Picture(dialog, lock ? "locked" : "unlocked");
-            dialog.close();
-        });
+        const bool done =
+            WithTool(controls::PasswordTool, QStringLiteral("FrmPassword"), [this, lock](QWidget& dialog) {
+                QTest::keyClicks(Find(QStringLiteral("Text1"), &dialog), QStringLiteral("000000"));
+                Picture(dialog, "password");
+                driver::Click(Find(QStringLiteral("Command1(0)"), &dialog));
+                driver::Click(Find(QStringLiteral("Check1"), &dialog));
+                driver::Click(Find(QStringLiteral("Command1(3)"), &dialog));
+                Picture(dialog, lock ? "locked" : "unlocked");
+                dialog.close();
+            });
         if (!done || !Check((application_.Logic().Stores.ParamValues[5].LockFlag == 1.0) == lock, "the lock changes")) {
             return false;
         }

@@ -5,6 +5,7 @@
 #include "link/serial_port.h"
 #include "ports/clock.h"
 #include "ports/message_boxes.h"
+#include "ports/numbering.h"
 #include "ports/process.h"
 
 #include <array>
@@ -13,7 +14,7 @@
 
 namespace nrv::link {
 
-inline constexpr int DeviceCount = 33; ///< IDs 0 to 32
+using nrv::DeviceCount;
 inline constexpr int FrameLength = 13;
 inline constexpr int BulkLength = 432;
 

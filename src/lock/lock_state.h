@@ -5,8 +5,8 @@
 
 namespace nrv::lock {
 
-/// Disables or enables what may change a device, by its lock. The limiters of Out 5 and Out 6, the way to the password and
-/// the way to unconnect stay open.
+/// Disables or enables what may change a device, by its lock. The limiters of Out 5 and Out 6, the way to the password
+/// and the way to unconnect stay open.
 void ApplyLockState(const model::CommandContext& context, controls::FrmEditLabel& names);
 
 /// The names dialog's part of it alone: the one dialog serves the windows of all devices, locked or not.

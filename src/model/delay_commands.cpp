@@ -5,6 +5,7 @@
 #include "model/number_text.h"
 #include "model/tables.h"
 #include "ports/flag_guard.h"
+#include "ports/numbering.h"
 #include "ports/runtime_error.h"
 
 #include <algorithm>
@@ -20,10 +21,6 @@ constexpr std::array<std::size_t, 8> DelayLabels{3, 8, 11, 16, 21, 26, 31, 36};
 constexpr double MillisecondsPerFineStep = 0.021;
 /// Far beyond every delay, and no further: what is reckoned from a typed one stays a number.
 constexpr double LongestTyped = 1e9;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 bool InMetres(const CommandContext& context) {
     return context.Values().DelayUnit == 1.0;
@@ -41,15 +38,10 @@ std::string UnitText(const CommandContext& context) {
     return std::string(DelayUnitTexts[InMetres(context) ? 1 : 0]);
 }
 
-std::string TrimmedBlanks(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 void TakeTypedDelay(const CommandContext& context, MessageBoxes& boxes, int index) {
     controls::FrmCtrl& form = context.Form();
     const std::size_t i = At(index);
-    const std::string text = TrimmedBlanks(form.Text2[i].Text());
+    const std::string text = TrimBlanks(form.Text2[i].Text());
     if (text.empty()) {
         boxes.Show({"  Incorrect value", "Warning"});
         return;

@@ -2,6 +2,7 @@
 
 #include "model/param_values.h"
 #include "model/preset_image.h"
+#include "ports/numbering.h"
 
 #include <array>
 #include <concepts>
@@ -11,8 +12,7 @@
 
 namespace nrv::model {
 
-/// Device IDs on a line are 0 to 32.
-inline constexpr std::size_t DeviceIdCount = 33;
+inline constexpr std::size_t DeviceIdCount = DeviceCount;
 
 /// What the program holds of every device, by device ID, for the whole run. Around 120 kB: keep it off the stack.
 struct DeviceStores {

@@ -34,6 +34,11 @@ double ToDecimal(double value, int places);
 /// A value as a byte, rounded half to even. Throws `RuntimeError` of kind Overflow outside 0 to 255.
 std::uint8_t ToByte(double value);
 
+/// A code as the byte that it is on the wire.
+constexpr std::uint8_t CodeByte(int code) {
+    return static_cast<std::uint8_t>(code);
+}
+
 /// Bit n (0 to 7) of a byte as 0.0 or 1.0. Throws `RuntimeError` of kind IndexOutOfRange for another n.
 double DecodeBit(std::uint8_t byte, int n);
 

@@ -16,10 +16,6 @@ constexpr int FlatPosition = 75;
 /// The blocks of the "Overview" tab whose tool tips say whether an input's PEQ is flat.
 constexpr std::array<std::size_t, 2> FlatLabels{2, 7};
 
-std::uint8_t CodeByte(int code) {
-    return static_cast<std::uint8_t>(code);
-}
-
 /// Outputs have no such mark.
 void MarkFlatness(const CommandContext& context, int channel) {
     if (channel >= static_cast<int>(FlatLabels.size())) {

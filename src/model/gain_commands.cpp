@@ -15,10 +15,6 @@ namespace {
 constexpr std::array<std::size_t, 8> GainLabels{1, 6, 13, 18, 23, 28, 33, 38};
 constexpr std::array<std::size_t, 2> MasterLabels{0, 5};
 
-std::uint8_t CodeByte(int code) {
-    return static_cast<std::uint8_t>(code);
-}
-
 /// The text follows the fader as it shows; the code is the byte that was there.
 std::string GainText(const controls::Fader& fader) {
     return NumberText(ChannelGainFromCode(ChannelGainTop - fader.Shown()));

@@ -157,4 +157,10 @@ double ParseNumber(std::string_view text) {
     return negative ? -value : value;
 }
 
+std::string TrimBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? std::string()
+                                           : std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+}
+
 } // namespace nrv::model

@@ -14,4 +14,7 @@ std::string NumberText(double value);
 /// Throws `RuntimeError`: TypeMismatch for anything else, Overflow for a number too large for a double.
 double ParseNumber(std::string_view text);
 
+/// A text without the blanks at its ends.
+std::string TrimBlanks(std::string_view text);
+
 } // namespace nrv::model

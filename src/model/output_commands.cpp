@@ -3,6 +3,7 @@
 #include "model/encodings.h"
 #include "model/number_text.h"
 #include "model/tables.h"
+#include "ports/numbering.h"
 
 #include <array>
 #include <string>
@@ -15,14 +16,6 @@ constexpr std::size_t InputCount = 2;
 // The blocks of the "Overview" tab whose tool tips show these settings.
 constexpr std::array<std::size_t, 6> CrossoverLabels{10, 15, 20, 25, 30, 35};
 constexpr std::array<std::size_t, 8> LimiterLabels{40, 41, 12, 17, 22, 27, 32, 37};
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
-
-std::uint8_t CodeByte(int code) {
-    return static_cast<std::uint8_t>(code);
-}
 
 constexpr bool IsInput(int channel) {
     return channel < static_cast<int>(InputCount);

@@ -35,7 +35,7 @@ struct CloseFile {
 using Stream = std::unique_ptr<std::FILE, CloseFile>;
 
 [[noreturn]] void Refuse(const fs::path& file, const char* what, ErrorKind kind, const std::string& why) {
-    throw RuntimeError(kind, file.filename().string() + " could not be " + what + ": " + why + ".");
+    throw RuntimeError(kind, FileNameText(file) + " could not be " + what + ": " + why + ".");
 }
 
 [[noreturn]] void Refuse(const fs::path& file, const char* what, int error) {
@@ -249,6 +249,18 @@ void WriteAtStart(const fs::path& file, std::span<const std::uint8_t> record) {
     }
     if (const int error = existed ? WriteInPlace(target, record, old) : WriteNew(target, record); error != 0) {
         Refuse(file, "written", error);
+    }
+}
+
+std::string FileNameText(const fs::path& file) {
+    try {
+        std::string text;
+        for (const char32_t character : file.filename().u32string()) {
+            text += character < 256 ? static_cast<char>(character) : '?';
+        }
+        return text;
+    } catch (const std::exception&) {
+        return file.filename().string(); // a name that is no UTF-8
     }
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace nrv {
@@ -17,5 +18,8 @@ std::vector<std::uint8_t> ReadFromStart(const std::filesystem::path& file, std::
 /// cannot be done, or the file has a second name, it is written in place, and a write that fails on the way is taken
 /// back. A link stays a link. Throws RuntimeError of kind FileAccess or DiskFull.
 void WriteAtStart(const std::filesystem::path& file, std::span<const std::uint8_t> record);
+
+/// A file's name without its folder, as single bytes of Latin-1; a character that is none becomes "?".
+std::string FileNameText(const std::filesystem::path& file);
 
 } // namespace nrv

@@ -9,6 +9,7 @@
 #include "model/system_commands.h"
 #include "model/tables.h"
 #include "ports/flag_guard.h"
+#include "ports/numbering.h"
 #include "ports/runtime_error.h"
 #include "presets/channel_names.h"
 #include "response/view_options.h"
@@ -28,10 +29,6 @@ using controls::ChannelCount;
 using controls::OutputCount;
 using model::CommandContext;
 using response::Response;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 template <class Write>
 void Guarded(const CommandContext& context, Write write) {

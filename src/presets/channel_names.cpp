@@ -1,15 +1,12 @@
 #include "presets/channel_names.h"
 
 #include "model/tables.h"
+#include "ports/numbering.h"
 
 namespace nrv::presets {
 namespace {
 
 constexpr int InputCount = 2;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 /// True when the link failed for good.
 bool SendName(const model::CommandContext& context, const std::string& text, int channel) {

@@ -6,16 +6,13 @@
 #include "model/output_commands.h"
 #include "model/system_commands.h"
 #include "ports/flag_guard.h"
+#include "ports/numbering.h"
 
 namespace nrv::presets {
 namespace {
 
 using model::CommandContext;
 using response::Response;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 void CopyGain(const CommandContext& context, int s, int d) {
     controls::FrmCtrl& form = context.Form();

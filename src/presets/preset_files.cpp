@@ -23,7 +23,7 @@ std::span<std::uint8_t> BytesOf(model::PresetImageRow& image) {
 std::vector<std::uint8_t> ReadPreset(const fs::path& file) {
     std::error_code ignored;
     if (!fs::exists(file, ignored) && !fs::is_directory(fs::absolute(file).parent_path(), ignored)) {
-        throw RuntimeError(ErrorKind::FileNotFound, file.filename().string() + " was not found.");
+        throw RuntimeError(ErrorKind::FileNotFound, FileNameText(file) + " was not found.");
     }
     return ReadFromStart(file, sizeof(model::PresetImageRow));
 }
@@ -50,7 +50,7 @@ void PresetFiles::SavePresetFile() {
         parts_.Tell(std::string("The preset was not saved. ") + error.what());
         return;
     }
-    TitleAfterSave(parts_.Context, file->filename().string());
+    TitleAfterSave(parts_.Context, FileNameText(*file));
 }
 
 void PresetFiles::LoadPresetFile() {
@@ -79,7 +79,7 @@ void PresetFiles::Load(const fs::path& file) {
     std::ranges::copy(bytes, BytesOf(parts_.Context.Commands.Image()).begin());
     KeepDeviceSettings();
     ApplyImage(parts_.Context.Commands, parts_.Context.Response, {.ImageFromDevice = false, .PresetApplying = true});
-    TitleAfterLoad(parts_.Context, file.filename().string());
+    TitleAfterLoad(parts_.Context, FileNameText(file));
 }
 
 /// The mute option and the input type are not taken from a file.

@@ -15,8 +15,8 @@ namespace {
 constexpr std::size_t Positions = 8;
 constexpr const char* Title = "Read Preset";
 
-/// The mute byte goes to the channels shifted: bits 2 and 3 overwrite bits 0 and 1, and the inputs stay; that is meant, and
-/// applying the image puts it right or not.
+/// The mute byte goes to the channels shifted: bits 2 and 3 overwrite bits 0 and 1, and the inputs stay; that is meant,
+/// and applying the image puts it right or not.
 void DecodeShiftedMutes(std::uint8_t bits, model::ParamRow& values) {
     constexpr std::array<std::size_t, 8> ChannelOfBit{2, 3, 2, 3, 4, 5, 6, 7};
     for (std::size_t bit = 0; bit < ChannelOfBit.size(); ++bit) {

@@ -11,7 +11,8 @@ constexpr std::size_t Positions = 8;
 constexpr std::size_t PresetAddress = 640;
 /// The store makes 450 steps, so the bar never fills; that is meant.
 constexpr int BarMaximum = 480;
-/// The byte of the view state that goes to the device's mute bits: the first box of the fourth row. A slip that is kept.
+/// The byte of the view state that goes to the device's mute bits: the first box of the fourth row. A slip that is
+/// kept.
 constexpr std::size_t SentAsMuteBits = 18;
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "model/equaliser_commands.h"
 #include "model/number_text.h"
 #include "model/output_commands.h"
+#include "ports/numbering.h"
 #include "ports/runtime_error.h"
 #include "response/marker_mapping.h"
 
@@ -30,10 +31,6 @@ constexpr double FieldBottom = 2835.0;
 
 constexpr char Refused = '?';
 
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
-
 bool IsDigit(char key) {
     return key >= '0' && key <= '9';
 }
@@ -46,11 +43,6 @@ void HoldFrequency(controls::TextBox& box) {
     if (ParseNumber(box.Text()) < LowestFrequency) {
         box.SetText("20");
     }
-}
-
-std::string TrimmedBlanks(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 } // namespace
@@ -219,7 +211,8 @@ char EqualiserEditing::KeyInBandwidth(int section, char key) {
     }
     if (key == EnterKey) {
         try {
-            const std::string text = TrimmedBlanks(context_.Form().Text5[At(section)].Text()).substr(0, CharactersRead);
+            const std::string text =
+                model::TrimBlanks(context_.Form().Text5[At(section)].Text()).substr(0, CharactersRead);
             // The change of the up-down does the rest; without a change the text stays as typed.
             context_.Form().UpDown3[At(section)].SetPosition(model::BandwidthCode(ParseNumber(text)));
             return key;

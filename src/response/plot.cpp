@@ -1,4 +1,5 @@
 #include "model/tables.h"
+#include "ports/numbering.h"
 #include "response/response.h"
 
 #include <algorithm>
@@ -14,10 +15,6 @@ constexpr double PixelsPerDb = 3.183333333333333;
 constexpr double ZeroDbRow = 95.4;
 /// Far outside every surface and inside what a toolkit can draw.
 constexpr double FarRow = 16000.0;
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 /// The grid point of a frequency of the grid.
 std::size_t GridPointOf(double f) {

@@ -1,16 +1,13 @@
 #include "response/response.h"
 
 #include "model/tables.h"
+#include "ports/numbering.h"
 #include "response/filters.h"
 
 #include <algorithm>
 
 namespace nrv::response {
 namespace {
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 // A list position past the list's end stands for the entry that the list shows, its nearest.
 constexpr double LastSlope = 10.0;

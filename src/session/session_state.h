@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ports/numbering.h"
+
 #include <array>
 #include <cstdint>
 #include <filesystem>
@@ -7,11 +9,8 @@
 
 namespace nrv::session {
 
-inline constexpr int DeviceCount = 33; ///< IDs 0 to 32
-
-constexpr bool IsDeviceId(int id) {
-    return id >= 0 && id < DeviceCount;
-}
+using nrv::DeviceCount;
+using nrv::IsDeviceId;
 
 /// One record of Speakers.cfg, and of what a search has found. Words 1 to 9 are not used.
 struct SpeakerRecord {

@@ -64,7 +64,8 @@ void Monitor::Poll(int device_id) {
     }
     for (std::size_t channel = FirstOutput; channel < controls::ChannelCount; ++channel) {
         if (limit_now_[channel][id] != limit_shown_[channel][id]) {
-            // Two boxes off: Out 1 marks the box of In A, and the boxes of Out 5 and Out 6 are never marked. That is meant.
+            // Two boxes off: Out 1 marks the box of In A, and the boxes of Out 5 and Out 6 are never marked. That is
+            // meant.
             controls::TextBox& box = context_.Form().Text9[channel - FirstOutput];
             box.SetMarked(limit_now_[channel][id] != 0);
             box.Refresh();

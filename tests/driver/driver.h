@@ -36,7 +36,8 @@ void Choose(QComboBox* list, int entry);
 void DoubleClickRow(QWidget* table, int row);
 void ShowTab(QWidget* tabs, int tab);
 
-/// Does something once with the window of a name as soon as it shows: for a modal dialog, which blocks the one that opens it.
+/// Does something once with the window of a name as soon as it shows: for a modal dialog, which blocks the one that
+/// opens it.
 class WhenShown {
   public:
     WhenShown(const QString& name, std::function<void(QWidget&)> action);

@@ -228,3 +228,16 @@ TEST_F(RecordFile, NameTooLongForANewOneBesideItIsWrittenAllTheSame) {
 
 } // namespace
 } // namespace nrv::testing
+
+namespace nrv::testing {
+namespace {
+
+TEST(FileNameText, IsSingleBytesOfLatin1WithoutTheFolder) {
+    EXPECT_EQ(FileNameText("/some/folder/club.n91"), "club.n91");
+    EXPECT_EQ(FileNameText(std::filesystem::path(u8"caf\u00e9.n91")), "caf\xE9.n91");
+    EXPECT_EQ(FileNameText(std::filesystem::path(u8"\u20ac.n91")), "?.n91");
+    EXPECT_EQ(FileNameText("bad\xFFname"), "bad\xFFname"); // no UTF-8: as it stands
+}
+
+} // namespace
+} // namespace nrv::testing

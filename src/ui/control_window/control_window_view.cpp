@@ -1,5 +1,6 @@
 #include "ui/control_window/control_window_view.h"
 
+#include "ports/numbering.h"
 #include "ui/binding/binding.h"
 #include "ui/binding/text.h"
 #include "ui/control_window/channel_layout.h"
@@ -22,10 +23,6 @@ namespace nrv::ui {
 using controls::Aspect;
 
 namespace {
-
-std::size_t At(int index) {
-    return static_cast<std::size_t>(index);
-}
 
 /// A gain as a point's plate tells it, with its sign.
 QString SignedGain(const std::string& gain) {

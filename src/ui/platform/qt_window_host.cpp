@@ -1,5 +1,6 @@
 #include "ui/platform/qt_window_host.h"
 
+#include "ports/numbering.h"
 #include "ui/control_window/control_window_view.h"
 #include "ui/windows/connection_dialog.h"
 #include "ui/windows/device_list_window.h"
@@ -22,10 +23,6 @@ namespace {
 constexpr QSize SmallestControlWindow(controls::FrmCtrl::WidthTwips / TwipsPerPixel,
                                       controls::FrmCtrl::HeightTwips / TwipsPerPixel);
 constexpr int CascadeStep = 26; ///< pixels, so that the title of the window behind stays in sight
-
-std::size_t At(int slot) {
-    return static_cast<std::size_t>(slot);
-}
 
 } // namespace
 

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+
+namespace nrv {
+
+inline constexpr int DeviceCount = 33; ///< device IDs on a line are 0 to 32
+
+constexpr bool IsDeviceId(int id) {
+    return id >= 0 && id < DeviceCount;
+}
+
+/// A number of the system, which is never negative where it counts, as the index of a container.
+constexpr std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+} // namespace nrv

@@ -1,0 +1,416 @@
+#include "ports/record_file.h"
+#include "presets/load_window.h"
+#include "presets/preset_files.h"
+
+#include <cstring>
+#include <unistd.h>
+
+namespace nrv::testing {
+namespace {
+
+using Image = std::array<std::uint8_t, 771>;
+
+constexpr std::size_t OptionBits = 433 + 16;
+constexpr std::size_t MuteBits = 433 + 18;
+constexpr std::size_t SumButtons = 690 + 40;
+
+/// Presets between the window of device 9 and files in a folder.
+class PresetFilesTest : public LoadWindow {
+  protected:
+    PresetFilesTest() {
+        Choose("a.n91");
+        const auto answer = world.Port.Answer;
+        world.Port.Answer = [this, answer](const Frame& frame) {
+            pointers.push_back(program.Main.Window.MousePointer());
+            return answer(frame);
+        };
+    }
+    void Choose(const std::string& name) { world.Files.File = world.Folder.Path() / name; }
+    void Save() {
+        program.Events.Run([this] { form.Command2[1].UserClick(); });
+    }
+    void Load() {
+        program.Events.Run([this] { form.Command2[0].UserClick(); });
+    }
+    Image Bytes771() const {
+        Image bytes{};
+        std::memcpy(bytes.data(), &image, bytes.size());
+        return bytes;
+    }
+    void Put(const Image& bytes) { std::memcpy(static_cast<void*>(&image), bytes.data(), bytes.size()); }
+    static Bytes AsFile(const Image& bytes) { return {bytes.begin(), bytes.end()}; }
+    /// Any image that a window can hold: any byte, but frequencies that the table has, one mute byte in both of its
+    /// places and the same sum button on every output.
+    Image RandomImage() {
+        Image bytes{};
+        for (std::uint8_t& byte : bytes) {
+            byte = static_cast<std::uint8_t>(random() % 256);
+        }
+        const Body body = RandomBody(random);
+        std::ranges::copy(body, bytes.begin());
+        bytes[MuteBits] = bytes[71];
+        std::fill_n(bytes.begin() + SumButtons, 6, static_cast<std::uint8_t>(random() % 3));
+        return bytes;
+    }
+    void ExpectSame(const Image& bytes, const Image& expected) {
+        for (std::size_t n = 0; n < bytes.size(); ++n) {
+            ASSERT_EQ(bytes[n], expected[n]) << "byte " << n;
+        }
+    }
+    std::string Status() const { return program.Main.StatusLine.Caption(); }
+    void ExpectAtRest() const {
+        EXPECT_EQ(program.Main.Window.MousePointer(), controls::Pointer::Default);
+        EXPECT_FALSE(program.Windows.ControlEventsOff);
+        EXPECT_FALSE(program.Link.TxSuppressed);
+        EXPECT_FALSE(program.Link.CheckSuppressed);
+        EXPECT_FALSE(program.Response.PlotSuspended);
+    }
+    void ExpectNothingDone(const Image& before, const std::string& title) {
+        ExpectSame(Bytes771(), before);
+        EXPECT_EQ(form.Window.Caption(), title);
+        EXPECT_TRUE(world.Port.Sent.empty());
+        ExpectAtRest();
+    }
+
+    std::vector<controls::Pointer> pointers; ///< at each frame
+};
+
+TEST_F(PresetFilesTest, SaveWritesTheImageAsItStands) {
+    const Image before = RandomImage();
+    Put(before);
+    Save();
+    EXPECT_EQ(world.Folder.Read("a.n91"), AsFile(before));
+    EXPECT_TRUE(world.Port.Sent.empty());
+    ExpectSame(Bytes771(), before);
+    EXPECT_EQ(form.Window.Caption(), "ID:9 NRV-718 - Last preset loaded: come from PC - a.n91");
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+}
+
+TEST_F(PresetFilesTest, DialogsOfferPresetsInThePresetFolder) {
+    world.Files.File.reset();
+    Save();
+    Load();
+    const std::string folder = (world.Folder.Path() / "preset").string();
+    EXPECT_THAT(world.Files.Log, ::testing::ElementsAre("save file preset (*.n91)|*.n91 in " + folder,
+                                                        "open file preset (*.n91)|*.n91 in " + folder));
+    EXPECT_FALSE(world.Folder.Has("preset"));
+}
+
+TEST_F(PresetFilesTest, CancelEndsBothSilently) {
+    const Image before = Bytes771();
+    const std::string title = form.Window.Caption();
+    world.Files.File.reset();
+    Save();
+    Load();
+    ExpectNothingDone(before, title);
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+    EXPECT_EQ(Status(), "");
+}
+
+TEST_F(PresetFilesTest, SaveKeepsTheTailOfALongerFile) {
+    world.Folder.Write("a.n91", Bytes(1000, 0xAB));
+    Save();
+    const Bytes file = world.Folder.Read("a.n91");
+    ASSERT_EQ(file.size(), 1000U);
+    EXPECT_EQ(Bytes(file.begin(), file.begin() + 771), AsFile(Bytes771()));
+    EXPECT_EQ(Bytes(file.begin() + 771, file.end()), Bytes(229, 0xAB));
+}
+
+TEST_F(PresetFilesTest, SaveThatFailsIsToldAtTheFootAndNowhereElse) {
+    const Image before = Bytes771();
+    const std::string title = form.Window.Caption();
+    Choose("absent/a.n91");
+    Save();
+    EXPECT_EQ(Status(), "The preset was not saved. a.n91 could not be written: No such file or directory.");
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+    ExpectNothingDone(before, title);
+    std::filesystem::create_directory(world.Folder.Path() / "b.n91");
+    Choose("b.n91");
+    Save();
+    EXPECT_EQ(Status(), "The preset was not saved. b.n91 could not be written: it is a folder.");
+    EXPECT_EQ(form.Window.Caption(), title);
+}
+
+TEST_F(PresetFilesTest, SaveToADeviceIsRefused) {
+    if (!std::filesystem::is_character_file("/dev/null")) {
+        GTEST_SKIP() << "no such device here";
+    }
+    const std::string title = form.Window.Caption();
+    world.Files.File = "/dev/null";
+    Save();
+    EXPECT_EQ(Status(), "The preset was not saved. null could not be written: it is not a file.");
+    EXPECT_EQ(form.Window.Caption(), title);
+}
+
+TEST_F(PresetFilesTest, FileThatMayNotBeReadChangesNothing) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "root may read everything";
+    }
+    world.Folder.Write("a.n91", AsFile(RandomImage()));
+    std::filesystem::permissions(world.Folder.Path() / "a.n91", std::filesystem::perms::none);
+    const Image before = Bytes771();
+    const std::string title = form.Window.Caption();
+    Load();
+    ExpectNothingDone(before, title);
+    EXPECT_EQ(Status(), "The preset was not loaded. a.n91 could not be read: Permission denied.");
+}
+
+TEST_F(PresetFilesTest, FolderUnderTheNameChangesNothing) {
+    std::filesystem::create_directory(world.Folder.Path() / "a.n91");
+    program.Stores.LastInputType = 1.0;
+    const Image before = Bytes771();
+    const std::string title = form.Window.Caption();
+    Load();
+    ExpectNothingDone(before, title);
+    EXPECT_EQ(program.Stores.ParamValues[0].InputType, 0.0);
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+    EXPECT_EQ(Status(), "The preset was not loaded. a.n91 could not be read: it is a folder.");
+}
+
+TEST_F(PresetFilesTest, MissingFolderIsFileNotFound) {
+    const Image before = Bytes771();
+    const std::string title = form.Window.Caption();
+    Choose("absent/a.n91");
+    Load();
+    ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+    ExpectBox(world.Boxes.Shown[0], " Error", " File not found. Try again.", BoxIcon::Exclamation, BoxButtons::Ok);
+    ExpectNothingDone(before, title);
+    EXPECT_FALSE(world.Folder.Has("absent"));
+}
+
+TEST_F(PresetFilesTest, NameThatDoesNotExistBecomesAnEmptyFileAndTheImageIsApplied) {
+    values.MuteWithPreset = 1.0;
+    image.SystemPage[16] = 0x24;
+    const Image before = Bytes771();
+    Choose("new.n91");
+    Load();
+    EXPECT_TRUE(world.Folder.Has("new.n91"));
+    EXPECT_TRUE(world.Folder.Read("new.n91").empty());
+    ExpectSame(Bytes771(), before);
+    EXPECT_EQ(world.Port.Sent.size(), 153U);
+    EXPECT_EQ(form.Window.Caption(), "ID:9 NRV 916 - Last preset loaded: come from PC - new.n91");
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+}
+
+TEST_F(PresetFilesTest, LoadSendsTheWholePresetUnderTheWaitCursor) {
+    const Body body = RandomPreset(random);
+    Image file = RandomImage();
+    std::ranges::copy(body, file.begin());
+    file[OptionBits] = 0x24;
+    world.Folder.Write("a.n91", AsFile(file));
+    values.MuteWithPreset = 1.0;
+    const LoadSituation situation{Id, 0x24, true, Sources(), 0};
+    Load();
+    ExpectSent(Trace(body, situation));
+    EXPECT_FALSE(pointers.empty());
+    EXPECT_THAT(pointers, ::testing::Each(controls::Pointer::Hourglass));
+    EXPECT_EQ(form.Window.Caption(), "ID:9 NRV 916 - Last preset loaded: come from PC - a.n91");
+    EXPECT_EQ(Status(), "");
+    ExpectAtRest();
+}
+
+TEST_F(PresetFilesTest, AnyImageComesBackFromItsFileByteForByte) {
+    values.MuteWithPreset = 1.0;
+    for (int round = 0; round < 8; ++round) {
+        const Image saved = [&] {
+            Image bytes = RandomImage();
+            bytes[OptionBits] |= 0x04;
+            return bytes;
+        }();
+        program.Stores.LastInputType = (saved[OptionBits] & 0x10) != 0 ? 1.0 : 0.0;
+        Put(saved);
+        Save();
+        Put(RandomImage());
+        values.MuteWithPreset = 1.0;
+        Load();
+        ExpectSame(Bytes771(), saved);
+        EXPECT_EQ(values.MuteWithPreset, 1.0);
+    }
+    ExpectAtRest();
+}
+
+TEST_F(PresetFilesTest, WithTheMuteOptionOffTheFilesMutesAreNotTaken) {
+    Image file = RandomImage();
+    file[71] = file[MuteBits] = 0x03; // the inputs muted, the outputs not
+    file[OptionBits] = 0x07;          // the mute option and two bits without a meaning
+    world.Folder.Write("a.n91", AsFile(file));
+    values.MuteWithPreset = 0.0;
+    values.OptionBit5 = 1.0;
+    Load();
+    EXPECT_EQ(world.Port.CountSent(0x0A), 0);
+    EXPECT_THAT(values.ChannelMute, ::testing::ElementsAre(0, 0, 1, 1, 1, 1, 1, 1));
+    Image expected = file;
+    expected[71] = expected[MuteBits] = 0xFC;
+    expected[OptionBits] = 0x20; // rebuilt from the device's settings
+    ExpectSame(Bytes771(), expected);
+    EXPECT_EQ(values.MuteWithPreset, 0.0);
+}
+
+TEST_F(PresetFilesTest, MuteOptionIsTheDevicesAndNotTheFiles) {
+    Image file = RandomImage();
+    file[OptionBits] = 0x28; // without the mute option
+    world.Folder.Write("a.n91", AsFile(file));
+    values.MuteWithPreset = 1.0;
+    Load();
+    EXPECT_EQ(values.MuteWithPreset, 1.0);
+    EXPECT_EQ(image.SystemPage[16], 0x2C);
+    EXPECT_EQ(world.Port.Sent.front(), FrameOf({0x0A}));
+    EXPECT_EQ(world.Port.Sent.back(), FrameOf({0x0A, 1}));
+}
+
+TEST_F(PresetFilesTest, InputTypeIsTheLastChoiceOfAnyWindowAndGoesToRowZero) {
+    Image file = RandomImage();
+    file[OptionBits] = 0x04; // analog
+    world.Folder.Write("a.n91", AsFile(file));
+    values.MuteWithPreset = 1.0;
+    values.InputType = 0.0;
+    program.Stores.LastInputType = 1.0;
+    Load();
+    EXPECT_EQ(program.Stores.ParamValues[0].InputType, 1.0);
+    EXPECT_EQ(image.SystemPage[16], 0x14);
+    EXPECT_EQ(values.InputType, 1.0); // decoded again from the bit that was forced
+    EXPECT_EQ(form.Combo4.Index(), 1);
+
+    file[OptionBits] = 0x14; // digital
+    world.Folder.Write("a.n91", AsFile(file));
+    program.Stores.LastInputType = 0.0;
+    Load();
+    EXPECT_EQ(program.Stores.ParamValues[0].InputType, 0.0);
+    EXPECT_EQ(image.SystemPage[16], 0x04);
+    EXPECT_EQ(world.Port.CountSent(0x0D), 0); // not sent
+}
+
+TEST_F(PresetFilesTest, RowZeroIsWrittenAndTheDevicesRowStaysWithTheMuteOptionOff) {
+    world.Folder.Write("a.n91", AsFile(RandomImage()));
+    values.MuteWithPreset = 0.0;
+    values.InputType = 0.0;
+    values.OptionBit5 = 0.0;
+    program.Stores.LastInputType = 1.0;
+    Load();
+    EXPECT_EQ(program.Stores.ParamValues[0].InputType, 1.0);
+    EXPECT_EQ(values.InputType, 0.0);
+    EXPECT_EQ(image.SystemPage[16], 0x00); // the forced bit is lost when the byte is rebuilt
+}
+
+TEST_F(PresetFilesTest, NamesOfTheMemoryPositionsStay) {
+    const auto before = values.PresetNames;
+    const std::string current = values.CurrentPresetName;
+    Image file = RandomImage();
+    std::fill_n(file.begin() + 433 + 64, 128, std::uint8_t{'x'});
+    world.Folder.Write("a.n91", AsFile(file));
+    Load();
+    EXPECT_EQ(values.PresetNames, before);
+    EXPECT_EQ(values.CurrentPresetName, current);
+    EXPECT_EQ(image.SystemPage[64], 'x');
+    EXPECT_EQ(image.SystemPage[191], 'x');
+}
+
+TEST_F(PresetFilesTest, ShortFileLeavesWhatLiesPastItsEnd) {
+    values.MuteWithPreset = 1.0;
+    for (const std::size_t length : {0U, 1U, 72U, 431U, 433U, 450U, 700U, 770U}) {
+        Image before = RandomImage();
+        before[71] = before[MuteBits] = 0x21;
+        before[OptionBits] = 0x04;
+        Image file = RandomImage();
+        file[71] = file[MuteBits] = 0x21;
+        file[OptionBits] = 0x04;
+        std::fill_n(file.begin() + SumButtons, 6, std::uint8_t{1});
+        std::fill_n(before.begin() + SumButtons, 6, std::uint8_t{1});
+        Put(before);
+        world.Folder.Write("a.n91", {file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length)});
+        Load();
+        Image expected = before;
+        std::copy_n(file.begin(), length, expected.begin());
+        ExpectSame(Bytes771(), expected);
+    }
+}
+
+TEST_F(PresetFilesTest, LongFileIsReadInItsFirst771Bytes) {
+    values.MuteWithPreset = 1.0;
+    Image file = RandomImage();
+    file[OptionBits] = 0x04;
+    Bytes longer = AsFile(file);
+    longer.resize(5000, 0xEE);
+    world.Folder.Write("a.n91", longer);
+    Load();
+    ExpectSame(Bytes771(), file);
+    EXPECT_EQ(world.Folder.Read("a.n91"), longer);
+}
+
+TEST_F(PresetFilesTest, FailedBulkUpdateEndsTheApplyingAndTheTitleIsSet) {
+    Image file = RandomImage();
+    file[OptionBits] = 0x04;
+    world.Folder.Write("a.n91", AsFile(file));
+    values.MuteWithPreset = 1.0;
+    const int gain = form.Slider1[0].Position();
+    form.SSTab1.SetTab(4);
+    Silence(0x0A);
+    Load();
+    EXPECT_EQ(TakeSent(), std::vector<Frame>(5, FrameOf({0x0A})));
+    ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+    EXPECT_EQ(world.Boxes.Shown[0].Title, "Communication problem");
+    EXPECT_FALSE(Loaded(0));
+    EXPECT_EQ(form.Window.Caption(), "ID:9 NRV 916 - Last preset loaded: come from PC - a.n91");
+    EXPECT_EQ(form.Slider1[0].Position(), gain);
+    ExpectSame(Bytes771(), file); // the image holds the new data already
+    ExpectAtRest();
+}
+
+TEST_F(PresetFilesTest, FailureOfAnyOtherFrameLetsTheLoadGoOn) {
+    values.MuteWithPreset = 1.0;
+    Image file = RandomImage();
+    file[OptionBits] = 0x04;
+    world.Folder.Write("a.n91", AsFile(file));
+    Silence(0x0C);
+    Load();
+    EXPECT_EQ(world.Port.CountSent(0x0C), 5);
+    EXPECT_EQ(world.Port.Sent.back(), FrameOf({0x0A, 1}));
+    EXPECT_EQ(form.Window.Caption(), "ID:9 NRV 916 - Last preset loaded: come from PC - a.n91");
+    ExpectAtRest();
+}
+
+TEST_F(PresetFilesTest, CodeWithoutAnEntryIsToldAtTheFootWithChannelAndByte) {
+    Image file = RandomImage();
+    file[OptionBits] = 0x04;
+    file[151] = 200; // frequency of Out 1's first section
+    world.Folder.Write("a.n91", AsFile(file));
+    values.MuteWithPreset = 1.0;
+    const std::string title = form.Window.Caption();
+    Load();
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+    EXPECT_THAT(Status(), ::testing::StartsWith("The preset was not loaded to its end. "));
+    EXPECT_THAT(Status(), ::testing::HasSubstr("Out 1"));
+    EXPECT_THAT(Status(), ::testing::HasSubstr("byte 151 "));
+    EXPECT_THAT(Status(), ::testing::HasSubstr("200"));
+    EXPECT_EQ(form.Window.Caption(), title);
+    ExpectSame(Bytes771(), file);
+    ExpectAtRest();
+
+    Put(RandomImage());
+    Save(); // what is told of one file is gone with the next
+    EXPECT_EQ(Status(), "");
+}
+
+TEST_F(PresetFilesTest, DemoModeLoadsTheSameAndSendsNothing) {
+    program.Link.DemoMode = true;
+    values.MuteWithPreset = 1.0;
+    Image file = RandomImage();
+    file[OptionBits] = 0x04;
+    world.Folder.Write("a.n91", AsFile(file));
+    Load();
+    ExpectSame(Bytes771(), file);
+    EXPECT_TRUE(world.Port.Sent.empty());
+    EXPECT_EQ(form.Window.Caption(), "ID:9 NRV 916 - Last preset loaded: come from PC - a.n91");
+}
+
+TEST_F(PresetFilesTest, LoadPlotsAtOnceAndKeepsTheTab) {
+    values.MuteWithPreset = 1.0;
+    world.Folder.Write("a.n91", AsFile(RandomImage()));
+    form.SSTab1.SetTab(3);
+    Load();
+    EXPECT_EQ(form.SSTab1.Tab(), 3);
+    EXPECT_FALSE(form.Picture1[3].Strokes().empty());
+}
+
+} // namespace
+} // namespace nrv::testing
