@@ -212,6 +212,7 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
     case SH_ComboBox_Popup:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
         return 0;
     default:
         return QProxyStyle::styleHint(hint, option, widget, result);
