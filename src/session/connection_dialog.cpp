@@ -20,7 +20,7 @@ int Nearest(const controls::List& list, int value) {
 } // namespace
 
 ConnectionDialog::ConnectionDialog(const Parts& parts)
-    : form_(parts.Form), link_(parts.Link), state_(parts.State), boxes_(parts.Boxes), process_(parts.EndOfRun),
+    : form_(parts.Form), link_(parts.Link), state_(parts.State), boxes_(parts.Boxes), process_(parts.Run),
       host_(parts.Host), status_(parts.Status) {
     for (std::size_t link = 0; link < form_.Link.size(); ++link) {
         form_.Link[link].Clicked = [this, link] { ChooseLink(link); };

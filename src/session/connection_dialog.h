@@ -19,7 +19,7 @@ class ConnectionDialog {
         link::Link& Link;
         SessionState& State;
         MessageBoxes& Boxes;
-        Process& EndOfRun;
+        Process& Run;
         WindowHost& Host;
         StatusLine& Status;
     };

@@ -24,7 +24,7 @@ std::string ProgressText(int index, int last) {
 
 Discovery::Discovery(const Parts& parts)
     : link_(parts.Link), stores_(parts.Stores), state_(parts.State), splash_(parts.Splash), boxes_(parts.Boxes),
-      process_(parts.EndOfRun) {
+      process_(parts.Run) {
     for (model::ParamRow& row : stores_.ParamValues) {
         row.DevicePassword.fill(DefaultPasswordCharacter);
     }

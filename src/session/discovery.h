@@ -21,7 +21,7 @@ class Discovery {
         SessionState& State;
         controls::FrmSplash& Splash;
         MessageBoxes& Boxes;
-        Process& EndOfRun;
+        Process& Run;
     };
     explicit Discovery(const Parts& parts);
 

@@ -3,6 +3,7 @@
 
 #include "driver/driver.h"
 #include "model/tables.h"
+#include "rack_desk.h"
 #include "simulator/line.h"
 #include "support/test_folder.h"
 #include "support/test_program.h"
@@ -101,18 +102,6 @@ QString CurveFault(const QImage& picture, const QColor& ink, const std::vector<d
 std::vector<double> Flat(double level) {
     return std::vector<double>(WalkedFrequencies().size(), level);
 }
-
-/// Ends in thought alone.
-class TestProcess final : public nrv::Process {
-  public:
-    explicit TestProcess(ui::QtProcess& real) : real_(real) {}
-    void RunPendingEvents() override { real_.RunPendingEvents(); }
-    void Sleep(int milliseconds) override { real_.Sleep(milliseconds); }
-    [[noreturn]] void End() override { throw EndOfProcess{}; }
-
-  private:
-    ui::QtProcess& real_;
-};
 
 /// Counts how often a widget was painted.
 class PaintCounter : public QObject {
@@ -495,7 +484,7 @@ void EqualiserTest::OnARealLineOneDragIsOneFrameAndClosingInTheMiddleSendsNone()
     const ui::ComPortNames names{QString()};
     ui::QtSerialPort spare_port(names);
     ui::QtProcess real_process(spare_port);
-    TestProcess process(real_process);
+    test::TestProcess process(real_process);
     ui::Application application(folder.Path(), ui::Application::Substitutes{.Run = &process});
     program::Program& logic = application.Logic();
 
