@@ -1,4 +1,4 @@
-// The same work with the graph painted as the window paints it: one-pixel polylines on a raster of the graph's size.
+// The same work with the graph painted as the window paints it: one-pixel lines on a raster of the graph's size.
 // The plain way draws line by line.
 
 #include "response_bench_desk.h"
@@ -6,7 +6,6 @@
 
 #include <QImage>
 #include <QPainter>
-#include <QPolygon>
 
 namespace {
 
@@ -17,9 +16,9 @@ class Surface {
     void Paint(const nrv::controls::Picture& picture) {
         QPainter painter(&image_);
         for (const nrv::controls::Picture::Stroke& stroke : picture.Strokes()) {
-            nrv::ui::GraphView::Thin(stroke, points_);
+            nrv::ui::GraphView::Thin(stroke, lines_);
             painter.setPen(QPen(QColor(stroke.Pen.Red, stroke.Pen.Green, stroke.Pen.Blue), 1.0));
-            painter.drawPolyline(points_);
+            painter.drawLines(lines_);
         }
     }
     void PaintLineByLine(const PlainRedraw& plain) {
@@ -35,7 +34,7 @@ class Surface {
 
   private:
     QImage image_{576, 192, QImage::Format_ARGB32_Premultiplied};
-    QPolygon points_;
+    QList<QLine> lines_;
 };
 
 void PaintedUpdate(benchmark::State& state) {

@@ -95,6 +95,8 @@ bool Tour::Connect() {
 void Tour::ChooseConnection(QWidget& dialog) {
     Picture(dialog, "connection");
     driver::ClickMark(Find(QStringLiteral("Link(1)"), &dialog));
+    driver::ClickMark(Find(QStringLiteral("Connection(1)"), &dialog));
+    Picture(dialog, "connection-twenty");
     driver::ClickMark(Find(QStringLiteral("Connection(2)"), &dialog));
     Picture(dialog, "connection-list");
     driver::ClickMark(Find(QStringLiteral("Connection(3)"), &dialog));

@@ -18,6 +18,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
@@ -25,6 +26,7 @@
 
 #include <map>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -51,6 +53,16 @@ bool IsShown(const QWidget& widget) {
 }
 
 } // namespace
+
+/// One-pixel lines on white of a graph's size.
+static QImage Inked(const QList<QLine>& lines) {
+    QImage image(576, 192, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setPen(QPen(Qt::red, 1.0));
+    painter.drawLines(lines);
+    return image;
+}
 
 class ControlWindowViewTest : public test::ControlWindowFixture {
     Q_OBJECT
@@ -239,6 +251,28 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
         QCOMPARE(drawn.pixelColor(50, 20), ink);
         QVERIFY(drawn.pixelColor(150, 20) != ink);
         QCOMPARE(drawn.pixelColor(250, 20), ink);
+    }
+
+    void AStrokeInksEachOfItsPoints() {
+        std::mt19937 random(718);
+        for (int round = 0; round < 200; ++round) {
+            controls::Picture::Stroke stroke{{255, 0, 0}, {{-10, 0}}};
+            const int step = round % 7;
+            int y = static_cast<int>(random() % 192);
+            for (int x = 0; x < 576; x += static_cast<int>(random() % 3)) {
+                y += static_cast<int>(random() % static_cast<unsigned>(2 * step + 1)) - step;
+                stroke.Points.push_back({x, y});
+            }
+            QList<QLine> lines;
+            ui::GraphView::Thin(stroke, lines);
+            QVERIFY(lines.size() < static_cast<qsizetype>(stroke.Points.size()));
+            const QImage image = Inked(lines);
+            for (const controls::Picture::Point& point : stroke.Points) {
+                if (image.rect().contains(point.X, point.Y)) {
+                    QCOMPARE(image.pixelColor(point.X, point.Y), QColor(Qt::red));
+                }
+            }
+        }
     }
 
     void PositionZeroIsAtTheTop() {

@@ -50,6 +50,11 @@ void PaintPaper(QPainter& painter) {
     HorizontalLine(painter, 0.0, paper.Zero);
 }
 
+/// -1 above the paper, 1 below it, 0 beside or on it.
+int SideOf(QPoint point) {
+    return point.y() < 0 ? -1 : point.y() >= GraphView::GraphHeight ? 1 : 0;
+}
+
 /// Painted once for each pixel ratio and shared by all graphs.
 QPixmap PaperFor(double pixel_ratio) {
     const QString key = QStringLiteral("graph paper %1").arg(pixel_ratio);
@@ -101,26 +106,29 @@ void GraphView::paintEvent(QPaintEvent*) {
     }
 }
 
-void GraphView::Thin(const controls::Picture::Stroke& stroke, QPolygon& points) {
+void GraphView::Thin(const controls::Picture::Stroke& stroke, QList<QLine>& lines) {
     const auto runs_on = [](int from, int by, int to) { return (from < by && by < to) || (from > by && by > to); };
-    points.clear();
+    lines.clear();
+    QPoint at(stroke.Points.front().X, stroke.Points.front().Y);
     for (const controls::Picture::Point& point : stroke.Points) {
         const QPoint next(point.X, point.Y);
-        const qsizetype count = points.size();
-        if (count > 0 && points[count - 1] == next) {
+        if (next == at) {
             continue;
         }
-        if (count > 1) {
-            const QPoint from = points[count - 2];
-            const QPoint by = points[count - 1];
-            const bool level = from.y() == by.y() && by.y() == next.y() && runs_on(from.x(), by.x(), next.x());
-            const bool upright = from.x() == by.x() && by.x() == next.x() && runs_on(from.y(), by.y(), next.y());
-            if (level || upright) {
-                points[count - 1] = next;
+        if (!lines.empty()) {
+            const QPoint from = lines.back().p1();
+            const bool level = from.y() == at.y() && at.y() == next.y() && runs_on(from.x(), at.x(), next.x());
+            const bool upright = from.x() == at.x() && at.x() == next.x() && runs_on(from.y(), at.y(), next.y());
+            // Nothing shows of a run above or below the paper.
+            const bool unseen = SideOf(from) != 0 && SideOf(from) == SideOf(at) && SideOf(at) == SideOf(next);
+            if (level || upright || unseen) {
+                lines.back().setP2(next);
+                at = next;
                 continue;
             }
         }
-        points.append(next);
+        lines.append(QLine(at, next));
+        at = next;
     }
 }
 
@@ -131,9 +139,9 @@ void GraphView::PaintStrokes(QPainter& painter) {
         painter.translate(0.5, 0.5);
     }
     for (const controls::Picture::Stroke& stroke : picture_->Strokes()) {
-        Thin(stroke, points_);
+        Thin(stroke, lines_);
         painter.setPen(QPen(QColor(stroke.Pen.Red, stroke.Pen.Green, stroke.Pen.Blue), 1.0));
-        painter.drawPolyline(points_);
+        painter.drawLines(lines_);
     }
 }
 

@@ -2,7 +2,8 @@
 
 #include "controls/control.h"
 
-#include <QPolygon>
+#include <QLine>
+#include <QList>
 #include <QWidget>
 
 namespace nrv::ui {
@@ -22,14 +23,15 @@ class GraphView : public QWidget {
     static double PlaceOfFrequency(double hertz);
     static double PlaceOfLevel(double decibels);
 
-    /// Shows the strokes of a picture, and no more when it is null. The picture outlives the view or is taken away first.
+    /// Shows the strokes of a picture, and no more when it is null. The picture outlives the view or is taken away
+    /// first.
     void ShowPicture(const controls::Picture* picture);
 
     QSize sizeHint() const override { return {GraphWidth, GraphHeight}; }
 
-    /// The points that a stroke's picture needs: not those that repeat the one before or lie within a level or upright
-    /// run. Pixel for pixel the same line, in half the time.
-    static void Thin(const controls::Picture::Stroke& stroke, QPolygon& points);
+    /// The lines that a stroke's picture needs: one for each level, upright or unseen run of points. Drawn one by one
+    /// they ink every point of the stroke; as one polyline the toolkit would leave out some at the turns.
+    static void Thin(const controls::Picture::Stroke& stroke, QList<QLine>& lines);
 
   protected:
     void paintEvent(QPaintEvent*) override;
@@ -38,7 +40,7 @@ class GraphView : public QWidget {
     void PaintStrokes(QPainter& painter);
 
     const controls::Picture* picture_ = nullptr;
-    QPolygon points_; ///< kept for its room
+    QList<QLine> lines_; ///< kept for its room
 };
 
 } // namespace nrv::ui
