@@ -104,9 +104,11 @@ void Line::ClearFrames() {
 void Line::Run() {
     ::prctl(PR_SET_TIMERSLACK, kTimerSlackNs, 0UL, 0UL, 0UL);
     while (Wait()) {
-        // Who has the line open must be known before a request is taken: its answer would be lost otherwise.
         pty_.UpdateOpenCount();
         TakeRequests();
+        // Whoever sent a request opened the line before it; that must be known before it is answered, and who closed it
+        // before that, or the answer would be lost.
+        pty_.UpdateOpenCount();
         const std::vector<Byte> due = outbox_.TakeDue(steady_clock::now());
         if (pty_.OpenElsewhere())
             pty_.Write(due);
