@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/frm_ctrl.h"
+#include "ports/numbering.h"
 
 #include <array>
 #include <memory>
@@ -30,9 +31,9 @@ struct Windows {
     bool ControlEventsOff = false;        ///< guarded events do nothing while the program writes a control itself
 
     /// The record of the current window.
-    FrmCtrl& Current() { return *ControlWindows[static_cast<std::size_t>(CurrentWindow)]; }
+    FrmCtrl& Current() { return *ControlWindows[At(CurrentWindow)]; }
     /// The device ID that the current window's slot gives, 0 before any window was opened.
-    int CurrentDevice() const { return WindowSlots[static_cast<std::size_t>(CurrentWindow)].DeviceId; }
+    int CurrentDevice() const { return WindowSlots[At(CurrentWindow)].DeviceId; }
 };
 
 } // namespace nrv::controls

@@ -23,14 +23,14 @@ void MarkFlatness(const CommandContext& context, int channel) {
     }
     const auto first = context.Values().PeqGain.begin() + FirstPeqOf(channel);
     const bool flat = std::all_of(first, first + PeqCountOf(channel), [](double gain) { return gain == 0.0; });
-    context.Form().Label100[FlatLabels[static_cast<std::size_t>(channel)]].SetToolTip(flat ? "Flat" : "~~~~~~");
+    context.Form().Label100[FlatLabels[At(channel)]].SetToolTip(flat ? "Flat" : "~~~~~~");
 }
 
 } // namespace
 
 void SetPeq(const CommandContext& context, int section) {
     controls::FrmCtrl& form = context.Form();
-    const std::size_t s = static_cast<std::size_t>(section);
+    const std::size_t s = At(section);
     const int gain_code = PeqGainTop - form.Slider2[s].Position();
     const int bandwidth_code = form.UpDown3[s].Position();
     // The texts follow the controls as they show; the codes are the bytes that were there.
@@ -58,7 +58,7 @@ void SetPeq(const CommandContext& context, int section) {
 
 void SetTone(const CommandContext& context, int filter) {
     controls::FrmCtrl& form = context.Form();
-    const std::size_t h = static_cast<std::size_t>(filter);
+    const std::size_t h = At(filter);
     const int gain_code = ToneGainTop - form.Slider3[h].Position();
     const int type = form.Combo1[h].Index();
     form.Text6[h].SetText(NumberText(ToneGainFromCode(ToneGainTop - form.Slider3[h].Shown())));
@@ -82,7 +82,7 @@ void SetTone(const CommandContext& context, int filter) {
 void FlatEqualiser(const CommandContext& context, response::Response& response, int channel) {
     const int first = FirstPeqOf(channel);
     for (int section = first; section < first + PeqCountOf(channel); ++section) {
-        context.Form().Slider2[static_cast<std::size_t>(section)].SetPosition(FlatPosition);
+        context.Form().Slider2[At(section)].SetPosition(FlatPosition);
         SetPeq(context, section);
         response.UpdatePeqCurve(section);
     }

@@ -24,7 +24,7 @@ std::string GainText(const controls::Fader& fader) {
 
 void SetGain(const CommandContext& context, int index) {
     controls::FrmCtrl& form = context.Form();
-    const std::size_t i = static_cast<std::size_t>(index);
+    const std::size_t i = At(index);
     const std::size_t twin = TwinOfControl(i);
     const std::size_t channel = ChannelOfControl(i);
     const int code = ChannelGainTop - form.Slider1[i].Position();
@@ -53,7 +53,7 @@ void SetMasterGain(const CommandContext& context) {
 
 void SetMute(const CommandContext& context, int index) {
     controls::FrmCtrl& form = context.Form();
-    const std::size_t i = static_cast<std::size_t>(index);
+    const std::size_t i = At(index);
     const std::size_t channel = ChannelOfControl(i);
     const bool muted = form.Check1[i].Checked();
     context.Values().ChannelMute[channel] = muted ? 1.0 : 0.0;

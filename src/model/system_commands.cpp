@@ -15,7 +15,7 @@ constexpr std::array<std::size_t, 8> PhaseLabels{4, 9, 14, 19, 24, 29, 34, 39};
 
 void SetPhase(const CommandContext& context, int index) {
     controls::FrmCtrl& form = context.Form();
-    const std::size_t i = static_cast<std::size_t>(index);
+    const std::size_t i = At(index);
     const std::size_t channel = ChannelOfControl(i);
     const std::uint8_t value = static_cast<std::uint8_t>(form.Check2[i].Value());
     context.Values().ChannelPhase[channel] = form.Check2[i].Checked() ? 1.0 : 0.0;

@@ -8,7 +8,7 @@ namespace nrv::presets {
 CopyInputDialog::CopyInputDialog(const ToolContext& context, controls::FrmCopyIn& form)
     : context_(context), form_(form) {
     for (int source = 0; source < 2; ++source) {
-        form_.Command1[static_cast<std::size_t>(source)].Clicked = [this, source] { Copy(source); };
+        form_.Command1[At(source)].Clicked = [this, source] { Copy(source); };
     }
 }
 
@@ -34,8 +34,8 @@ void CopyOutputDialog::Open() {
         names.push_back(context_.Commands.Form().Label300[channel].Caption());
     }
     for (int list = 0; list < 2; ++list) {
-        form_.Combo1[static_cast<std::size_t>(list)].SetItems(names);
-        form_.Combo1[static_cast<std::size_t>(list)].Select(list);
+        form_.Combo1[At(list)].SetItems(names);
+        form_.Combo1[At(list)].Select(list);
     }
     context_.Host.RunDialog(ToolDialog::CopyOutput);
 }

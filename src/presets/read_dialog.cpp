@@ -40,7 +40,7 @@ void ReadDialog::Open() {
 
 void ReadDialog::Read() {
     const int position = form_.List1.Shown();
-    if (context_.Commands.Values().PresetUsed[static_cast<std::size_t>(position)] != model::PresetUsedMark) {
+    if (context_.Commands.Values().PresetUsed[At(position)] != model::PresetUsedMark) {
         context_.Boxes.Show({"Preset empty", Title, BoxIcon::Critical});
         return;
     }
@@ -67,7 +67,7 @@ void ReadDialog::ReadPreset(int position) {
     for (int channel = 0; channel < controls::ChannelCount; ++channel) {
         context_.Response.RedrawChannel(channel);
     }
-    TitleFromDevice(context_, static_cast<std::size_t>(position));
+    TitleFromDevice(context_, At(position));
 }
 
 /// False when the link failed for good; nothing has changed then.

@@ -51,7 +51,7 @@ void StoreDialog::Store() {
 }
 
 void StoreDialog::StorePreset(int position, std::string& name) {
-    const std::size_t p = static_cast<std::size_t>(position);
+    const std::size_t p = At(position);
     model::ParamRow& values = context_.Commands.Values();
     model::PresetImageRow& image = context_.Commands.Image();
     if (name.size() < model::MemoryNameLength) {

@@ -40,12 +40,12 @@ void DeviceList::ListDevices() {
     try {
         for (int row = 0; row <= state_.FoundLast; ++row) {
             const int id = FoundId(state_, row);
-            state_.DeviceRow[static_cast<std::size_t>(id)] = row;
+            state_.DeviceRow[At(id)] = row;
             if (ReadLabel(id)) {
                 return; // the timer stays on and the work starts over
             }
             WriteRow(row, id);
-            state_.DeviceUnconnected[static_cast<std::size_t>(id)] = false;
+            state_.DeviceUnconnected[At(id)] = false;
             if (!link_.DemoMode) {
                 discovery_.ReadDeviceImage(id);
             }
@@ -64,7 +64,7 @@ void DeviceList::ListDevices() {
 
 /// True when the link failed for good.
 bool DeviceList::ReadLabel(int id) {
-    std::string& label = state_.DeviceNames[static_cast<std::size_t>(id)];
+    std::string& label = state_.DeviceNames[At(id)];
     label.clear();
     for (std::size_t j = 0; j < model::MemoryNameLength; ++j) {
         if (link_.MemoryRead(id, static_cast<int>(model::LabelAddress + j))) {
@@ -79,7 +79,7 @@ bool DeviceList::ReadLabel(int id) {
 }
 
 void DeviceList::WriteRow(int row, int id) {
-    form_.Devices.SetCell(row, 0, RowText(state_.DeviceNames[static_cast<std::size_t>(id)], id));
+    form_.Devices.SetCell(row, 0, RowText(state_.DeviceNames[At(id)], id));
 }
 
 std::string DeviceList::NameOf(int id) const {
@@ -104,7 +104,7 @@ void DeviceList::Open(int row) {
         throw RuntimeError(ErrorKind::IndexOutOfRange,
                            "Its record gives the ID " + std::to_string(id) + ", and IDs are 0 to 32.");
     }
-    if (state_.DeviceUnconnected[static_cast<std::size_t>(id)] && !Reconnect(row, id)) {
+    if (state_.DeviceUnconnected[At(id)] && !Reconnect(row, id)) {
         return;
     }
     if (PassesCheck(id) && TakeSlot(id)) {
@@ -113,7 +113,7 @@ void DeviceList::Open(int row) {
 }
 
 bool DeviceList::Reconnect(int row, int id) {
-    const std::size_t entry = static_cast<std::size_t>(id);
+    const std::size_t entry = At(id);
     if (boxes_.Show({"Do you want connect this device, are you sure ? ", "Connect device", BoxIcon::None,
                      BoxButtons::YesNo}) != BoxAnswer::Yes) {
         return false;
@@ -140,7 +140,7 @@ bool DeviceList::Reconnect(int row, int id) {
 }
 
 bool DeviceList::PassesCheck(int id) {
-    const std::size_t entry = static_cast<std::size_t>(id);
+    const std::size_t entry = At(id);
     if (link_.DeviceChecked[entry]) {
         return true;
     }
@@ -188,7 +188,7 @@ void DeviceList::ShowInSlot(int id) {
         discovery_.ReadDeviceState(id);
         load_control_window_();
     } catch (const RuntimeError&) {
-        windows_.WindowSlots[static_cast<std::size_t>(windows_.NewSlot)].InUse = false;
+        windows_.WindowSlots[At(windows_.NewSlot)].InUse = false;
         --windows_.OpenWindowTop;
         form_.LoadingNotice.SetVisible(false);
         throw;

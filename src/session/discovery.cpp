@@ -40,7 +40,7 @@ bool Discovery::SearchDevices() {
     for (int i = 0; i <= last; ++i) {
         splash_.Progress.SetCaption(ProgressText(i, last));
         splash_.Progress.Refresh();
-        found = Probe(listed ? state_.ConfiguredIds[static_cast<std::size_t>(i)] : i) || found;
+        found = Probe(listed ? state_.ConfiguredIds[At(i)] : i) || found;
     }
     splash_.Progress.SetVisible(false);
     return found;
@@ -51,7 +51,7 @@ bool Discovery::Probe(int id) {
         return false;
     }
     const bool answered = link_.ProbeDevice(id);
-    SpeakerRecord& record = state_.SpeakerRecords[static_cast<std::size_t>(id)];
+    SpeakerRecord& record = state_.SpeakerRecords[At(id)];
     record.SetFound(answered);
     if (answered) {
         record.SetDeviceId(id);
@@ -63,7 +63,7 @@ bool Discovery::Probe(int id) {
 void Discovery::EnterDevice(int id) {
     if (state_.FoundLast + 1 < DeviceCount) {
         ++state_.FoundLast;
-        state_.FoundDevices[static_cast<std::size_t>(state_.FoundLast)] = id;
+        state_.FoundDevices[At(state_.FoundLast)] = id;
     }
 }
 

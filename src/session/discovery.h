@@ -51,8 +51,8 @@ class Discovery {
     void NameAsEmpty(int id, std::size_t position);
     void SetDemoDefaults(int id);
 
-    model::ParamRow& Values(int id) { return stores_.ParamValues[static_cast<std::size_t>(id)]; }
-    model::PresetImageRow& Image(int id) { return stores_.PresetImage[static_cast<std::size_t>(id)]; }
+    model::ParamRow& Values(int id) { return stores_.ParamValues[At(id)]; }
+    model::PresetImageRow& Image(int id) { return stores_.PresetImage[At(id)]; }
 
     link::Link& link_;
     model::DeviceStores& stores_;

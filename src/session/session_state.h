@@ -46,7 +46,7 @@ struct SessionState {
 
 /// The ID at an index of the devices found, 0 to FoundLast.
 inline int FoundId(const SessionState& state, int index) {
-    return state.FoundDevices[static_cast<std::size_t>(index)];
+    return state.FoundDevices[At(index)];
 }
 
 } // namespace nrv::session

@@ -80,7 +80,7 @@ void StartUp::ConnectOne() {
         }
         return;
     }
-    SpeakerRecord& record = state_.SpeakerRecords[static_cast<std::size_t>(state_.SingleId)];
+    SpeakerRecord& record = state_.SpeakerRecords[At(state_.SingleId)];
     record.SetDeviceId(state_.SingleId);
     record.SetFound(true);
     state_.FoundLast = 0;

@@ -7,7 +7,7 @@ std::string RowText(const std::string& label, int id) {
 }
 
 void MarkUnconnected(SessionState& state, controls::FrmSearchNet& list, int id) {
-    const std::size_t entry = static_cast<std::size_t>(id);
+    const std::size_t entry = At(id);
     state.DeviceUnconnected[entry] = true;
     // A failure before the list has its rows has nowhere to write to.
     if (const int row = state.DeviceRow[entry]; row < list.Devices.Rows()) {

@@ -26,11 +26,11 @@ int TabOfBlock(int block) {
     if (block < FirstOutputBlock) {
         const std::array<int, BlocksPerChannel> tabs = {GainsTab, GainsTab, block / BlocksPerChannel, DelaysTab,
                                                         GainsTab};
-        return tabs[static_cast<std::size_t>(kind)];
+        return tabs[At(kind)];
     }
     const int own_tab = block / BlocksPerChannel;
     const std::array<int, BlocksPerChannel> tabs = {own_tab, DelaysTab, own_tab, GainsTab, GainsTab};
-    return tabs[static_cast<std::size_t>(kind)];
+    return tabs[At(kind)];
 }
 
 } // namespace
@@ -77,17 +77,17 @@ void ControlWindow::WireDelays(controls::FrmCtrl& form) {
         form.Text2[i].KeyPressed = [this, index](char key) { return model::TypedDelay(context_, boxes_, index, key); };
     }
     for (int unit = 0; unit < 2; ++unit) {
-        form.Option1[static_cast<std::size_t>(unit)].Clicked =
+        form.Option1[At(unit)].Clicked =
             Guarded([this, unit] { model::SetDelayUnit(context_, unit); });
     }
 }
 
 void ControlWindow::WireOutputs(controls::FrmCtrl& form) {
     for (int output = 0; output < controls::OutputCount; ++output) {
-        form.Combo3[static_cast<std::size_t>(output)].Chosen = [this, output] { model::SetSource(context_, output); };
+        form.Combo3[At(output)].Chosen = [this, output] { model::SetSource(context_, output); };
     }
     for (int channel = 0; channel < controls::ChannelCount; ++channel) {
-        const std::size_t c = static_cast<std::size_t>(channel);
+        const std::size_t c = At(channel);
         form.Slider4[c].Moved = [this, channel] { model::SetThreshold(context_, channel); };
         form.Slider5[c].Moved = [this, channel] { model::SetRelease(context_, channel); };
         form.Slider6[c].Moved = [this, channel] { model::SetAttack(context_, channel); };
@@ -101,7 +101,7 @@ void ControlWindow::WireGraphs(controls::FrmCtrl& form) {
         }
     };
     for (int channel = 0; channel < controls::ChannelCount; ++channel) {
-        const std::size_t c = static_cast<std::size_t>(channel);
+        const std::size_t c = At(channel);
         form.Check3[c].Clicked = [this, channel] { response::ShowCursor(context_, channel); };
         form.Command1[c].Clicked = [this, channel] {
             if (boxes_.AreYouSure("Flat Eq")) {
@@ -117,7 +117,7 @@ void ControlWindow::WireGraphs(controls::FrmCtrl& form) {
         }
     }
     for (int option = 0; option < static_cast<int>(form.Option2.size()); ++option) {
-        form.Option2[static_cast<std::size_t>(option)].Clicked = [this, option] {
+        form.Option2[At(option)].Clicked = [this, option] {
             response_.SetViewMode(option);
             response_.RedrawChannel(model::ChannelOfOutput(option / 3));
         };

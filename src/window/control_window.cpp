@@ -34,12 +34,12 @@ void ControlWindow::Load() {
         windows_.CurrentWindow = before;
         throw;
     }
-    windows_.Loaded[static_cast<std::size_t>(slot)] = true;
+    windows_.Loaded[At(slot)] = true;
     host_.ShowControlWindow(slot);
 }
 
 void ControlWindow::Fill(int slot) {
-    std::unique_ptr<controls::FrmCtrl>& record = windows_.ControlWindows[static_cast<std::size_t>(slot)];
+    std::unique_ptr<controls::FrmCtrl>& record = windows_.ControlWindows[At(slot)];
     record = std::make_unique<controls::FrmCtrl>();
     controls::FrmCtrl& form = *record;
     WireEvents(form);
@@ -77,12 +77,12 @@ void ControlWindow::Resize(int slot, int width, int height) {
 }
 
 bool ControlWindow::QueryUnload(int slot) {
-    if (!windows_.Loaded[static_cast<std::size_t>(slot)]) {
+    if (!windows_.Loaded[At(slot)]) {
         return true;
     }
     windows_.CurrentWindow = slot;
     const int id = windows_.CurrentDevice();
-    if (!state_.DeviceUnconnected[static_cast<std::size_t>(id)] && !boxes_.AreYouSure(IdText(id) + " - Close window")) {
+    if (!state_.DeviceUnconnected[At(id)] && !boxes_.AreYouSure(IdText(id) + " - Close window")) {
         return false;
     }
     Unload(slot);
@@ -90,7 +90,7 @@ bool ControlWindow::QueryUnload(int slot) {
 }
 
 void ControlWindow::Unload(int slot) {
-    const std::size_t index = static_cast<std::size_t>(slot);
+    const std::size_t index = At(slot);
     if (!windows_.Loaded[index]) {
         return;
     }

@@ -29,9 +29,9 @@ void Monitor::Start(controls::FrmCtrl& form) {
 void Monitor::Tick(controls::Timer& timer) {
     if (context_.Link.TransactionDone) {
         const controls::WindowSlot& slot =
-            context_.Windows.WindowSlots[static_cast<std::size_t>(context_.Windows.CurrentWindow)];
+            context_.Windows.WindowSlots[At(context_.Windows.CurrentWindow)];
         // A tick that leaves here keeps its interval.
-        if (state_.DeviceUnconnected[static_cast<std::size_t>(slot.DeviceId)] || !slot.InUse) {
+        if (state_.DeviceUnconnected[At(slot.DeviceId)] || !slot.InUse) {
             return;
         }
         if (context_.Form().SSTab1.Tab() == controls::GainsTab) {
@@ -45,7 +45,7 @@ void Monitor::Tick(controls::Timer& timer) {
 }
 
 void Monitor::Poll(int device_id) {
-    const std::size_t id = static_cast<std::size_t>(device_id);
+    const std::size_t id = At(device_id);
     for (std::size_t channel = 0; channel < controls::ChannelCount; ++channel) {
         double& level = meter_now_[channel][id];
         level = context_.Link.RxFrame[FirstLevelByte + channel];
@@ -75,7 +75,7 @@ void Monitor::Poll(int device_id) {
 }
 
 void Monitor::ShowMeter(int channel) {
-    const double level = meter_now_[static_cast<std::size_t>(channel)][static_cast<std::size_t>(context_.DeviceId())];
+    const double level = meter_now_[At(channel)][static_cast<std::size_t>(context_.DeviceId())];
     if (level > HighestLevel) {
         return; // the lamps stay as they are
     }
@@ -87,7 +87,7 @@ void Monitor::ShowMeter(int channel) {
             continue;
         }
         if (lit) {
-            shape.Light(LampColours[static_cast<std::size_t>(lamp)]);
+            shape.Light(LampColours[At(lamp)]);
         } else {
             shape.Extinguish();
         }

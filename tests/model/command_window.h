@@ -12,16 +12,6 @@ class CommandWindow : public ProgramTest {
   protected:
     static constexpr int Id = 9;
 
-    controls::FrmCtrl& Opened() {
-        line.Add(Id, "Label of dev 009").Preset.assign(model::FactoryImage.begin(), model::FactoryImage.end());
-        Start([this] { ProceedWith(controls::MoreDevices, 1); });
-        program.List.Timer1.Tick();
-        DoubleClick(0);
-        Forget();
-        return Window(0);
-    }
-    model::CommandContext Context() { return {program.Link, program.Stores, program.Windows}; }
-
     /// A frame from its payload, P1 first; what is not given is 0.
     static Frame FrameOf(std::array<int, 9> payload) {
         Frame frame{0xF0, 0xC3, Id};
@@ -57,7 +47,7 @@ class CommandWindow : public ProgramTest {
     static constexpr std::size_t SystemPage = 433; ///< where it begins in the whole image
     static constexpr std::size_t ViewState = 690;
 
-    controls::FrmCtrl& form = Opened();
+    controls::FrmCtrl& form = OpenFactoryDevice(Id);
     model::ParamRow& values = program.Stores.ParamValues[Id];
     model::PresetImageRow& image = program.Stores.PresetImage[Id];
 };

@@ -10,16 +10,6 @@ class EqualiserWindow : public ProgramTest {
   protected:
     static constexpr int Id = 14;
 
-    controls::FrmCtrl& Opened() {
-        line.Add(Id, "Label of dev 014").Preset.assign(model::FactoryImage.begin(), model::FactoryImage.end());
-        Start([this] { ProceedWith(controls::MoreDevices, 1); });
-        program.List.Timer1.Tick();
-        DoubleClick(0);
-        Forget();
-        return Window(0);
-    }
-    model::CommandContext Context() { return {program.Link, program.Stores, program.Windows}; }
-
     static Frame FrameOf(int command, int channel, int section, int p6, int p7, int p8, int p9) {
         const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
         return {0xF0, 0xC3,     Id,       byte(command), byte(channel), byte(section), 0,
@@ -78,7 +68,7 @@ class EqualiserWindow : public ProgramTest {
         world.Boxes.Shown.clear();
     }
 
-    controls::FrmCtrl& form = Opened();
+    controls::FrmCtrl& form = OpenFactoryDevice(Id);
     model::ParamRow& values = program.Stores.ParamValues[Id];
     model::PresetImageRow& image = program.Stores.PresetImage[Id];
 };

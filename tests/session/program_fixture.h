@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/tables.h"
 #include "support/test_program.h"
 
 #include <array>
@@ -172,6 +173,16 @@ class ProgramTest : public ::testing::Test {
     void TickList() {
         program.Events.Run([this] { program.List.Timer1.Tick(); });
     }
+    /// The window of a device, opened on the line with the preset of a device that has no settings of its own.
+    controls::FrmCtrl& OpenFactoryDevice(int id) {
+        line.Add(id, "Label of the dev").Preset.assign(model::FactoryImage.begin(), model::FactoryImage.end());
+        Start([this] { ProceedWith(controls::MoreDevices, 1); });
+        program.List.Timer1.Tick();
+        DoubleClick(0);
+        Forget();
+        return Window(0);
+    }
+    model::CommandContext Context() { return {program.Link, program.Stores, program.Windows}; }
     controls::FrmCtrl& Window(int slot) { return *program.Windows.ControlWindows[static_cast<std::size_t>(slot)]; }
     bool Loaded(int slot) const { return program.Windows.Loaded[static_cast<std::size_t>(slot)]; }
     std::string Row(int row) const { return program.List.Devices.Cell(row, 0); }

@@ -1,3 +1,4 @@
+#include "find.h"
 #include "ui/look/theme.h"
 #include "ui/platform/qt_message_boxes.h"
 #include "ui/windows/connection_dialog.h"
@@ -24,21 +25,10 @@
 
 using namespace nrv;
 using namespace nrv::controls;
+using test::Find;
+using test::Name;
 
 namespace {
-
-QString Name(const char* text) {
-    return QString::fromLatin1(text);
-}
-
-template <class Widget>
-Widget* Find(const QObject& parent, const char* name) {
-    auto* found = parent.findChild<Widget*>(Name(name));
-    if (found == nullptr) {
-        qFatal("there is no %s", name);
-    }
-    return found;
-}
 
 /// True when the whole of a button's or label's text has room in it.
 bool TextFits(const QWidget& widget) {

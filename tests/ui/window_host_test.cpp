@@ -1,3 +1,4 @@
+#include "find.h"
 #include "ui/look/theme.h"
 #include "ui/platform/qt_message_boxes.h"
 #include "ui/platform/qt_window_host.h"
@@ -15,23 +16,8 @@
 
 using namespace nrv;
 using namespace nrv::controls;
-
-namespace {
-
-QString Name(const char* text) {
-    return QString::fromLatin1(text);
-}
-
-template <class Widget>
-Widget* Find(const QObject& parent, const char* name) {
-    auto* found = parent.findChild<Widget*>(Name(name));
-    if (found == nullptr) {
-        qFatal("there is no %s", name);
-    }
-    return found;
-}
-
-} // namespace
+using test::Find;
+using test::Name;
 
 class WindowHostTest : public QObject {
     Q_OBJECT
