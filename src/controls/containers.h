@@ -112,7 +112,11 @@ class Timer : public Control {
         interval_ = milliseconds;
         Notify(Aspect::Value);
     }
+    /// Ticks a whole interval from now, also when it is on already.
     void Start(int milliseconds) {
+        if (running_) {
+            Stop();
+        }
         interval_ = milliseconds;
         running_ = true;
         Notify(Aspect::Value);

@@ -6,7 +6,8 @@ namespace nrv::controls {
 
 FrmEditLabel::FrmEditLabel() {
     Window.SetCaption("NRV-718 Edit Names");
-    const std::array<const char*, ChannelCount> captions = {"In A", "In B", "Out1", "Out2", "Out3", "Out4", "Out5", "Out6"};
+    const std::array<const char*, ChannelCount> captions = {"In A", "In B", "Out1", "Out2",
+                                                            "Out3", "Out4", "Out5", "Out6"};
     for (std::size_t channel = 0; channel < captions.size(); ++channel) {
         Captions[channel].SetCaption(captions[channel]);
         Text1[channel].SetMaxLength(NameLength);

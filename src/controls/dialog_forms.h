@@ -94,9 +94,9 @@ struct FrmPassword {
     Form Window;
     Frame Frame3; ///< login
     Label LoginCaption;
-    Label Label2; ///< the status
+    Label Label2;  ///< the status
     TextBox Text1; ///< typed unseen
-    Frame Frame1; ///< settings
+    Frame Frame1;  ///< settings
     CheckBox Check1;
     std::array<Label, 2> SwitchEnds; ///< "Unlock", "Lock"
     Frame Frame4;                    ///< new password
@@ -104,7 +104,8 @@ struct FrmPassword {
     TextBox Text2;
     Label ConfirmCaption;
     TextBox Text3;
-    std::array<Button, 7> Command1; ///< 0 "OK", 1 "Exit", 2 "Config new password", 3 "Confirm", 4 "Cancel", 5 "OK", 6 "<<"
+    std::array<Button, 7>
+        Command1; ///< 0 "OK", 1 "Exit", 2 "Config new password", 3 "Confirm", 4 "Cancel", 5 "OK", 6 "<<"
     FrmPassword();
 };
 

@@ -8,4 +8,13 @@ Windows::Windows() {
     }
 }
 
+int Windows::SlotOf(int device_id) const {
+    for (const WindowSlot& slot : WindowSlots) {
+        if (slot.InUse && slot.DeviceId == device_id && Loaded[At(slot.SlotIndex)]) {
+            return slot.SlotIndex;
+        }
+    }
+    return Operation::NoSlot;
+}
+
 } // namespace nrv::controls

@@ -2,6 +2,7 @@
 
 #include "controls/frm_ctrl.h"
 #include "ports/numbering.h"
+#include "ports/operation.h"
 
 #include <array>
 #include <memory>
@@ -34,6 +35,8 @@ struct Windows {
     FrmCtrl& Current() { return *ControlWindows[At(CurrentWindow)]; }
     /// The device ID that the current window's slot gives, 0 before any window was opened.
     int CurrentDevice() const { return WindowSlots[At(CurrentWindow)].DeviceId; }
+    /// The slot of the window that shows a device; Operation::NoSlot when none is on the screen.
+    int SlotOf(int device_id) const;
 };
 
 } // namespace nrv::controls

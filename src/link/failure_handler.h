@@ -8,8 +8,11 @@ class FailureHandler {
     virtual ~FailureHandler() = default;
     /// The device ID that the slot of the current window gives.
     virtual int CurrentDevice() = 0;
-    /// Marks the device of the current window as unconnected and takes that window away.
-    virtual void GiveUpCurrentDevice() = 0;
+    /// Says in the status line what was not done.
+    virtual void TellFailure() = 0;
+    /// Marks the device that the running operation is about as unconnected and takes its window away; outside an
+    /// operation those of the current window.
+    virtual void GiveUpDevice() = 0;
     /// Marks a device that did not pass its check in the list. Throws RuntimeError when the mark cannot be written.
     virtual void MarkUnchecked(int id) = 0;
 };

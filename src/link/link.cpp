@@ -26,19 +26,39 @@ bool GetsNoReply(const Payload& payload) {
     return payload[0] == ExitNoticeCommand || payload[0] == UnconnectCommand;
 }
 
+/// How many frames are left out with this one: a mute is followed by the byte in which the device keeps it.
+int FramesWith(const Payload& payload) {
+    return payload[0] == MuteCommand ? 2 : 1;
+}
+
+std::string DoesNotAnswer(int id) {
+    return "ID:" + std::to_string(id) + " does not answer";
+}
+
+/// A sentence without its full stop.
+std::string Clause(std::string sentence) {
+    if (sentence.ends_with('.')) {
+        sentence.pop_back();
+    }
+    return sentence;
+}
+
 } // namespace
 
-Link::Link(SerialPort& port, Clock& clock, Process& process, MessageBoxes& boxes, controls::Timer& serial_timer)
-    : port_(port), clock_(clock), process_(process), boxes_(boxes), serial_timer_(serial_timer) {
+Link::Link(SerialPort& port, Clock& clock, Process& process, MessageBoxes& boxes, controls::Timer& serial_timer,
+           Operation& operation)
+    : Current(operation), port_(port), clock_(clock), process_(process), boxes_(boxes), serial_timer_(serial_timer) {
     serial_timer_.Tick = [this] { SerialTimeUp = true; };
 }
 
 void Link::OpenPort() {
+    port_refusal_.clear();
     try {
         SetUpPort();
         PortOpened = true;
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
         PortOpened = false;
+        port_refusal_ = error.what();
     }
     LinkReady = PortOpened;
 }
@@ -70,7 +90,12 @@ bool Link::SendFrame(int id, const Payload& payload) {
     if (!MaySend()) {
         return false;
     }
+    if (Current.Reported()) {
+        Current.CountUnsent(FramesWith(payload));
+        return true;
+    }
     TransactionDone = false;
+    std::string reason = DoesNotAnswer(id);
     try {
         for (int attempt = 0; attempt <= FrameRetries; ++attempt) {
             FillFrame(id, payload);
@@ -79,26 +104,34 @@ bool Link::SendFrame(int id, const Payload& payload) {
                 return false;
             }
             // What waits is not thrown away before the next transmission: a late answer counts towards the 13.
-            if (WaitForReply(FrameLength, FrameScale, FrameLimit) == Wait::Replied) {
+            if (WaitForReply(id, FrameRetries - attempt, FrameLength, FrameScale, FrameLimit) == Wait::Replied) {
                 TakeReply(FrameLength);
                 TransactionDone = true;
+                Current.CountAnswered();
                 return false;
             }
         }
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
         // A port that is gone gets no further attempt.
+        reason = Clause(error.what());
     }
-    return ReportFailure();
+    return ReportFailure(payload, reason);
 }
 
-bool Link::ReportFailure() {
+bool Link::ReportFailure(const Payload& payload, const std::string& reason) {
     if (!ReportLinkFailure) {
         return false;
     }
+    Current.CountUnsent(FramesWith(payload));
+    Current.Fail(reason);
+    if (failure_handler_ != nullptr) {
+        failure_handler_->TellFailure();
+    }
     boxes_.Show({" The system will be close the communication with this device", "Communication problem",
                  BoxIcon::Exclamation});
+    Current.Report();
     if (failure_handler_ != nullptr) {
-        failure_handler_->GiveUpCurrentDevice();
+        failure_handler_->GiveUpDevice();
     }
     return true;
 }
@@ -114,14 +147,14 @@ bool Link::MemoryWrite(int id, int address, std::uint8_t value) {
 }
 
 bool Link::BulkExchange(int id, const Payload& payload) {
-    if (!MaySend()) {
+    if (!MaySend() || Current.Reported()) {
         return false;
     }
     try {
         for (int attempt = 0; attempt <= BulkRetries; ++attempt) {
             FillFrame(id, payload);
             port_.Output(TxFrame);
-            if (WaitForReply(BulkLength, FrameScale, BulkLimit) == Wait::Replied) {
+            if (WaitForReply(id, BulkRetries - attempt, BulkLength, FrameScale, BulkLimit) == Wait::Replied) {
                 TakeReply(BulkLength);
                 return true;
             }
@@ -129,13 +162,15 @@ bool Link::BulkExchange(int id, const Payload& payload) {
     } catch (const RuntimeError&) {
         return false;
     }
+    // Nothing more is sent while the last box stands.
+    LinkReady = false;
     boxes_.Show({"Time out", "", BoxIcon::Exclamation});
     process_.End();
     return false;
 }
 
 bool Link::ProbeDevice(int id) {
-    if (!MaySend()) {
+    if (!MaySend() || Current.Reported()) {
         return false;
     }
     try {
@@ -162,14 +197,14 @@ bool Link::ProbeDevice(int id) {
 
 bool Link::CheckDevice(int id) {
     const std::size_t row = static_cast<std::size_t>(id);
-    if (!MaySend() || !DeviceChecked[row] || CheckSuppressed) {
+    if (!MaySend() || !DeviceChecked[row] || CheckSuppressed || Current.Reported()) {
         return false;
     }
     TransactionDone = false;
     for (int attempt = 0; attempt <= CheckRetries; ++attempt) {
         FillFrame(id, {});
         port_.Output(TxFrame);
-        if (WaitForReply(FrameLength, CheckScale, FrameLimit) == Wait::Replied) {
+        if (WaitForReply(id, CheckRetries - attempt, FrameLength, CheckScale, FrameLimit) == Wait::Replied) {
             TakeReply(FrameLength);
             TransactionDone = true;
             return RxFrame[ProbeAnswerIndex] == ProbeAnswer;
@@ -195,11 +230,14 @@ void Link::FillFrame(int id, std::span<const std::uint8_t> payload) {
     TxFrame[12] = 0xF7;
 }
 
-Link::Wait Link::WaitForReply(int length, double scale, double limit) {
+Link::Wait Link::WaitForReply(int id, int attempts_left, int length, double scale, double limit) {
     const double start = clock_.Now();
     while (true) {
         const double elapsed = (clock_.Now() - start) * scale;
         if (elapsed > limit) {
+            if (attempts_left > 0 && Waiting) {
+                Waiting(id);
+            }
             return Wait::TimedOut;
         }
         if (port_.InBufferCount() >= length) {

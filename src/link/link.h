@@ -6,11 +6,14 @@
 #include "ports/clock.h"
 #include "ports/message_boxes.h"
 #include "ports/numbering.h"
+#include "ports/operation.h"
 #include "ports/process.h"
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <span>
+#include <string>
 
 namespace nrv::link {
 
@@ -52,9 +55,15 @@ using Payload = std::array<std::uint8_t, 9>;
 /// One request is in flight at a time. Nothing throws across an exchange but the error of `CheckDevice` that is meant.
 class Link {
   public:
-    Link(SerialPort& port, Clock& clock, Process& process, MessageBoxes& boxes, controls::Timer& serial_timer);
+    Link(SerialPort& port, Clock& clock, Process& process, MessageBoxes& boxes, controls::Timer& serial_timer,
+         Operation& operation);
 
     void SetFailureHandler(FailureHandler& handler) { failure_handler_ = &handler; }
+
+    /// The operation that runs, if any: after its one report nothing more is sent in it.
+    Operation& Current;
+    /// Told when a device has let a first wait go by and more follow.
+    std::function<void(int id)> Waiting;
 
     // The state of the link; every module reads it, the operations that are told to do so write it.
     bool DemoMode = false;          ///< no device is talked to at all
@@ -73,13 +82,18 @@ class Link {
 
     /// Sets PortOpened and LinkReady; a port that cannot be opened clears both and says nothing.
     void OpenPort();
+    /// Why the last OpenPort failed, one sentence; empty when it did not.
+    const std::string& PortRefusal() const { return port_refusal_; }
+    /// The port is open now; it closes by itself when it goes away.
+    bool PortIsOpen() { return port_.PortOpen(); }
     /// Closes the port, sets both receive lengths and opens it again. Throws RuntimeError.
     void ReopenPort(int receive_length);
     /// Opens the chosen port anew for frames. Throws RuntimeError and leaves the flags as they are.
     void ConnectPort();
 
     /// Sends a frame and waits for 13 bytes: five transmissions, each until the tenth tick of the clock.
-    /// True only when a final failure was reported to the user and the control window is gone.
+    /// True only when a final failure was reported to the user and the control window is gone; so it is for the rest of
+    /// the operation in which that happened, with nothing sent.
     bool SendFrame(int id, const Payload& payload);
 
     /// The value of the byte stands in MemoryValue() after it. Result as SendFrame.
@@ -104,9 +118,9 @@ class Link {
     void SetUpPort();
     bool MaySend() const { return !DemoMode && LinkReady && !TxSuppressed; }
     void FillFrame(int id, std::span<const std::uint8_t> payload);
-    Wait WaitForReply(int length, double scale, double limit);
     void TakeReply(std::size_t length);
-    bool ReportFailure();
+    Wait WaitForReply(int id, int attempts_left, int length, double scale, double limit);
+    bool ReportFailure(const Payload& payload, const std::string& reason);
 
     SerialPort& port_;
     Clock& clock_;
@@ -114,6 +128,7 @@ class Link {
     MessageBoxes& boxes_;
     controls::Timer& serial_timer_;
     FailureHandler* failure_handler_ = nullptr;
+    std::string port_refusal_;
 };
 
 } // namespace nrv::link

@@ -48,6 +48,7 @@ void PasswordDialog::Open() {
     parts_.Form.Label2.SetCaption("System Unlock");
     BackToLogin();
     parts_.Form.Check1.SetValue(parts_.Commands.Values().LockFlag == 1.0 ? 1 : 0);
+    const Operation::Standing standing(parts_.Commands.Link.Current, Operation::Loop::Dialog);
     parts_.Host.RunDialog(ToolDialog::Password);
 }
 
@@ -95,6 +96,7 @@ void PasswordDialog::Confirm() {
 }
 
 bool PasswordDialog::SendOptionBits() {
+    parts_.Commands.Link.Current.Call("the change of the lock", Operation::Untold);
     std::uint8_t& option_bits = parts_.Commands.Image().SystemPage[model::OptionBitsAddress];
     option_bits = model::RebuildOptionBits(parts_.Commands.Values());
     return parts_.Commands.Link.MemoryWrite(parts_.Commands.DeviceId(), static_cast<int>(model::OptionBitsAddress),
@@ -113,6 +115,7 @@ void PasswordDialog::ChangePassword() {
         parts_.Boxes.Show({"Passwords don't match ", "New Password", BoxIcon::Information});
         return;
     }
+    parts_.Commands.Link.Current.Call("the new password", static_cast<int>(Length));
     for (std::size_t i = 0; i < Length; ++i) {
         parts_.Commands.Values().DevicePassword[i] = bytes[i];
         if (parts_.Commands.Link.MemoryWrite(parts_.Commands.DeviceId(), static_cast<int>(model::PasswordAddress + i),

@@ -281,4 +281,13 @@ void ApplyImage(const CommandContext& context, Response& response, const ApplyFl
     tabs.SetTab(remembered_tab);
 }
 
+int FramesOfLoad(const CommandContext& context) {
+    // Mutes, sources, dynamics, crossovers, sections, tones, phases, delays, gains, names and master.
+    int frames = 16 + 6 + 24 + 12 + 44 + 10 + 8 + 16 + 8 + 6 + 1;
+    for (int output = 0; output < OutputCount; ++output) {
+        frames += context.Form().Combo3[At(output)].Index() != BodyByte(context, model::SourceOffsets[At(output)]);
+    }
+    return frames + (context.Values().MuteWithPreset == 1.0 ? 2 : 0); // and the bulk update around them
+}
+
 } // namespace nrv::presets

@@ -14,12 +14,13 @@ inline constexpr std::size_t NameLength = 6;
 /// What the names dialog's text boxes hold, by channel.
 using NameTexts = std::array<std::string, controls::ChannelCount>;
 
-/// Centres a name of fewer than six characters in six, in place, and puts an output's first six characters into the image.
-/// The image is never written with an input's name: its bytes serve other purposes.
+/// Centres a name of fewer than six characters in six, in place, and puts an output's first six characters into the
+/// image. The image is never written with an input's name: its bytes serve other purposes.
 void PadChannelName(const model::CommandContext& context, std::string& name, int channel);
 
 /// Sends the outputs' names and brings every caption that quotes a name into line; the tab strip is left on the last
 /// channel's tab. A reported link failure ends it where it stands.
-void ApplyChannelNames(const model::CommandContext& context, const response::Response& response, const NameTexts& texts);
+void ApplyChannelNames(const model::CommandContext& context, const response::Response& response,
+                       const NameTexts& texts);
 
 } // namespace nrv::presets

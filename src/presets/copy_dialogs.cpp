@@ -18,6 +18,7 @@ void CopyInputDialog::Copy(int source) {
     }
     {
         const controls::BusyPointer busy(form_.Window);
+        context_.Current().Call("the copy");
         CopyInput(context_.Commands, context_.Response, source, 1 - source);
     }
     context_.Host.CloseDialog(ToolDialog::CopyInput);
@@ -37,7 +38,7 @@ void CopyOutputDialog::Open() {
         form_.Combo1[At(list)].SetItems(names);
         form_.Combo1[At(list)].Select(list);
     }
-    context_.Host.RunDialog(ToolDialog::CopyOutput);
+    context_.RunDialog(ToolDialog::CopyOutput);
 }
 
 void CopyOutputDialog::Copy() {
@@ -53,6 +54,7 @@ void CopyOutputDialog::Copy() {
     }
     {
         const controls::BusyPointer busy(form_.Window);
+        context_.Current().Call("the copy");
         CopyOutput(context_.Commands, context_.Response, source, destination);
     }
     context_.Host.CloseDialog(ToolDialog::CopyOutput);

@@ -9,7 +9,7 @@ namespace nrv::presets {
 class CopyInputDialog {
   public:
     CopyInputDialog(const ToolContext& context, controls::FrmCopyIn& form);
-    void Open() { context_.Host.RunDialog(ToolDialog::CopyInput); }
+    void Open() { context_.RunDialog(ToolDialog::CopyInput); }
 
   private:
     void Copy(int source);

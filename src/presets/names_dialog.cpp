@@ -16,7 +16,7 @@ void NamesDialog::Open() {
     }
     // Another device's window may have left it as that device's lock has it.
     lock::ApplyLockToNames(context_.Commands, form_);
-    context_.Host.RunDialog(ToolDialog::EditNames);
+    context_.RunDialog(ToolDialog::EditNames);
 }
 
 void NamesDialog::Accept() {
@@ -27,6 +27,7 @@ void NamesDialog::Accept() {
     for (std::size_t channel = 0; channel < texts.size(); ++channel) {
         texts[channel] = form_.Text1[channel].Text();
     }
+    context_.Current().Call("the naming", controls::OutputCount);
     ApplyChannelNames(context_.Commands, context_.Response, texts);
     context_.Host.CloseDialog(ToolDialog::EditNames);
 }

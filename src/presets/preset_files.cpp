@@ -43,7 +43,6 @@ void PresetFiles::SavePresetFile() {
     if (!file) {
         return;
     }
-    parts_.Tell("");
     try {
         WriteAtStart(*file, BytesOf(parts_.Context.Commands.Image()));
     } catch (const RuntimeError& error) {
@@ -58,12 +57,13 @@ void PresetFiles::LoadPresetFile() {
     if (!file) {
         return;
     }
-    parts_.Tell("");
     try {
         Load(*file);
     } catch (const RuntimeError& error) {
         if (error.Kind() == ErrorKind::FileNotFound) {
             parts_.Context.Boxes.Show({" File not found. Try again.", " Error", BoxIcon::Exclamation});
+        } else if (parts_.Context.Current().Reported()) {
+            // The failure was told, and says more.
         } else if (error.Kind() == ErrorKind::IndexOutOfRange) {
             // What came before the code without an entry is applied and stays.
             parts_.Tell(std::string("The preset was not loaded to its end. ") + error.what());
@@ -78,8 +78,11 @@ void PresetFiles::Load(const fs::path& file) {
     const std::vector<std::uint8_t> bytes = ReadPreset(file);
     std::ranges::copy(bytes, BytesOf(parts_.Context.Commands.Image()).begin());
     KeepDeviceSettings();
+    parts_.Context.Current().Call("the load", FramesOfLoad(parts_.Context.Commands));
     ApplyImage(parts_.Context.Commands, parts_.Context.Response, {.ImageFromDevice = false, .PresetApplying = true});
-    TitleAfterLoad(parts_.Context, FileNameText(file));
+    if (!parts_.Context.Current().Reported()) {
+        TitleAfterLoad(parts_.Context, FileNameText(file));
+    }
 }
 
 /// The mute option and the input type are not taken from a file.

@@ -35,7 +35,7 @@ void ReadDialog::Open() {
     const auto& names = context_.Commands.Values().PresetNames;
     form_.List1.SetItems({names.begin(), names.begin() + Positions});
     form_.List1.Select(0);
-    context_.Host.RunDialog(ToolDialog::Read);
+    context_.RunDialog(ToolDialog::Read);
 }
 
 void ReadDialog::Read() {
@@ -56,6 +56,7 @@ void ReadDialog::Read() {
 }
 
 void ReadDialog::ReadPreset(int position) {
+    context_.Current().Call("the read", Operation::Untold);
     if (!context_.Commands.Link.DemoMode && !Fetch(position)) {
         return;
     }

@@ -11,8 +11,8 @@ class ReadDialog {
     ReadDialog(const ToolContext& context, controls::FrmRead& form);
 
     void Open();
-    /// Fetches a memory position, 0 to 7, and applies it; nothing goes back to the device. Throws RuntimeError when the port
-    /// cannot be reopened or the image holds a frequency code without an entry.
+    /// Fetches a memory position, 0 to 7, and applies it; nothing goes back to the device. Throws RuntimeError when the
+    /// port cannot be reopened or the image holds a frequency code without an entry.
     void ReadPreset(int position);
 
   private:

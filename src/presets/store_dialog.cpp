@@ -9,6 +9,8 @@ namespace {
 
 constexpr std::size_t Positions = 8;
 constexpr std::size_t PresetAddress = 640;
+/// Mute byte, used mark, name and preset, a byte a frame.
+constexpr int Frames = 2 + model::MemoryNameLength + model::PresetBodyOnDevice;
 /// The store makes 450 steps, so the bar never fills; that is meant.
 constexpr int BarMaximum = 480;
 /// The byte of the view state that goes to the device's mute bits: the first box of the fourth row. A slip that is
@@ -30,7 +32,7 @@ void StoreDialog::Open() {
     form_.List1.SetItems({names.begin(), names.begin() + Positions});
     form_.List1.Select(0);
     CopyName();
-    context_.Host.RunDialog(ToolDialog::Store);
+    context_.RunDialog(ToolDialog::Store);
 }
 
 void StoreDialog::CopyName() {
@@ -67,6 +69,7 @@ void StoreDialog::StorePreset(int position, std::string& name) {
     form_.ProgressBar1.SetVisible(true);
     form_.ProgressBar1.Refresh();
     model::StoreMuteBits(model::SumOfMutes(values), image);
+    context_.Current().Call("the store", Frames);
     if (WriteAll(p)) {
         return;
     }

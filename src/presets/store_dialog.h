@@ -13,8 +13,8 @@ class StoreDialog {
     StoreDialog(const ToolContext& context, controls::FrmStore& form);
 
     void Open();
-    /// Writes mark, name and preset of a memory position, 0 to 8, byte by byte: 450 frames. The name is padded in place. A
-    /// reported link failure ends it where it stands.
+    /// Writes mark, name and preset of a memory position, 0 to 8, byte by byte: 450 frames. The name is padded in
+    /// place. A reported link failure ends it where it stands.
     void StorePreset(int position, std::string& name);
 
   private:

@@ -15,6 +15,14 @@ struct ToolContext {
     MessageBoxes& Boxes;
     WindowHost& Host;
     controls::Form& MainWindow; ///< shows the wait cursor
+
+    /// The running operation.
+    Operation& Current() const { return Commands.Link.Current; }
+    /// Shows a dialog until it is closed; its controls are a part of the operation.
+    void RunDialog(ToolDialog dialog) const {
+        const Operation::Standing standing(Current(), Operation::Loop::Dialog);
+        Host.RunDialog(dialog);
+    }
 };
 
 } // namespace nrv::presets

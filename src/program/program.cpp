@@ -1,30 +1,47 @@
 #include "program/program.h"
 
 #include "lock/lock_state.h"
+#include "session/failure_text.h"
 
 namespace nrv::program {
 
 Program::Program(const Ports& ports, Forms& forms)
     : Splash(forms.Splash), Select(forms.Select), Main(forms.Main), List(forms.List), Windows(forms.Windows),
-      Events(ports.Boxes), Status(Main.StatusLine),
-      Link(ports.Serial, ports.WallClock, ports.Run, ports.Boxes, Main.SerialTimer),
-      Connection({Select, Link, State, ports.Boxes, ports.Run, ports.Host, Status}),
-      Devices({Link, Stores, State, Splash, ports.Boxes, ports.Run}), Response(Windows, Stores),
-      Commands{Link, Stores, Windows}, Tools{Commands, Response, ports.Boxes, ports.Host, Main.Window},
-      PresetFiles({Tools, ports.Files, State.AppFolder, [this](const std::string& sentence) { Status.Tell(sentence); }}),
+      Events(ports.Events), Boxes(ports.Boxes, Events.Current()), Files(ports.Files, Events.Current()),
+      Status(Main.StatusLine),
+      Link(ports.Serial, ports.WallClock, ports.Run, Boxes, Main.SerialTimer, Events.Current()),
+      Connection({Select, Link, State, Boxes, ports.Run, ports.Host, Status}),
+      Devices({Link, Stores, State, Splash, Boxes, ports.Run, Status}),
+      Response(Windows, Stores), Commands{Link, Stores, Windows}, Tools{Commands, Response, Boxes, ports.Host,
+                                                                        Main.Window},
+      PresetFiles({Tools, Files, State.AppFolder, [this](const std::string& sentence) { Status.Tell(sentence); }}),
       StoreDialog(Tools, forms.Store), ReadDialog(Tools, forms.Read), NamesDialog(Tools, forms.EditNames),
       CopyInputDialog(Tools, forms.CopyIn), CopyOutputDialog(Tools, forms.CopyOut),
-      PasswordDialog({Commands, ports.Boxes, ports.Host, forms.Password, forms.EditNames}),
+      PasswordDialog({Commands, Boxes, ports.Host, forms.Password, forms.EditNames}),
       Control(ControlParts(ports, forms)),
-      DeviceList({List, Windows, Link, Devices, State, ports.Boxes, ports.Run, ports.Host, Status,
-                  [this] { Control.Load(); }}),
+      DeviceList({List, Windows, Link, Devices, State, Boxes, ports.Run, ports.Host, Status, [this] { Control.Load(); },
+                  [this](int slot) { Control.Unload(slot); }}),
       StartUp(
-          {Splash, Main, Windows, Link, Connection, Devices, DeviceList, State, ports.Boxes, ports.Run, ports.Host}) {}
+          {Splash, Main, Windows, Link, Connection, Devices, DeviceList, State, Boxes, ports.Run, ports.Host, Status}) {
+    Link.Waiting = [this](int id) { Status.Tell(session::WaitingText(Events.Current(), id)); };
+    Events.Set(BoundaryActions());
+}
+
+controls::EventBoundary::Actions Program::BoundaryActions() {
+    return {.UserBegins = [this] { Status.Clear(); },
+            .MakeCurrent = [this](int slot) { Control.Activate(slot); },
+            .TellError =
+                [this](const std::string& text) {
+                    Boxes.Show({text, "Error", BoxIcon::Critical});
+                },
+            .Ends = [this] { Control.OperationEnds(); }};
+}
 
 window::ControlWindow::Parts Program::ControlParts(const Ports& ports, Forms& forms) {
-    window::ControlWindow::Parts parts{Windows,     List,       Link, Stores, Response, State, ports.Boxes, ports.Host,
-                                       [this, &forms] { lock::ApplyLockState(Commands, forms.EditNames); },
-                                       {}};
+    window::ControlWindow::Parts parts{
+        Windows, List,   Link,  Stores,     Response,
+        State,   Status, Boxes, ports.Host, [this, &forms] { lock::ApplyLockState(Commands, forms.EditNames); },
+        {}};
     parts.Tools[controls::LoadPresetTool] = [this] { PresetFiles.LoadPresetFile(); };
     parts.Tools[controls::SavePresetTool] = [this] { PresetFiles.SavePresetFile(); };
     parts.Tools[controls::StorePresetTool] = [this] { StoreDialog.Open(); };

@@ -12,6 +12,7 @@
 #include "ports/file_dialogs.h"
 #include "ports/message_boxes.h"
 #include "ports/process.h"
+#include "ports/standing_ports.h"
 #include "ports/window_host.h"
 #include "presets/copy_dialogs.h"
 #include "presets/names_dialog.h"
@@ -27,6 +28,8 @@
 #include "session/status_line.h"
 #include "window/control_window.h"
 
+#include <string>
+
 namespace nrv::program {
 
 /// What lies outside the process, as the logic sees it.
@@ -37,6 +40,7 @@ struct Ports {
     MessageBoxes& Boxes;
     FileDialogs& Files;
     WindowHost& Host;
+    controls::EventBoundary& Events;
 };
 
 /// The windows as records of controls; what shows them is made before what works on them.
@@ -57,6 +61,7 @@ struct Forms {
 /// The whole program but for its windows: every store and every module once, each module handed the few it works on.
 /// Some hundred kilobytes: keep it off the stack.
 struct Program {
+    /// The boundary works on the windows of `forms`.
     Program(const Ports& ports, Forms& forms);
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -70,7 +75,9 @@ struct Program {
     model::DeviceStores Stores;
     session::SessionState State;
 
-    controls::EventBoundary Events;
+    controls::EventBoundary& Events;
+    StandingBoxes Boxes;
+    StandingFileDialogs Files;
     session::StatusLine Status;
     link::Link Link;
     session::ConnectionDialog Connection;
@@ -89,7 +96,13 @@ struct Program {
     session::DeviceList DeviceList;
     session::StartUp StartUp;
 
+    /// The port closed itself, nobody using it.
+    void TellPortWentAway(const std::string& what) {
+        Status.Tell(what + " When it is back, double-click the row of a device to connect it again.");
+    }
+
   private:
+    controls::EventBoundary::Actions BoundaryActions();
     window::ControlWindow::Parts ControlParts(const Ports& ports, Forms& forms);
 };
 

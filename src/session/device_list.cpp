@@ -3,6 +3,7 @@
 #include "controls/busy_pointer.h"
 #include "model/preset_image.h"
 #include "ports/runtime_error.h"
+#include "session/failure_text.h"
 #include "session/unconnected.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ constexpr const char* DemoLabel = "  Device Demo   ";
 DeviceList::DeviceList(const Parts& parts)
     : form_(parts.Form), windows_(parts.Windows), link_(parts.Link), discovery_(parts.Devices), state_(parts.State),
       boxes_(parts.Boxes), process_(parts.Run), host_(parts.Host), status_(parts.Status),
-      load_control_window_(parts.LoadControlWindow) {
+      load_control_window_(parts.LoadControlWindow), unload_control_window_(parts.UnloadControlWindow) {
     form_.Timer1.Tick = [this] { ListDevices(); };
     form_.Devices.DoubleClicked = [this](int row) { OpenDevice(row); };
 }
@@ -39,18 +40,10 @@ void DeviceList::QueryUnload() {
 void DeviceList::ListDevices() {
     try {
         for (int row = 0; row <= state_.FoundLast; ++row) {
-            const int id = FoundId(state_, row);
-            state_.DeviceRow[At(id)] = row;
-            if (ReadLabel(id)) {
-                return; // the timer stays on and the work starts over
+            if (!ListDevice(row)) {
+                form_.Timer1.Start(ListDelayMilliseconds); // the work starts over, a second after it ended
+                return;
             }
-            WriteRow(row, id);
-            state_.DeviceUnconnected[At(id)] = false;
-            if (!link_.DemoMode) {
-                discovery_.ReadDeviceImage(id);
-            }
-            form_.Devices.Refresh();
-            process_.Sleep(PauseBetweenDevices);
         }
     } catch (const RuntimeError&) {
         // A port that went away is told once, not at every further tick.
@@ -62,11 +55,35 @@ void DeviceList::ListDevices() {
     form_.SearchingNotice.SetVisible(false);
 }
 
+bool DeviceList::ListDevice(int row) {
+    const int id = FoundId(state_, row);
+    Concern(id);
+    link_.Current.Call("the reading of its label", Operation::Untold);
+    state_.DeviceRow[At(id)] = row;
+    if (ReadLabel(id)) {
+        return false;
+    }
+    WriteRow(row, id);
+    state_.DeviceUnconnected[At(id)] = false;
+    if (!link_.DemoMode) {
+        discovery_.ReadDeviceImage(id);
+    }
+    form_.Devices.Refresh();
+    process_.Sleep(PauseBetweenDevices);
+    return true;
+}
+
+/// What happens from here on is about this device and its window, if it has one.
+void DeviceList::Concern(int id) {
+    link_.Current.BelongTo({windows_.SlotOf(id), id});
+}
+
 /// True when the link failed for good.
 bool DeviceList::ReadLabel(int id) {
     std::string& label = state_.DeviceNames[At(id)];
     label.clear();
     for (std::size_t j = 0; j < model::MemoryNameLength; ++j) {
+        link_.Current.At("byte " + std::to_string(j + 1) + " of " + std::to_string(model::MemoryNameLength));
         if (link_.MemoryRead(id, static_cast<int>(model::LabelAddress + j))) {
             return true;
         }
@@ -82,16 +99,14 @@ void DeviceList::WriteRow(int row, int id) {
     form_.Devices.SetCell(row, 0, RowText(state_.DeviceNames[At(id)], id));
 }
 
-std::string DeviceList::NameOf(int id) const {
-    return "Device ID:" + std::to_string(id);
-}
-
 void DeviceList::OpenDevice(int row) {
     try {
         Open(row);
     } catch (const RuntimeError& error) {
         form_.Window.SetMousePointer(controls::Pointer::Default);
-        status_.Tell(std::string("The device was not opened. ") + error.what());
+        if (!link_.Current.Reported()) {
+            status_.Tell(std::string("The device was not opened. ") + error.what());
+        }
     }
 }
 
@@ -104,7 +119,11 @@ void DeviceList::Open(int row) {
         throw RuntimeError(ErrorKind::IndexOutOfRange,
                            "Its record gives the ID " + std::to_string(id) + ", and IDs are 0 to 32.");
     }
-    if (state_.DeviceUnconnected[At(id)] && !Reconnect(row, id)) {
+    Concern(id);
+    link_.Current.Call("its opening", Operation::Untold);
+    // A port that went away is opened anew on the same road as a device that did.
+    const bool port_gone = !link_.DemoMode && link_.LinkReady && !link_.PortIsOpen();
+    if ((state_.DeviceUnconnected[At(id)] || port_gone) && !Reconnect(row, id)) {
         return;
     }
     if (PassesCheck(id) && TakeSlot(id)) {
@@ -136,7 +155,16 @@ bool DeviceList::Reconnect(int row, int id) {
     }
     form_.Devices.Refresh();
     process_.Sleep(PauseBetweenDevices);
+    CloseWindowOf(id);
     return true;
+}
+
+/// A window that still stands shows what was before the device went: it opens anew.
+void DeviceList::CloseWindowOf(int id) {
+    if (const int slot = windows_.SlotOf(id); slot != Operation::NoSlot) {
+        unload_control_window_(slot);
+        Concern(id);
+    }
 }
 
 bool DeviceList::PassesCheck(int id) {
@@ -146,10 +174,23 @@ bool DeviceList::PassesCheck(int id) {
     }
     form_.LoadingNotice.SetVisible(true);
     link_.DeviceChecked[entry] = true;
-    link_.CheckDevice(id);
+    const auto tell = [&] {
+        status_.Tell(IdText(id) + " does not answer; its window was not opened. Double-click its row to try again.");
+    };
+    try {
+        link_.CheckDevice(id);
+    } catch (const RuntimeError& error) {
+        if (error.Kind() != ErrorKind::IndexOutOfRange) {
+            throw;
+        }
+        // The mark that cannot be written ends the opening here, and the notice stays on the screen; that is meant.
+        form_.Window.SetMousePointer(controls::Pointer::Default);
+        tell();
+        return false;
+    }
     if (!link_.DeviceChecked[entry]) {
         form_.LoadingNotice.SetVisible(false);
-        status_.Tell(NameOf(id) + " was not opened: it did not pass its check.");
+        tell();
         return false;
     }
     return true;
@@ -185,8 +226,11 @@ void DeviceList::ShowInSlot(int id) {
         const controls::BusyPointer busy(form_.Window, controls::Pointer::ArrowAndHourglass);
         form_.LoadingNotice.SetVisible(true);
         form_.LoadingNotice.Refresh();
-        discovery_.ReadDeviceState(id);
+        const bool read = discovery_.ReadDeviceState(id);
         load_control_window_();
+        if (!read) {
+            status_.Tell("Device " + IdText(id) + " could not be read; what its window shows is not what it holds.");
+        }
     } catch (const RuntimeError&) {
         windows_.WindowSlots[At(windows_.NewSlot)].InUse = false;
         --windows_.OpenWindowTop;

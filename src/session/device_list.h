@@ -29,17 +29,23 @@ class DeviceList {
         StatusLine& Status;
         /// Fills the control window of `NewSlot` and shows it. Throws RuntimeError.
         std::function<void()> LoadControlWindow;
+        /// Takes the control window of a slot away, with no question.
+        std::function<void(int slot)> UnloadControlWindow;
     };
     explicit DeviceList(const Parts& parts);
 
     void Load();
-    /// The whole reaction to a double click on a row.
+    /// The whole reaction to a double click on a row. It concerns the device of that row: one that dies here takes no
+    /// other's window along.
     void OpenDevice(int row);
     /// Closing is always refused; it minimises the window, or brings it back to normal size.
     void QueryUnload();
 
   private:
     void ListDevices();
+    /// False when the link failed for good.
+    bool ListDevice(int row);
+    void Concern(int id);
     bool ReadLabel(int id);
     void WriteRow(int row, int id);
     void Open(int row);
@@ -47,7 +53,7 @@ class DeviceList {
     bool PassesCheck(int id);
     bool TakeSlot(int id);
     void ShowInSlot(int id);
-    std::string NameOf(int id) const;
+    void CloseWindowOf(int id);
 
     controls::FrmSearchNet& form_;
     controls::Windows& windows_;
@@ -59,6 +65,7 @@ class DeviceList {
     WindowHost& host_;
     StatusLine& status_;
     std::function<void()> load_control_window_;
+    std::function<void(int)> unload_control_window_;
 };
 
 } // namespace nrv::session

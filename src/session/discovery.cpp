@@ -4,6 +4,7 @@
 #include "model/tables.h"
 #include "ports/runtime_error.h"
 #include "session/config_files.h"
+#include "session/failure_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,7 +25,7 @@ std::string ProgressText(int index, int last) {
 
 Discovery::Discovery(const Parts& parts)
     : link_(parts.Link), stores_(parts.Stores), state_(parts.State), splash_(parts.Splash), boxes_(parts.Boxes),
-      process_(parts.Run) {
+      process_(parts.Run), status_(parts.Status) {
     for (model::ParamRow& row : stores_.ParamValues) {
         row.DevicePassword.fill(DefaultPasswordCharacter);
     }
@@ -37,12 +38,22 @@ bool Discovery::SearchDevices() {
     const int last = state_.ListOfTen ? 9 : state_.ListOfTwenty ? 19 : DeviceCount - 1;
     const bool listed = state_.ListOfTen || state_.ListOfTwenty;
     bool found = false;
+    std::string silent;
     for (int i = 0; i <= last; ++i) {
         splash_.Progress.SetCaption(ProgressText(i, last));
         splash_.Progress.Refresh();
-        found = Probe(listed ? state_.ConfiguredIds[At(i)] : i) || found;
+        const int id = listed ? state_.ConfiguredIds[At(i)] : i;
+        const bool answered = Probe(id);
+        found = answered || found;
+        if (!answered) {
+            silent += (silent.empty() ? "" : ", ") + IdText(id);
+        }
     }
     splash_.Progress.SetVisible(false);
+    // Of a scan of all IDs most are empty; of a list each was expected.
+    if (listed && !silent.empty()) {
+        status_.Tell("No answer came from " + silent + ".");
+    }
     return found;
 }
 
@@ -112,43 +123,48 @@ void Discovery::ReadDeviceImage(int id) {
     link_.ReopenPort(link::FrameLength);
 }
 
-void Discovery::ReadDeviceState(int id) {
+bool Discovery::ReadDeviceState(int id) {
     if (link_.DemoMode) {
         // Row 0 and not the device's row; that is meant.
         stores_.ParamValues[0].CurrentPresetName.clear();
         SetDemoDefaults(id);
-        return;
+        return true;
     }
+    all_came_ = true;
+    return !ReadPage(id) && all_came_;
+}
+
+bool Discovery::ReadByte(int id, std::size_t address) {
+    link_.Current.At("address " + std::to_string(address));
+    const bool failed = link_.MemoryRead(id, static_cast<int>(address));
+    all_came_ = all_came_ && link_.TransactionDone;
+    return failed;
+}
+
+bool Discovery::ReadPage(int id) {
     model::ParamRow& values = Values(id);
-    if (ReadOptionBits(id)) {
-        return;
-    }
-    if (link_.MemoryRead(id, model::MuteBitsAddress)) {
-        return;
+    if (ReadOptionBits(id) || ReadByte(id, model::MuteBitsAddress)) {
+        return true;
     }
     Image(id).SystemPage[model::MuteBitsAddress] = link_.MemoryValue();
     model::DecodeMuteBits(link_.MemoryValue(), values);
     for (std::size_t i = 0; i < values.DevicePassword.size(); ++i) {
-        if (link_.MemoryRead(id, static_cast<int>(model::PasswordAddress + i))) {
-            return;
+        if (ReadByte(id, model::PasswordAddress + i)) {
+            return true;
         }
         values.DevicePassword[i] = link_.MemoryValue();
     }
     for (std::size_t position = 0; position < MemoryPositions; ++position) {
-        if (link_.MemoryRead(id, static_cast<int>(model::PresetUsedAddress + position))) {
-            return;
+        if (ReadByte(id, model::PresetUsedAddress + position)) {
+            return true;
         }
         values.PresetUsed[position] = link_.MemoryValue();
     }
-    if (ReadPresetNames(id)) {
-        return;
-    }
-    ReadName(id, model::CurrentPresetNameAddress, values.CurrentPresetName);
+    return ReadPresetNames(id) || ReadName(id, model::CurrentPresetNameAddress, values.CurrentPresetName);
 }
 
-/// True when the link failed for good, as all reads below.
 bool Discovery::ReadOptionBits(int id) {
-    if (link_.MemoryRead(id, model::OptionBitsAddress)) {
+    if (ReadByte(id, model::OptionBitsAddress)) {
         return true;
     }
     const std::uint8_t bits = link_.MemoryValue();
@@ -188,7 +204,7 @@ void Discovery::NameAsEmpty(int id, std::size_t position) {
 bool Discovery::ReadName(int id, std::size_t address, std::string& name) {
     name.clear();
     for (std::size_t j = 0; j < model::MemoryNameLength; ++j) {
-        if (link_.MemoryRead(id, static_cast<int>(address + j))) {
+        if (ReadByte(id, address + j)) {
             return true;
         }
         name += static_cast<char>(link_.MemoryValue());

@@ -6,6 +6,7 @@
 #include "ports/message_boxes.h"
 #include "ports/process.h"
 #include "session/session_state.h"
+#include "session/status_line.h"
 
 namespace nrv::session {
 
@@ -22,6 +23,7 @@ class Discovery {
         controls::FrmSplash& Splash;
         MessageBoxes& Boxes;
         Process& Run;
+        StatusLine& Status;
     };
     explicit Discovery(const Parts& parts);
 
@@ -35,8 +37,9 @@ class Discovery {
     /// Fetches the settings that are live in the device. Throws RuntimeError when the port cannot be closed and
     /// reopened.
     void ReadDeviceImage(int id);
-    /// Reads the device's memory page byte by byte; stops at a reported link failure with what was read so far.
-    void ReadDeviceState(int id);
+    /// Reads the device's memory page byte by byte; stops at a reported link failure with what was read so far. False
+    /// when a byte did not come.
+    bool ReadDeviceState(int id);
     /// The factory image and the demo defaults.
     void LoadFactoryState(int id);
 
@@ -45,6 +48,9 @@ class Discovery {
     void LoadFlaggedDevices(Take take);
     void EnterDevice(int id);
     bool Probe(int id);
+    bool ReadPage(int id);
+    /// True when the link failed for good, as those below.
+    bool ReadByte(int id, std::size_t address);
     bool ReadOptionBits(int id);
     bool ReadPresetNames(int id);
     bool ReadName(int id, std::size_t address, std::string& name);
@@ -60,6 +66,8 @@ class Discovery {
     controls::FrmSplash& splash_;
     MessageBoxes& boxes_;
     Process& process_;
+    StatusLine& status_;
+    bool all_came_ = false; ///< every byte of the page that is read or was read last
 };
 
 } // namespace nrv::session

@@ -16,7 +16,7 @@ constexpr int MinimumHeight = 600;
 StartUp::StartUp(const Parts& parts)
     : splash_(parts.Splash), main_(parts.Main), windows_(parts.Windows), link_(parts.Link), dialog_(parts.Dialog),
       discovery_(parts.Devices), list_(parts.List), state_(parts.State), boxes_(parts.Boxes), process_(parts.Run),
-      host_(parts.Host) {
+      host_(parts.Host), status_(parts.Status) {
     splash_.Timer1.Tick = [this] { SplashTimeOver(); };
     main_.Exit.Clicked = [this] { Exit(); };
 }
@@ -37,7 +37,10 @@ void StartUp::SplashTimeOver() {
     splash_.Timer1.Stop();
     splash_.Window.SetMousePointer(controls::Pointer::ArrowAndHourglass);
     dialog_.Load();
-    host_.RunConnectionDialog();
+    {
+        const Operation::Standing standing(link_.Current, Operation::Loop::Dialog);
+        host_.RunConnectionDialog();
+    }
     splash_.Window.SetMousePointer(controls::Pointer::Default);
     LoadMainWindow();
     host_.ShowMainWindow();
@@ -94,10 +97,13 @@ bool StartUp::OpenLine() {
     if (link_.PortOpened) {
         try {
             link_.ReopenPort(link::FrameLength);
-        } catch (const RuntimeError&) {
+        } catch (const RuntimeError& error) {
             link_.PortOpened = false;
             link_.LinkReady = false;
+            status_.Tell(error.what());
         }
+    } else {
+        status_.Tell(link_.PortRefusal());
     }
     return link_.PortOpened;
 }

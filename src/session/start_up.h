@@ -10,6 +10,7 @@
 #include "session/device_list.h"
 #include "session/discovery.h"
 #include "session/session_state.h"
+#include "session/status_line.h"
 
 namespace nrv::session {
 
@@ -28,6 +29,7 @@ class StartUp {
         MessageBoxes& Boxes;
         Process& Run;
         WindowHost& Host;
+        StatusLine& Status;
     };
     explicit StartUp(const Parts& parts);
 
@@ -57,6 +59,7 @@ class StartUp {
     MessageBoxes& boxes_;
     Process& process_;
     WindowHost& host_;
+    StatusLine& status_;
 };
 
 } // namespace nrv::session

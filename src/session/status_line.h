@@ -6,11 +6,17 @@
 
 namespace nrv::session {
 
-/// Says in one sentence at the foot of the main window what did not happen and why.
+/// Says in a sentence at the foot of the main window what did not happen, why, and what to do next. It is painted at
+/// once: the program may stand still right after it.
 class StatusLine {
   public:
     explicit StatusLine(controls::Label& label) : label_(label) {}
-    void Tell(const std::string& sentence) { label_.SetCaption(sentence); }
+    void Tell(const std::string& sentence) {
+        label_.SetCaption(sentence);
+        label_.Refresh();
+    }
+    void Clear() { label_.SetCaption({}); }
+    const std::string& Text() const { return label_.Caption(); }
 
   private:
     controls::Label& label_;

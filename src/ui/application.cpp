@@ -12,23 +12,37 @@ Application::Application(const std::filesystem::path& folder) : Application(fold
 Application::Application(const std::filesystem::path& folder, const Substitutes& substitutes)
     : folder_(folder), names_(QString::fromStdString(folder.string())), port_(names_), own_process_(port_),
       boxes_(substitutes.Boxes != nullptr ? *substitutes.Boxes : own_boxes_),
-      process_(substitutes.Run != nullptr ? *substitutes.Run : own_process_), boundary_(boxes_),
+      process_(substitutes.Run != nullptr ? *substitutes.Run : own_process_),
       host_({forms_.Splash, forms_.Main, forms_.Select, forms_.List, forms_.Windows}, boundary_,
             [this](int slot, QWidget* parent) {
-                return new ControlWindowView(*forms_.Windows.ControlWindows[static_cast<std::size_t>(slot)], boundary_,
-                                             parent);
+                return new ControlWindowView(*forms_.Windows.ControlWindows[static_cast<std::size_t>(slot)],
+                                             {boundary_, {controls::EventSource::Kind::Device, slot}}, parent);
             }),
-      program_({port_, clock_, process_, boxes_, substitutes.Files != nullptr ? *substitutes.Files : own_files_, host_},
+      program_({port_, clock_, process_, boxes_, substitutes.Files != nullptr ? *substitutes.Files : own_files_, host_,
+                boundary_},
                forms_) {
     host_.SetEvents(Events());
-    host_.SetToolDialogs(
-        [this](ToolDialog dialog, QWidget* parent) { return MakeToolDialog(dialog, forms_, boundary_, parent); });
+    host_.SetToolDialogs([this](ToolDialog dialog, QWidget* parent) {
+        return MakeToolDialog(dialog, forms_, {boundary_, controls::EventSource::Kind::Dialog}, parent);
+    });
+    port_.WentAway = [this](const std::string& what) {
+        boundary_.RunWhenOver([this, what] { program_.TellPortWentAway(what); });
+    };
+    WatchOperations();
     forms_.Select.ComSelect.SetItemToolTips(names_.ToolTips());
 }
 
 void Application::Start() {
-    boundary_.Run([this] { program_.StartUp.LoadSplash(folder_); });
+    boundary_.Run({controls::EventSource::Kind::Program}, [this] { program_.StartUp.LoadSplash(folder_); });
     host_.ShowSplash();
+}
+
+void Application::WatchOperations() {
+    Operation::Hooks& watch = boundary_.Current().Watch;
+    watch.Began = [this] { gate_.Began(); };
+    watch.LoopBegins = [this] { gate_.LoopBegins(); };
+    watch.LoopEnds = [this](Operation::Loop loop) { gate_.LoopEnds(loop); };
+    watch.Ending = [this] { gate_.Ending(); };
 }
 
 WindowEvents Application::Events() {

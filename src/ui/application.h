@@ -4,6 +4,7 @@
 #include "link/system_clock.h"
 #include "program/program.h"
 #include "ui/platform/com_ports.h"
+#include "ui/platform/input_gate.h"
 #include "ui/platform/qt_file_dialogs.h"
 #include "ui/platform/qt_message_boxes.h"
 #include "ui/platform/qt_process.h"
@@ -37,18 +38,20 @@ class Application {
 
   private:
     WindowEvents Events();
+    void WatchOperations();
 
     std::filesystem::path folder_;
+    program::Forms forms_;
+    controls::EventBoundary boundary_{forms_.Windows};
+    InputGate gate_{boundary_.Current()};
     ComPortNames names_;
     QtSerialPort port_;
     link::SystemClock clock_;
     QtProcess own_process_;
     QtMessageBoxes own_boxes_;
-    QtFileDialogs own_files_;
+    QtFileDialogs own_files_{boundary_.Current()};
     MessageBoxes& boxes_;
     nrv::Process& process_;
-    controls::EventBoundary boundary_;
-    program::Forms forms_;
     QtWindowHost host_;
     program::Program program_;
 };

@@ -77,8 +77,7 @@ void ControlWindow::WireDelays(controls::FrmCtrl& form) {
         form.Text2[i].KeyPressed = [this, index](char key) { return model::TypedDelay(context_, boxes_, index, key); };
     }
     for (int unit = 0; unit < 2; ++unit) {
-        form.Option1[At(unit)].Clicked =
-            Guarded([this, unit] { model::SetDelayUnit(context_, unit); });
+        form.Option1[At(unit)].Clicked = Guarded([this, unit] { model::SetDelayUnit(context_, unit); });
     }
 }
 
@@ -105,6 +104,7 @@ void ControlWindow::WireGraphs(controls::FrmCtrl& form) {
         form.Check3[c].Clicked = [this, channel] { response::ShowCursor(context_, channel); };
         form.Command1[c].Clicked = [this, channel] {
             if (boxes_.AreYouSure("Flat Eq")) {
+                link_.Current.Call("the flattening", model::PeqCountOf(channel));
                 model::FlatEqualiser(context_, response_, channel);
             }
         };

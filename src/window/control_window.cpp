@@ -3,22 +3,18 @@
 #include "ports/flag_guard.h"
 #include "ports/runtime_error.h"
 #include "presets/apply_image.h"
+#include "session/failure_text.h"
 #include "session/unconnected.h"
 
 #include <algorithm>
 
 namespace nrv::window {
-namespace {
-
-std::string IdText(int id) {
-    return "ID:" + std::to_string(id);
-}
-
-} // namespace
+using session::IdText;
 
 ControlWindow::ControlWindow(const Parts& parts)
-    : windows_(parts.Windows), list_(parts.List), link_(parts.Link), state_(parts.State), boxes_(parts.Boxes),
-      host_(parts.Host), response_(parts.Curves), context_{parts.Link, parts.Stores, parts.Windows},
+    : windows_(parts.Windows), list_(parts.List), link_(parts.Link), state_(parts.State), status_(parts.Status),
+      boxes_(parts.Boxes), host_(parts.Host),
+      response_(parts.Curves), context_{parts.Link, parts.Stores, parts.Windows},
       editing_(context_, parts.Curves, parts.Boxes), monitor_(context_, parts.State),
       apply_lock_state_(parts.ApplyLockState), tools_(parts.Tools) {
     tools_[controls::UnconnectTool] = [this] { UnconnectDevice(); };
@@ -35,6 +31,7 @@ void ControlWindow::Load() {
         throw;
     }
     windows_.Loaded[At(slot)] = true;
+    link_.Current.BelongTo({slot, windows_.CurrentDevice()});
     host_.ShowControlWindow(slot);
 }
 
@@ -66,14 +63,16 @@ void ControlWindow::Fill(int slot) {
 }
 
 void ControlWindow::Activate(int slot) {
+    if (!windows_.Loaded[At(slot)]) {
+        return;
+    }
     windows_.CurrentWindow = slot;
     list_.Timer2.Stop();
 }
 
 void ControlWindow::Resize(int slot, int width, int height) {
-    windows_.CurrentWindow = slot;
-    windows_.Current().Window.SetSize(std::max(width, controls::FrmCtrl::WidthTwips),
-                                      std::max(height, controls::FrmCtrl::HeightTwips));
+    windows_.ControlWindows[At(slot)]->Window.SetSize(std::max(width, controls::FrmCtrl::WidthTwips),
+                                                      std::max(height, controls::FrmCtrl::HeightTwips));
 }
 
 bool ControlWindow::QueryUnload(int slot) {
@@ -105,25 +104,50 @@ void ControlWindow::Unload(int slot) {
 }
 
 void ControlWindow::UnconnectDevice() {
+    const int slot = windows_.CurrentWindow;
+    const int id = windows_.CurrentDevice();
     if (boxes_.Show({"Do you want unconnect this device, are you sure ? ", "Unconnect device", BoxIcon::None,
                      BoxButtons::YesNo}) != BoxAnswer::Yes) {
         return;
     }
-    const int id = context_.DeviceId();
     if (link_.SendFrame(id, {link::UnconnectCommand})) {
         return;
     }
     session::MarkUnconnected(state_, list_, id);
-    Unload(windows_.CurrentWindow);
+    Unload(slot);
+    status_.Tell(IdText(id) + " is unconnected. Double-click its row to connect it again." + MetersRest());
 }
 
 int ControlWindow::CurrentDevice() {
     return windows_.CurrentDevice();
 }
 
-void ControlWindow::GiveUpCurrentDevice() {
-    session::MarkUnconnected(state_, list_, windows_.CurrentDevice());
-    Unload(windows_.CurrentWindow);
+void ControlWindow::TellFailure() {
+    failure_told_ = session::FailureText(link_.Current);
+    status_.Tell(failure_told_);
+}
+
+void ControlWindow::OperationEnds() {
+    // What went on in controls and stores has counted the frames that were left out; the operation's own word stays.
+    if (link_.Current.Reported() && status_.Text() == failure_told_) {
+        status_.Tell(session::FailureText(link_.Current) + MetersRest());
+    }
+}
+
+void ControlWindow::GiveUpDevice() {
+    const Operation::Subject subject =
+        link_.Current.Of().value_or(Operation::Subject{windows_.CurrentWindow, windows_.CurrentDevice()});
+    session::MarkUnconnected(state_, list_, subject.Device);
+    if (subject.Slot != Operation::NoSlot) {
+        Unload(subject.Slot);
+    }
+}
+
+/// No window polls until an exchange has ended well again.
+std::string ControlWindow::MetersRest() const {
+    return std::ranges::find(windows_.Loaded, true) == windows_.Loaded.end()
+               ? std::string()
+               : " The meters rest until the next change.";
 }
 
 void ControlWindow::MarkUnchecked(int id) {

@@ -28,13 +28,13 @@ void Monitor::Start(controls::FrmCtrl& form) {
 
 void Monitor::Tick(controls::Timer& timer) {
     if (context_.Link.TransactionDone) {
-        const controls::WindowSlot& slot =
-            context_.Windows.WindowSlots[At(context_.Windows.CurrentWindow)];
+        const controls::WindowSlot& slot = context_.Windows.WindowSlots[At(context_.Windows.CurrentWindow)];
         // A tick that leaves here keeps its interval.
         if (state_.DeviceUnconnected[At(slot.DeviceId)] || !slot.InUse) {
             return;
         }
         if (context_.Form().SSTab1.Tab() == controls::GainsTab) {
+            context_.Link.Current.Call("the meters", Operation::Untold);
             if (context_.Send({link::LevelPollCommand})) {
                 return;
             }

@@ -8,8 +8,8 @@
 
 namespace nrv::window {
 
-/// Polls the level meters while the "Gains" tab is on top, and paints lamps and limit marks where something changed. Every
-/// window's timer works on the current window.
+/// Polls the level meters while the "Gains" tab is on top, and paints lamps and limit marks where something changed.
+/// Every window's timer works on the current window.
 class Monitor {
   public:
     Monitor(const model::CommandContext& context, const session::SessionState& state)
@@ -29,9 +29,9 @@ class Monitor {
 
     model::CommandContext context_;
     const session::SessionState& state_;
-    Table<double> meter_now_{};          ///< level last received, 0 to 6
-    Table<double> meter_shown_{};        ///< level last painted
-    Table<std::uint8_t> limit_now_{};    ///< 1 when the output's level is 5 or more
+    Table<double> meter_now_{};       ///< level last received, 0 to 6
+    Table<double> meter_shown_{};     ///< level last painted
+    Table<std::uint8_t> limit_now_{}; ///< 1 when the output's level is 5 or more
     Table<std::uint8_t> limit_shown_{};
 };
 

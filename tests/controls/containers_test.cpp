@@ -127,9 +127,9 @@ TEST(Timer, TellsTheViewOfEachStart) {
     Timer timer;
     const Observed view(timer);
     timer.Start(200);
-    timer.Start(200); // the time begins anew
+    timer.Start(200); // a stop and a start, so that the time begins anew
     timer.Stop();
-    EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Value, Aspect::Value, Aspect::Value));
+    EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Value, Aspect::Value, Aspect::Value, Aspect::Value));
 }
 
 } // namespace

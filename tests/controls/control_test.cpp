@@ -103,46 +103,5 @@ TEST(Marker, IsPlacedByItsCorner) {
     EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Place));
 }
 
-TEST(EventBoundary, TurnsAnErrorIntoAMessage) {
-    ScriptedBoxes boxes;
-    EventBoundary boundary(boxes);
-    boundary.Run([] { throw RuntimeError(ErrorKind::IndexOutOfRange, "The list has no row 7, column 0."); });
-    ASSERT_EQ(boxes.Shown.size(), 1u);
-    EXPECT_EQ(boxes.Shown[0].Text, "The list has no row 7, column 0.");
-    EXPECT_EQ(boxes.Shown[0].Title, "Error");
-    EXPECT_EQ(boxes.Shown[0].Icon, BoxIcon::Critical);
-    EXPECT_EQ(boxes.Shown[0].Buttons, BoxButtons::Ok);
-}
-
-TEST(EventBoundary, RunsAnEventThatGoesWellWithoutAWord) {
-    ScriptedBoxes boxes;
-    EventBoundary boundary(boxes);
-    bool ran = false;
-    boundary.Run([&ran] { ran = true; });
-    EXPECT_TRUE(ran);
-    EXPECT_THAT(boxes.Shown, IsEmpty());
-}
-
-TEST(EventBoundary, IsWhereAnEventEndsThatEndedTheProcess) {
-    ScriptedBoxes boxes;
-    ScriptedProcess process;
-    EventBoundary boundary(boxes);
-    bool went_on = false;
-    boundary.Run([&] {
-        process.End();
-        went_on = true;
-    });
-    EXPECT_TRUE(process.Ended);
-    EXPECT_FALSE(went_on);
-    EXPECT_THAT(boxes.Shown, IsEmpty());
-}
-
-TEST(EventBoundary, TakesNoOtherExceptionForARefusal) {
-    ScriptedBoxes boxes;
-    EventBoundary boundary(boxes);
-    EXPECT_THROW(boundary.Run([] { throw std::logic_error("a fault of the program"); }), std::logic_error);
-    EXPECT_THAT(boxes.Shown, IsEmpty());
-}
-
 } // namespace
 } // namespace nrv::testing

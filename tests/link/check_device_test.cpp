@@ -139,7 +139,7 @@ TEST_F(CheckDevice, TimeOutClosesNoWindow) {
 }
 
 TEST_F(CheckDevice, WithoutWindowsNamesDevice0) {
-    link::Link link(rig.Port, rig.Clock, rig.Process, rig.Boxes, rig.SerialTimer);
+    link::Link link(rig.Port, rig.Clock, rig.Process, rig.Boxes, rig.SerialTimer, rig.Operation);
     link.LinkReady = true;
     link.DeviceChecked[Asked] = true;
     EXPECT_FALSE(link.CheckDevice(Asked));

@@ -22,7 +22,8 @@ class RecordingHandler final : public link::FailureHandler {
     std::vector<std::string> Log; ///< each entry with the number of boxes shown before it
 
     int CurrentDevice() override { return DeviceIs; }
-    void GiveUpCurrentDevice() override { Note("give up"); }
+    void TellFailure() override { Note("tell"); }
+    void GiveUpDevice() override { Note("give up"); }
     void MarkUnchecked(int id) override {
         Note("mark " + std::to_string(id));
         if (MarkFails) {
@@ -44,7 +45,8 @@ struct LinkRig {
     ScriptedBoxes Boxes;
     controls::Timer SerialTimer;
     RecordingHandler Handler{Boxes};
-    link::Link Link{Port, Clock, Process, Boxes, SerialTimer};
+    nrv::Operation Operation;
+    link::Link Link{Port, Clock, Process, Boxes, SerialTimer, Operation};
 
     LinkRig() {
         Link.SetFailureHandler(Handler);

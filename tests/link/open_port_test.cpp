@@ -17,7 +17,8 @@ class OpeningAPort : public ::testing::Test {
     ScriptedProcess process;
     ScriptedBoxes boxes;
     controls::Timer timer;
-    link::Link link{port, clock, process, boxes, timer};
+    Operation operation;
+    link::Link link{port, clock, process, boxes, timer, operation};
 };
 
 TEST_F(OpeningAPort, SetsPortAndLineAndOpens) {

@@ -18,7 +18,7 @@ class SendFrameFailure : public ::testing::Test {
         EXPECT_EQ(rig.Boxes.Shown[0].Title, "Communication problem");
         EXPECT_EQ(rig.Boxes.Shown[0].Icon, BoxIcon::Exclamation);
         EXPECT_EQ(rig.Boxes.Shown[0].Buttons, BoxButtons::Ok);
-        EXPECT_THAT(rig.Handler.Log, ElementsAre("give up after 1"));
+        EXPECT_THAT(rig.Handler.Log, ElementsAre("tell after 0", "give up after 1"));
         EXPECT_FALSE(rig.Link.TransactionDone);
     }
     void ExpectSilent() {
@@ -41,7 +41,7 @@ TEST_F(SendFrameFailure, ConcernsTheCurrentWindowWhicheverDeviceWasAsked) {
     rig.Link.ReportLinkFailure = true;
     rig.Handler.DeviceIs = 9; // the frame goes to another device
     EXPECT_TRUE(rig.Link.SendFrame(3, {0x01}));
-    EXPECT_THAT(rig.Handler.Log, ElementsAre("give up after 1")); // the handler is not told which one was asked
+    EXPECT_THAT(rig.Handler.Log, ElementsAre("tell after 0", "give up after 1")); // the handler is not told which one was asked
 }
 
 TEST_F(SendFrameFailure, IsSilentUnlessItIsToBeReported) {
@@ -66,7 +66,7 @@ TEST_F(SendFrameFailure, LeavesTheLinkUsable) {
 }
 
 TEST_F(SendFrameFailure, WithoutWindowsShowsTheBoxAlone) {
-    link::Link link(rig.Port, rig.Clock, rig.Process, rig.Boxes, rig.SerialTimer);
+    link::Link link(rig.Port, rig.Clock, rig.Process, rig.Boxes, rig.SerialTimer, rig.Operation);
     link.LinkReady = true;
     link.ReportLinkFailure = true;
     EXPECT_TRUE(link.SendFrame(3, {0x01}));
@@ -127,7 +127,7 @@ TEST_F(SendFrameFailure, ReachesMemoryReadAndWrite) {
     rig.Link.ReportLinkFailure = true;
     EXPECT_TRUE(rig.Link.MemoryRead(3, 10));
     EXPECT_TRUE(rig.Link.MemoryWrite(3, 10, 1));
-    EXPECT_THAT(rig.Handler.Log, ElementsAre("give up after 1", "give up after 2"));
+    EXPECT_THAT(rig.Handler.Log, ElementsAre("tell after 0", "give up after 1", "tell after 1", "give up after 2"));
 }
 
 } // namespace

@@ -14,7 +14,7 @@ class PasswordDialogTest : public CommandWindow {
     }
     void Open(std::function<void()> while_it_stands) {
         world.Host.WhileToolDialogStands = std::move(while_it_stands);
-        program.Events.Run([this] { form.Command2[4].UserClick(); });
+        program.Events.Run(UserIn(0), [this] { form.Command2[4].UserClick(); });
     }
     void LogIn(const std::string& text) {
         dialog.Text1.UserText(text);

@@ -14,7 +14,7 @@ class CopyDialogs : public LoadWindow {
     }
     void Open(int tool, std::function<void()> while_it_stands) {
         world.Host.WhileToolDialogStands = std::move(while_it_stands);
-        program.Events.Run([this, tool] { form.Command2[static_cast<std::size_t>(tool)].UserClick(); });
+        program.Events.Run(UserIn(0), [this, tool] { form.Command2[static_cast<std::size_t>(tool)].UserClick(); });
     }
     void ExpectQuestion(const std::string& title) {
         ASSERT_EQ(world.Boxes.Shown.size(), 1U);

@@ -8,7 +8,7 @@ class NamesDialogTest : public CommandWindow {
   protected:
     void Open(std::function<void()> while_it_stands) {
         world.Host.WhileToolDialogStands = std::move(while_it_stands);
-        program.Events.Run([this] { form.Command2[7].UserClick(); });
+        program.Events.Run(UserIn(0), [this] { form.Command2[7].UserClick(); });
     }
     Frame NameFrame(int channel, const std::string& six) const {
         std::array<int, 9> payload{0x0E, channel, 0};
@@ -41,7 +41,7 @@ TEST_F(NamesDialogTest, ShowsTheWindowsNames) {
 }
 
 TEST_F(NamesDialogTest, NameOfAChannelOpensItToo) {
-    program.Events.Run([this] { form.Label300[3].UserClick(); });
+    program.Events.Run(UserIn(0), [this] { form.Label300[3].UserClick(); });
     EXPECT_THAT(world.Host.Log, ::testing::ElementsAre("run tool dialog 0"));
 }
 

@@ -27,10 +27,10 @@ class PresetFilesTest : public LoadWindow {
     }
     void Choose(const std::string& name) { world.Files.File = world.Folder.Path() / name; }
     void Save() {
-        program.Events.Run([this] { form.Command2[1].UserClick(); });
+        program.Events.Run(UserIn(0), [this] { form.Command2[1].UserClick(); });
     }
     void Load() {
-        program.Events.Run([this] { form.Command2[0].UserClick(); });
+        program.Events.Run(UserIn(0), [this] { form.Command2[0].UserClick(); });
     }
     Image Bytes771() const {
         Image bytes{};
@@ -64,6 +64,18 @@ class PresetFilesTest : public LoadWindow {
         EXPECT_FALSE(program.Link.TxSuppressed);
         EXPECT_FALSE(program.Link.CheckSuppressed);
         EXPECT_FALSE(program.Response.PlotSuspended);
+    }
+    /// Their list's own event sends a frame more.
+    int SourcesThatDiffer(const Image& file) const {
+        int count = 0;
+        for (std::size_t output = 0; output < 6; ++output) {
+            count += form.Combo3[output].Index() != file[185 + 48 * output];
+        }
+        return count;
+    }
+    static std::string StoppedLoad(int after, int changed_sources) {
+        return "ID:9 does not answer; the load stopped after " + std::to_string(after) + " of " +
+               std::to_string(153 + changed_sources) + " frames. Double-click its row to connect it again.";
     }
     void ExpectNothingDone(const Image& before, const std::string& title) {
         ExpectSame(Bytes771(), before);
@@ -337,12 +349,14 @@ TEST_F(PresetFilesTest, LongFileIsReadInItsFirst771Bytes) {
     EXPECT_EQ(world.Folder.Read("a.n91"), longer);
 }
 
-TEST_F(PresetFilesTest, FailedBulkUpdateEndsTheApplyingAndTheTitleIsSet) {
+TEST_F(PresetFilesTest, FailedBulkUpdateEndsTheApplyingAndTheTitleStays) {
     Image file = RandomImage();
     file[OptionBits] = 0x04;
     world.Folder.Write("a.n91", AsFile(file));
     values.MuteWithPreset = 1.0;
     const int gain = form.Slider1[0].Position();
+    const std::string title = form.Window.Caption();
+    const int changed = SourcesThatDiffer(file);
     form.SSTab1.SetTab(4);
     Silence(0x0A);
     Load();
@@ -350,22 +364,30 @@ TEST_F(PresetFilesTest, FailedBulkUpdateEndsTheApplyingAndTheTitleIsSet) {
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     EXPECT_EQ(world.Boxes.Shown[0].Title, "Communication problem");
     EXPECT_FALSE(Loaded(0));
-    EXPECT_EQ(form.Window.Caption(), "ID:9 NRV 916 - Last preset loaded: come from PC - a.n91");
+    EXPECT_EQ(form.Window.Caption(), title);
+    EXPECT_EQ(program.Main.StatusLine.Caption(), StoppedLoad(0, changed));
     EXPECT_EQ(form.Slider1[0].Position(), gain);
     ExpectSame(Bytes771(), file); // the image holds the new data already
     ExpectAtRest();
 }
 
-TEST_F(PresetFilesTest, FailureOfAnyOtherFrameLetsTheLoadGoOn) {
+TEST_F(PresetFilesTest, FailureOfAnyOtherFrameLetsTheLoadGoOnInControlsAndStores) {
     values.MuteWithPreset = 1.0;
     Image file = RandomImage();
     file[OptionBits] = 0x04;
     world.Folder.Write("a.n91", AsFile(file));
-    Silence(0x0C);
+    const std::string title = form.Window.Caption();
+    const int changed = SourcesThatDiffer(file);
+    Silence(0x05);
     Load();
-    EXPECT_EQ(world.Port.CountSent(0x0C), 5);
-    EXPECT_EQ(world.Port.Sent.back(), FrameOf({0x0A, 1}));
-    EXPECT_EQ(form.Window.Caption(), "ID:9 NRV 916 - Last preset loaded: come from PC - a.n91");
+    EXPECT_EQ(world.Boxes.Shown.size(), 1U);
+    EXPECT_EQ(world.Port.CountSent(0x05), 5); // the first section, five times
+    EXPECT_EQ(world.Port.Sent.back()[3], 0x05);
+    EXPECT_EQ(form.Slider100.Position(), 120 - file[143]);
+    EXPECT_EQ(values.MasterGain, std::stod(form.Text100.Text()));
+    EXPECT_EQ(form.Window.Caption(), title);
+    // Behind the bulk update, 16 mutes, the sources, 24 dynamics and 12 crossovers.
+    EXPECT_EQ(program.Main.StatusLine.Caption(), StoppedLoad(1 + 16 + 6 + changed + 24 + 12, changed));
     ExpectAtRest();
 }
 

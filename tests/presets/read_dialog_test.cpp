@@ -38,7 +38,7 @@ class ReadDialogTest : public LoadWindow {
     }
     void Open(std::function<void()> while_it_stands) {
         world.Host.WhileToolDialogStands = std::move(while_it_stands);
-        program.Events.Run([this] { form.Command2[3].UserClick(); });
+        program.Events.Run(UserIn(0), [this] { form.Command2[3].UserClick(); });
     }
     void ReadThrough(int position) {
         Open([this, position] {

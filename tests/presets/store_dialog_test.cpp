@@ -22,7 +22,7 @@ class StoreDialogTest : public CommandWindow {
     }
     void Open(std::function<void()> while_it_stands) {
         world.Host.WhileToolDialogStands = std::move(while_it_stands);
-        program.Events.Run([this] { form.Command2[2].UserClick(); });
+        program.Events.Run(UserIn(0), [this] { form.Command2[2].UserClick(); });
     }
     void Store(int position, const std::string& name) {
         std::string text = name;

@@ -300,7 +300,7 @@ TEST_F(EqualiserEditing, SlopeListAloneHasNoGuard) {
     const auto before = image.PresetBody;
     form.Text8[0].SetText("?");
     EXPECT_THROW(form.Combo2[0].UserSelect(3), RuntimeError);
-    program.Events.Run([&] { form.Combo2[0].UserSelect(4); });
+    program.Events.Run(UserIn(0), [&] { form.Combo2[0].UserSelect(4); });
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     EXPECT_EQ(world.Boxes.Shown[0].Title, "Error");
     EXPECT_EQ(world.Boxes.Shown[0].Icon, BoxIcon::Critical);

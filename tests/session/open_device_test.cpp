@@ -253,7 +253,7 @@ TEST_F(OpenDeviceTest, OpeningThatFailsInItsLoadGivesSlotAndCountBack) {
     EXPECT_EQ(program.Windows.OpenWindowTop, 1);
 }
 
-TEST_F(OpenDeviceTest, FailureWhileTheDeviceIsReadClosesTheWindowLastActive) {
+TEST_F(OpenDeviceTest, FailureWhileTheDeviceIsReadGivesUpThatDeviceAndNoOther) {
     StartOnLine({3, 7});
     DoubleClick(0);
     Forget();
@@ -262,12 +262,55 @@ TEST_F(OpenDeviceTest, FailureWhileTheDeviceIsReadClosesTheWindowLastActive) {
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     ExpectBox(world.Boxes.Shown[0], "Communication problem",
               " The system will be close the communication with this device", BoxIcon::Exclamation, BoxButtons::Ok);
-    EXPECT_FALSE(Loaded(0));
-    EXPECT_EQ(Row(0), " Unconnected      ID:3");
-    EXPECT_EQ(Row(1), "Label of dev 007  ID:7");
+    EXPECT_TRUE(Loaded(0));
+    EXPECT_EQ(Row(0), "Label of dev 003  ID:3");
+    EXPECT_FALSE(program.State.DeviceUnconnected[3]);
+    EXPECT_EQ(Row(1), " Unconnected      ID:7");
+    EXPECT_TRUE(program.State.DeviceUnconnected[7]);
     EXPECT_TRUE(Loaded(1)); // the opening itself goes on with what was read
-    EXPECT_EQ(program.Windows.OpenWindowTop, 0);
-    EXPECT_FALSE(program.Windows.WindowSlots[0].InUse);
+    EXPECT_EQ(program.Windows.OpenWindowTop, 1);
+    EXPECT_EQ(program.Main.StatusLine.Caption(),
+              "Device ID:7 could not be read; what its window shows is not what it holds.");
+}
+
+TEST_F(OpenDeviceTest, WindowOfADeviceThatCouldNotBeReadIsRenewedWhenItIsConnectedAgain) {
+    StartOnLine({3, 7});
+    DoubleClick(0);
+    world.Port.Answer = [this](const Frame& frame) { return frame[5] == 192 ? Bytes{} : line.Answer(frame); };
+    DoubleClick(1);
+    world.Port.Answer = [this](const Frame& frame) { return line.Answer(frame); };
+    line.Devices.at(7).Preset[model::GainOffsets[0] + 1] = 77;
+    Forget();
+    DoubleClick(1);
+    ASSERT_EQ(world.Boxes.Shown.size(), 1U); // no word of a window that is open already
+    EXPECT_EQ(world.Boxes.Shown[0].Title, "Connect device");
+    EXPECT_TRUE(Loaded(0));
+    EXPECT_TRUE(Loaded(1));
+    EXPECT_EQ(Window(1).Slider1[0].Position(), 120 - 77);
+    EXPECT_EQ(program.Windows.OpenWindowTop, 1);
+    EXPECT_FALSE(program.State.DeviceUnconnected[7]);
+}
+
+TEST_F(OpenDeviceTest, SilentReadsOpenTheWindowAndSaySo) {
+    StartOnLine({3});
+    world.Port.Answer = [this](const Frame& frame) {
+        return frame[3] == 0x10 && frame[5] == 50 ? Bytes{} : line.Answer(frame);
+    };
+    DoubleClick(0); // the first window: failures are not reported yet
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+    EXPECT_TRUE(Loaded(0));
+    EXPECT_EQ(program.Main.StatusLine.Caption(),
+              "Device ID:3 could not be read; what its window shows is not what it holds.");
+}
+
+TEST_F(OpenDeviceTest, PortThatWentAwayIsConnectedAnewOnTheWay) {
+    StartOnLine({3});
+    world.Port.SetPortOpen(false); // as a port does that goes away at rest
+    Forget();
+    DoubleClick(0);
+    ASSERT_FALSE(world.Boxes.Shown.empty());
+    EXPECT_EQ(world.Boxes.Shown[0].Title, "Connect device");
+    EXPECT_TRUE(Loaded(0));
 }
 
 } // namespace

@@ -168,10 +168,10 @@ class ProgramTest : public ::testing::Test {
         program.Main.StatusLine.SetCaption("");
     }
     void DoubleClick(int row) {
-        program.Events.Run([this, row] { program.List.Devices.UserDoubleClick(row); });
+        program.Events.Run(UserOutside(), [this, row] { program.List.Devices.UserDoubleClick(row); });
     }
     void TickList() {
-        program.Events.Run([this] { program.List.Timer1.Tick(); });
+        program.Events.Run(TimerTick(), [this] { program.List.Timer1.Tick(); });
     }
     /// The window of a device, opened on the line with the preset of a device that has no settings of its own.
     controls::FrmCtrl& OpenFactoryDevice(int id) {

@@ -237,8 +237,9 @@ TEST_F(StartUpTest, PortThatGoesAwayBetweenItsTwoOpeningsCountsAsMissing) {
         int& openings_;
     } vanishing(world.Port, opened);
     const auto forms = std::make_unique<program::Forms>();
+    controls::EventBoundary events(forms->Windows);
     const auto made = std::make_unique<program::Program>(
-        program::Ports{vanishing, world.Clock, world.Process, world.Boxes, world.Files, world.Host}, *forms);
+        program::Ports{vanishing, world.Clock, world.Process, world.Boxes, world.Files, world.Host, events}, *forms);
     program::Program& other = *made;
     world.Host.WhileDialogStands = [&] {
         other.Select.ComSelect.UserSelect(1);

@@ -6,6 +6,23 @@
 
 namespace nrv::testing {
 
+// Where the events of a test come from.
+inline controls::EventSource UserIn(int slot) {
+    return {controls::EventSource::Kind::Device, slot};
+}
+inline controls::EventSource UserOutside() {
+    return {controls::EventSource::Kind::Program};
+}
+inline controls::EventSource UserInDialog() {
+    return {controls::EventSource::Kind::Dialog};
+}
+inline controls::EventSource TimerTick() {
+    return {controls::EventSource::Kind::Tick};
+}
+inline controls::EventSource MeterTick(int slot) {
+    return {controls::EventSource::Kind::Meters, slot};
+}
+
 /// The whole program on scripted ports, fresh for each case, in a folder of its own.
 struct TestProgram {
     TestFolder Folder;
@@ -16,7 +33,8 @@ struct TestProgram {
     ScriptedFileDialogs Files;
     RecordingHost Host;
     program::Forms Forms;
-    program::Program Program{{Port, Clock, Process, Boxes, Files, Host}, Forms};
+    controls::EventBoundary Events{Forms.Windows};
+    program::Program Program{{Port, Clock, Process, Boxes, Files, Host, Events}, Forms};
 
     TestProgram() { Program.State.AppFolder = Folder.Path(); }
 };

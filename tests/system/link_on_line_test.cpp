@@ -80,7 +80,8 @@ class LinkOnLine : public ::testing::Test {
     nrv::testing::ScriptedBoxes boxes_;
     controls::Timer serial_timer_;
     QTimer toolkit_timer_;
-    link::Link link_{port_, clock_, process_, boxes_, serial_timer_};
+    Operation operation_;
+    link::Link link_{port_, clock_, process_, boxes_, serial_timer_, operation_};
 };
 
 TEST_F(LinkOnLine, ASoundExchangeIsOneFrameAndItsAnswer) {

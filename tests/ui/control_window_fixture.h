@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ports/message_boxes.h"
 #include "ui/control_window/control_window_view.h"
 #include "ui/look/theme.h"
 
@@ -33,11 +34,17 @@ class ControlWindowFixture : public QObject {
         QTRY_VERIFY(widget->hasFocus());
     }
 
+    controls::EventEntry Entry() { return {*boundary_, controls::EventSource::Kind::Program}; }
+
     void OpenWindow() {
         form_ = std::make_unique<controls::FrmCtrl>();
         boxes_ = std::make_unique<RecordedBoxes>();
-        boundary_ = std::make_unique<controls::EventBoundary>(*boxes_);
-        view_ = std::make_unique<ui::ControlWindowView>(*form_, *boundary_);
+        windows_ = std::make_unique<controls::Windows>();
+        boundary_ = std::make_unique<controls::EventBoundary>(*windows_);
+        boundary_->Set({.TellError = [this](const std::string& text) {
+            boxes_->Show({text, "Error", BoxIcon::Critical});
+        }});
+        view_ = std::make_unique<ui::ControlWindowView>(*form_, Entry());
         view_->show();
         view_->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(view_.get()));
@@ -45,6 +52,7 @@ class ControlWindowFixture : public QObject {
 
     std::unique_ptr<controls::FrmCtrl> form_;
     std::unique_ptr<RecordedBoxes> boxes_;
+    std::unique_ptr<controls::Windows> windows_;
     std::unique_ptr<controls::EventBoundary> boundary_;
     std::unique_ptr<ui::ControlWindowView> view_;
 };

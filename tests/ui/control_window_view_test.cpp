@@ -411,7 +411,7 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
     void ANewViewOfTheRecordSurvivesTheOldOne() {
         auto old_view = std::move(view_);
         old_view->Detach();
-        view_ = std::make_unique<ui::ControlWindowView>(*form_, *boundary_);
+        view_ = std::make_unique<ui::ControlWindowView>(*form_, Entry());
         old_view.reset();
         form_->Slider2[3].SetPosition(33);
         QCOMPARE(Find<ui::Fader>("Slider2(3)")->value(), 33);

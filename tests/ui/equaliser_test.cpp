@@ -135,7 +135,8 @@ class EqualiserTest : public QObject {
         ShowWindow();
     }
     void ShowWindow() {
-        view_ = std::make_unique<ui::ControlWindowView>(Form(), world_->Program.Events);
+        view_ = std::make_unique<ui::ControlWindowView>(
+            Form(), controls::EventEntry(world_->Events, {controls::EventSource::Kind::Device, 0}));
         view_->show();
         view_->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(view_.get()));

@@ -142,7 +142,8 @@ class FileDialogsTest : public QObject {
             }
         });
         const FileRequest request{Filter, std::filesystem::path(folder_->path().toStdString()) / "preset"};
-        ui::QtFileDialogs dialogs;
+        Operation operation;
+        ui::QtFileDialogs dialogs(operation);
         auto file = save ? dialogs.AskSave(request) : dialogs.AskOpen(request);
         return seen ? file : std::nullopt;
     }

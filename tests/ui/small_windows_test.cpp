@@ -75,7 +75,7 @@ class SmallWindowsTest : public QObject {
         QFETCH(int, twips);
         QFETCH(int, pixels);
         QFETCH(int, frames);
-        ui::ConnectionDialog dialog(*select_, boundary_, [] { return true; });
+        ui::ConnectionDialog dialog(*select_, entry_, [] { return true; });
         dialog.show();
         select_->Window.SetSize(twips, FrmSelect::Height);
         QTest::qWait(20);
@@ -107,7 +107,7 @@ class SmallWindowsTest : public QObject {
     }
 
     void the_dialog_shows_the_texts_of_its_record() {
-        ui::ConnectionDialog dialog(*select_, boundary_, [] { return true; });
+        ui::ConnectionDialog dialog(*select_, entry_, [] { return true; });
         QCOMPARE(dialog.windowTitle(), Name("Select"));
         QCOMPARE(Find<QAbstractButton>(dialog, "Connection(1)")->text(), Name("with 2 or max 20 device"));
         QCOMPARE(Find<QAbstractButton>(dialog, "Connection(2)")->text(), Name("with 2 or max 10 device"));
@@ -124,7 +124,7 @@ class SmallWindowsTest : public QObject {
     }
 
     void the_users_choices_reach_the_record() {
-        ui::ConnectionDialog dialog(*select_, boundary_, [] { return true; });
+        ui::ConnectionDialog dialog(*select_, entry_, [] { return true; });
         dialog.show();
         int links = 0;
         int chosen = -1;
@@ -144,7 +144,7 @@ class SmallWindowsTest : public QObject {
     }
 
     void a_disabled_frame_disables_its_list() {
-        ui::ConnectionDialog dialog(*select_, boundary_, [] { return true; });
+        ui::ConnectionDialog dialog(*select_, entry_, [] { return true; });
         select_->IdFrame.SetEnabled(false);
         QVERIFY(!Find<QComboBox>(dialog, "IdSelect")->isEnabled());
         QVERIFY(Find<QComboBox>(dialog, "ComSelect")->isEnabled());
@@ -155,7 +155,7 @@ class SmallWindowsTest : public QObject {
     void closing_the_dialog_asks_by_whatever_means() {
         int asked = 0;
         bool answer = false;
-        ui::ConnectionDialog dialog(*select_, boundary_, [&] {
+        ui::ConnectionDialog dialog(*select_, entry_, [&] {
             ++asked;
             return answer;
         });
@@ -174,7 +174,7 @@ class SmallWindowsTest : public QObject {
 
     void the_list_shows_its_rows_and_every_byte_of_them() {
         list_->Devices.SetSize(3, 1, FrmSearchNet::ColumnWidth);
-        ui::DeviceListWindow window(*list_, boundary_, [] {});
+        ui::DeviceListWindow window(*list_, entry_, [] {});
         window.show();
         const auto* grid = Find<QTableWidget>(window, "Devices");
         QCOMPARE(window.windowTitle(), Name(" List ID"));
@@ -191,7 +191,7 @@ class SmallWindowsTest : public QObject {
 
     void a_wide_row_has_room() {
         list_->Devices.SetSize(1, 1, FrmSearchNet::ColumnWidth);
-        ui::DeviceListWindow window(*list_, boundary_, [] {});
+        ui::DeviceListWindow window(*list_, entry_, [] {});
         window.show();
         auto* grid = Find<QTableWidget>(window, "Devices");
         QVERIFY(grid->columnWidth(0) >= 129);
@@ -207,7 +207,7 @@ class SmallWindowsTest : public QObject {
 
     void a_notice_keeps_its_place_while_it_is_hidden() {
         list_->LoadingNotice.SetVisible(false);
-        ui::DeviceListWindow window(*list_, boundary_, [] {});
+        ui::DeviceListWindow window(*list_, entry_, [] {});
         window.show();
         QTest::qWait(20);
         auto* notice = Find<QLabel>(window, "LoadingNotice");
@@ -227,7 +227,7 @@ class SmallWindowsTest : public QObject {
         list_->Devices.SetSize(3, 1, FrmSearchNet::ColumnWidth);
         std::vector<int> opened;
         list_->Devices.DoubleClicked = [&](int row) { opened.push_back(row); };
-        ui::DeviceListWindow window(*list_, boundary_, [] {});
+        ui::DeviceListWindow window(*list_, entry_, [] {});
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         auto* grid = Find<QTableWidget>(window, "Devices");
@@ -247,8 +247,11 @@ class SmallWindowsTest : public QObject {
 
     void an_error_of_a_double_click_becomes_a_message() {
         list_->Devices.SetSize(1, 1, FrmSearchNet::ColumnWidth);
+        boundary_.Set({.TellError = [this](const std::string& text) {
+            boxes_.Show({text, "Error", BoxIcon::Critical});
+        }});
         list_->Devices.DoubleClicked = [](int) { throw RuntimeError(ErrorKind::PortGone, "COM 1 went away."); };
-        ui::DeviceListWindow window(*list_, boundary_, [] {});
+        ui::DeviceListWindow window(*list_, entry_, [] {});
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         auto* grid = Find<QTableWidget>(window, "Devices");
@@ -260,7 +263,7 @@ class SmallWindowsTest : public QObject {
 
     void closing_the_list_is_refused() {
         int asked = 0;
-        ui::DeviceListWindow window(*list_, boundary_, [&] { ++asked; });
+        ui::DeviceListWindow window(*list_, entry_, [&] { ++asked; });
         window.show();
         QVERIFY(!window.close());
         QCOMPARE(asked, 1);
@@ -269,7 +272,7 @@ class SmallWindowsTest : public QObject {
 
     void the_list_has_its_tool_tip() {
         list_->Devices.SetSize(1, 1, FrmSearchNet::ColumnWidth);
-        ui::DeviceListWindow window(*list_, boundary_, [] {});
+        ui::DeviceListWindow window(*list_, entry_, [] {});
         window.show();
         auto* grid = Find<QTableWidget>(window, "Devices");
         const QPoint place = grid->visualItemRect(grid->item(0, 0)).center();
@@ -280,7 +283,7 @@ class SmallWindowsTest : public QObject {
     }
 
     void the_pointer_follows_the_record() {
-        ui::DeviceListWindow window(*list_, boundary_, [] {});
+        ui::DeviceListWindow window(*list_, entry_, [] {});
         list_->Window.SetMousePointer(Pointer::ArrowAndHourglass);
         QCOMPARE(window.widget()->cursor().shape(), Qt::BusyCursor);
         list_->Window.SetMousePointer(Pointer::Hourglass);
@@ -290,7 +293,7 @@ class SmallWindowsTest : public QObject {
     }
 
     void the_status_line_shows_a_sentence_and_the_whole_of_a_long_one_as_tool_tip() {
-        ui::MainWindow window(*main_, boundary_, [] { return true; });
+        ui::MainWindow window(*main_, entry_, [] { return true; });
         window.resize(500, 400);
         window.show();
         main_->StatusLine.SetCaption("The preset was not saved: the disk is full.");
@@ -311,7 +314,7 @@ class SmallWindowsTest : public QObject {
     void the_file_menu_leaves_the_program() {
         int exits = 0;
         main_->Exit.Clicked = [&] { ++exits; };
-        ui::MainWindow window(*main_, boundary_, [] { return false; });
+        ui::MainWindow window(*main_, entry_, [] { return false; });
         window.show();
         QCOMPARE(window.windowTitle(), Name("NRV-718 Multi Device Remote Control"));
         auto* exit = Find<QAction>(window, "Exit");
@@ -332,7 +335,7 @@ class SmallWindowsTest : public QObject {
             ++ticks;
             main_->SerialTimer.Stop();
         };
-        ui::MainWindow window(*main_, boundary_, [] { return true; });
+        ui::MainWindow window(*main_, entry_, [] { return true; });
         main_->SerialTimer.Start(20);
         QTRY_COMPARE_WITH_TIMEOUT(ticks, 1, 2000);
         QTest::qWait(60);
@@ -342,7 +345,7 @@ class SmallWindowsTest : public QObject {
     void the_splash_window_shows_its_labels_and_stays() {
         splash_->Progress.SetVisible(false);
         splash_->Searching.SetVisible(false);
-        ui::SplashWindow window(*splash_, boundary_);
+        ui::SplashWindow window(*splash_, entry_);
         window.show();
         QStringList texts;
         const QList<QLabel*> labels = window.findChildren<QLabel*>();
@@ -413,7 +416,9 @@ class SmallWindowsTest : public QObject {
     }
 
     ui::QtMessageBoxes boxes_;
-    EventBoundary boundary_{boxes_};
+    std::unique_ptr<Windows> windows_ = std::make_unique<Windows>();
+    EventBoundary boundary_{*windows_};
+    EventEntry entry_{boundary_, EventSource::Kind::Program};
     std::unique_ptr<FrmSelect> select_;
     std::unique_ptr<FrmSearchNet> list_;
     std::unique_ptr<MDIFrmMain> main_;

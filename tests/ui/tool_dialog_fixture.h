@@ -64,6 +64,9 @@ class Boxes : public MessageBoxes {
 class ToolDialogFixture : public QObject {
   protected:
     void FillForms() {
+        boundary_.Set({.TellError = [this](const std::string& text) {
+            boxes_.Show({text, "Error", BoxIcon::Critical});
+        }});
         forms_ = std::make_unique<program::Forms>();
         boxes_.Shown.clear();
         for (std::size_t i = 0; i < 8; ++i) {
@@ -93,7 +96,7 @@ class ToolDialogFixture : public QObject {
     }
 
     std::unique_ptr<QDialog> Open(ToolDialog dialog) {
-        std::unique_ptr<QDialog> window(ui::MakeToolDialog(dialog, *forms_, boundary_, nullptr));
+        std::unique_ptr<QDialog> window(ui::MakeToolDialog(dialog, *forms_, entry_, nullptr));
         window->show();
         window->activateWindow();
         if (!QTest::qWaitForWindowActive(window.get())) {
@@ -136,7 +139,9 @@ class ToolDialogFixture : public QObject {
     }
 
     Boxes boxes_;
-    EventBoundary boundary_{boxes_};
+    std::unique_ptr<Windows> windows_ = std::make_unique<Windows>();
+    EventBoundary boundary_{*windows_};
+    EventEntry entry_{boundary_, EventSource::Kind::Program};
     std::unique_ptr<program::Forms> forms_;
 };
 

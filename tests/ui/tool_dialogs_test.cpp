@@ -472,7 +472,7 @@ class ToolDialogsTest : public ToolDialogFixture {
         ui::QtWindowHost host({forms_->Splash, forms_->Main, forms_->Select, forms_->List, forms_->Windows}, boundary_,
                               [](int, QWidget* parent) { return new QWidget(parent); });
         host.SetToolDialogs([this](ToolDialog dialog, QWidget* parent) {
-            return ui::MakeToolDialog(dialog, *forms_, boundary_, parent);
+            return ui::MakeToolDialog(dialog, *forms_, entry_, parent);
         });
         host.ShowMainWindow();
         int after = 0;
@@ -508,23 +508,20 @@ class ToolDialogsTest : public ToolDialogFixture {
         QCOMPARE(after, 4);
     }
 
-    void a_dialog_outlives_the_control_window_under_it() {
+    void a_dialog_goes_with_the_control_window_under_it() {
         ui::QtWindowHost host({forms_->Splash, forms_->Main, forms_->Select, forms_->List, forms_->Windows}, boundary_,
                               [](int, QWidget* parent) { return new QWidget(parent); });
         host.SetToolDialogs([this](ToolDialog dialog, QWidget* parent) {
-            return ui::MakeToolDialog(dialog, *forms_, boundary_, parent);
+            return ui::MakeToolDialog(dialog, *forms_, entry_, parent);
         });
         host.ShowMainWindow();
         host.ShowControlWindow(0);
         forms_->Password.Command1[3].Clicked = [&] { host.RemoveControlWindow(0); };
-        forms_->Password.Command1[6].Clicked = [&] { host.CloseDialog(ToolDialog::Password); };
         ShowPage(1);
         RunAndDo(host, ToolDialog::Password, [](QDialog& window) {
             QTest::mouseClick(Find<QPushButton>(window, "Command1(3)"), Qt::LeftButton);
-            QTest::qWait(20);
-            QVERIFY(window.isVisible());
-            QTest::mouseClick(Find<QPushButton>(window, "Command1(6)"), Qt::LeftButton);
             QVERIFY(!window.isVisible());
+            QCOMPARE(window.result(), int(QDialog::Rejected));
         });
     }
 };

@@ -31,6 +31,8 @@ class WindowHostTest : public QObject {
         main_ = std::make_unique<MDIFrmMain>();
         splash_ = std::make_unique<FrmSplash>();
         windows_ = std::make_unique<Windows>();
+        windows_->Loaded.fill(true);
+        boundary_ = std::make_unique<EventBoundary>(*windows_);
     }
 
     void control_windows_come_and_go_with_their_slots() {
@@ -167,7 +169,7 @@ class WindowHostTest : public QObject {
     /// A host with contents of its own: a widget with one button.
     struct Host {
         explicit Host(WindowHostTest& test)
-            : host({*test.splash_, *test.main_, *test.select_, *test.list_, *test.windows_}, test.boundary_,
+            : host({*test.splash_, *test.main_, *test.select_, *test.list_, *test.windows_}, *test.boundary_,
                    [this](int, QWidget* parent) {
                        auto* content = new QWidget(parent);
                        content->setMinimumSize(200, 100);
@@ -208,12 +210,12 @@ class WindowHostTest : public QObject {
     };
 
     ui::QtMessageBoxes boxes_;
-    EventBoundary boundary_{boxes_};
     std::unique_ptr<FrmSelect> select_;
     std::unique_ptr<FrmSearchNet> list_;
     std::unique_ptr<MDIFrmMain> main_;
     std::unique_ptr<FrmSplash> splash_;
     std::unique_ptr<Windows> windows_;
+    std::unique_ptr<EventBoundary> boundary_;
 };
 
 QTEST_MAIN(WindowHostTest)

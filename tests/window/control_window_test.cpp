@@ -149,7 +149,7 @@ TEST_F(ControlWindowTest, ResizingStopsAtTheSmallestSize) {
     expect_size(12000, 100, 12000, 8220);
     expect_size(12000, 9000, 12000, 9000);
     expect_size(10920, 8220, 10920, 8220);
-    EXPECT_EQ(program.Windows.CurrentWindow, 0);
+    EXPECT_EQ(program.Windows.CurrentWindow, 1); // a resize is not the user turning to a window
 }
 
 TEST_F(ControlWindowTest, ClosingAsksAndNoKeepsTheWindow) {
@@ -255,7 +255,7 @@ TEST_F(ControlWindowTest, FailureGivesUpTheDeviceOfTheCurrentWindow) {
     DoubleClick(1);
     Forget();
     program.Control.Activate(0);
-    program.Control.GiveUpCurrentDevice();
+    program.Control.GiveUpDevice();
     EXPECT_EQ(Row(0), " Unconnected      ID:3");
     EXPECT_EQ(Row(1), "Label of dev 007  ID:7");
     EXPECT_TRUE(program.State.DeviceUnconnected[3]);
@@ -294,7 +294,7 @@ TEST_F(ControlWindowTest, RecordOutlivesBeingUnloadedInsideItsOwnEvent) {
     const controls::FrmCtrl* record = &Window(0);
     line.Devices.at(3).Alive = false;
     Forget();
-    program.Events.Run([this] { Window(0).Slider1[0].UserMove(10); });
+    program.Events.Run(UserIn(0), [this] { Window(0).Slider1[0].UserMove(10); });
     EXPECT_EQ(&Window(0), record);
     EXPECT_FALSE(Loaded(0));
     EXPECT_EQ(Window(0).Text1[0].Text(), "10"); // 110 / 5 - 12

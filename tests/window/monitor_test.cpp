@@ -27,7 +27,7 @@ class MonitorTest : public ProgramTest {
         Forget();
     }
     void Tick(int slot = 0) {
-        program.Events.Run([this, slot] { Window(slot).Timer1.Tick(); });
+        program.Events.Run(MeterTick(slot), [this, slot] { Window(slot).Timer1.Tick(); });
     }
     /// How many lamps of a channel are lit, counted from the bottom; -1 when a dark one lies under a lit one.
     int Lit(int channel, int slot = 0) {

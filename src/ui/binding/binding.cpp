@@ -49,12 +49,13 @@ void Bind(controls::Label& label, QLabel& widget) {
     Follow(label, widget, [&] { widget.setText(FromBytes(label.Caption())); });
 }
 
-void Bind(controls::Button& button, QAbstractButton& widget, controls::EventBoundary& boundary) {
+void Bind(controls::Button& button, QAbstractButton& widget, const controls::EventEntry& entry) {
     Follow(button, widget, [&] { widget.setText(WithoutMnemonic(button.Caption())); });
-    QObject::connect(&widget, &QAbstractButton::clicked, &widget, [&] { boundary.Run([&] { button.UserClick(); }); });
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget,
+                     [entry, &button] { entry.Run([&] { button.UserClick(); }); });
 }
 
-void Bind(controls::Option& option, QAbstractButton& widget, controls::EventBoundary& boundary) {
+void Bind(controls::Option& option, QAbstractButton& widget, const controls::EventEntry& entry) {
     // The group's rule lives in the controls; the toolkit would deselect its own idea of the siblings.
     widget.setAutoExclusive(false);
     widget.setCheckable(true);
@@ -63,26 +64,26 @@ void Bind(controls::Option& option, QAbstractButton& widget, controls::EventBoun
         widget.setChecked(option.Selected());
     };
     Follow(option, widget, show);
-    QObject::connect(&widget, &QAbstractButton::clicked, &widget, [&boundary, &option, show] {
-        boundary.Run([&] { option.Select(); });
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget, [entry, &option, show] {
+        entry.Run([&] { option.Select(); });
         show();
     });
 }
 
-void Bind(controls::CheckBox& box, QAbstractButton& widget, controls::EventBoundary& boundary) {
+void Bind(controls::CheckBox& box, QAbstractButton& widget, const controls::EventEntry& entry) {
     widget.setCheckable(true);
     const auto show = [&] {
         widget.setText(WithoutMnemonic(box.Caption()));
         widget.setChecked(box.Checked());
     };
     Follow(box, widget, show);
-    QObject::connect(&widget, &QAbstractButton::clicked, &widget, [&boundary, &box, show] {
-        boundary.Run([&] { box.UserToggle(); });
+    QObject::connect(&widget, &QAbstractButton::clicked, &widget, [entry, &box, show] {
+        entry.Run([&] { box.UserToggle(); });
         show();
     });
 }
 
-void Bind(controls::List& list, QComboBox& widget, controls::EventBoundary& boundary) {
+void Bind(controls::List& list, QComboBox& widget, const controls::EventEntry& entry) {
     const auto fill = [&] {
         widget.clear();
         for (const std::string& item : list.Items()) {
@@ -103,13 +104,13 @@ void Bind(controls::List& list, QComboBox& widget, controls::EventBoundary& boun
             show();
         }
     });
-    QObject::connect(&widget, &QComboBox::activated, &widget, [&boundary, &list, show](int index) {
-        boundary.Run([&] { list.UserSelect(index); });
+    QObject::connect(&widget, &QComboBox::activated, &widget, [entry, &list, show](int index) {
+        entry.Run([&] { list.UserSelect(index); });
         show();
     });
 }
 
-void Bind(controls::TextBox& box, TextField& field, controls::EventBoundary& boundary) {
+void Bind(controls::TextBox& box, TextField& field, const controls::EventEntry& entry) {
     Follow(box, field, [&box, &field] {
         constexpr int no_limit = 32767;
         const int limit = box.MaxLength() == controls::TextBox::NoLimit ? no_limit : static_cast<int>(box.MaxLength());
@@ -122,16 +123,16 @@ void Bind(controls::TextBox& box, TextField& field, controls::EventBoundary& bou
         field.SetLocked(box.Locked());
         field.SetMarked(box.Marked());
     });
-    field.SetKeyFilter([&box, &boundary](char key) {
+    field.SetKeyFilter([&box, entry](char key) {
         char entering = 0;
-        boundary.Run([&] { entering = box.UserKey(key); });
+        entry.Run([&] { entering = box.UserKey(key); });
         return entering;
     });
     QObject::connect(&field, &QLineEdit::textEdited, &field,
                      [&box](const QString& text) { box.UserText(ToBytes(text)); });
 }
 
-void Bind(controls::LineList& list, QListWidget& widget, controls::EventBoundary& boundary) {
+void Bind(controls::LineList& list, QListWidget& widget, const controls::EventEntry& entry) {
     const auto select = [&] {
         const QSignalBlocker not_the_user(widget);
         widget.setCurrentRow(list.Shown());
@@ -155,13 +156,12 @@ void Bind(controls::LineList& list, QListWidget& widget, controls::EventBoundary
             select();
         }
     });
-    QObject::connect(&widget, &QListWidget::currentRowChanged, &widget, [&boundary, &list, select](int row) {
-        boundary.Run([&] { list.UserSelect(row); });
+    QObject::connect(&widget, &QListWidget::currentRowChanged, &widget, [entry, &list, select](int row) {
+        entry.Run([&] { list.UserSelect(row); });
         select();
     });
-    QObject::connect(&widget, &QListWidget::doubleClicked, &widget, [&boundary, &list](const QModelIndex& line) {
-        boundary.Run([&] { list.UserDoubleClick(line.row()); });
-    });
+    QObject::connect(&widget, &QListWidget::doubleClicked, &widget,
+                     [entry, &list](const QModelIndex& line) { entry.Run([&] { list.UserDoubleClick(line.row()); }); });
 }
 
 void Bind(controls::ProgressBar& bar, QProgressBar& widget) {
@@ -171,7 +171,7 @@ void Bind(controls::ProgressBar& bar, QProgressBar& widget) {
     });
 }
 
-void Bind(controls::Timer& timer, QTimer& toolkit_timer, controls::EventBoundary& boundary) {
+void Bind(controls::Timer& timer, QTimer& toolkit_timer, const controls::EventEntry& entry) {
     toolkit_timer.setTimerType(Qt::PreciseTimer);
     const auto follow = [&] {
         if (!timer.Running()) {
@@ -183,7 +183,7 @@ void Bind(controls::Timer& timer, QTimer& toolkit_timer, controls::EventBoundary
     follow();
     timer.Observe([follow](Aspect) { follow(); });
     QObject::connect(&toolkit_timer, &QTimer::timeout, &toolkit_timer,
-                     [&] { boundary.Run([&] { controls::Run(timer.Tick); }); });
+                     [entry, &timer] { entry.Run([&] { controls::Run(timer.Tick); }); });
 }
 
 } // namespace nrv::ui

@@ -21,25 +21,25 @@ namespace nrv::ui {
 class TextField;
 
 // One connection for each kind of control: the widget shows the control, and what the user does to the widget becomes
-// the control's event, run through the boundary. The control outlives neither connection nor widget's events: a view
-// that goes away first calls Observe({}) on its controls.
+// the control's event, run through its entry; one that may not run leaves the widget as the control is. The control
+// outlives neither connection nor widget's events: a view that goes away first calls Observe({}) on its controls.
 
 /// Visible, enabled and tool tip, which every widget shows alike; true when the aspect was one of them.
 bool ShowCommon(const controls::Control& control, QWidget& widget, controls::Aspect aspect);
 void ShowAllCommon(const controls::Control& control, QWidget& widget);
 
 void Bind(controls::Label& label, QLabel& widget);
-void Bind(controls::Button& button, QAbstractButton& widget, controls::EventBoundary& boundary);
-void Bind(controls::Option& option, QAbstractButton& widget, controls::EventBoundary& boundary);
-void Bind(controls::CheckBox& box, QAbstractButton& widget, controls::EventBoundary& boundary);
-void Bind(controls::List& list, QComboBox& widget, controls::EventBoundary& boundary);
+void Bind(controls::Button& button, QAbstractButton& widget, const controls::EventEntry& entry);
+void Bind(controls::Option& option, QAbstractButton& widget, const controls::EventEntry& entry);
+void Bind(controls::CheckBox& box, QAbstractButton& widget, const controls::EventEntry& entry);
+void Bind(controls::List& list, QComboBox& widget, const controls::EventEntry& entry);
 /// Keys go through the box's event before they enter; a locked box shows characters that cannot be seen as dots.
-void Bind(controls::TextBox& box, TextField& field, controls::EventBoundary& boundary);
+void Bind(controls::TextBox& box, TextField& field, const controls::EventEntry& entry);
 /// Lines keep their blanks, and show characters that cannot be seen as dots.
-void Bind(controls::LineList& list, QListWidget& widget, controls::EventBoundary& boundary);
+void Bind(controls::LineList& list, QListWidget& widget, const controls::EventEntry& entry);
 /// A refresh of the bar paints it at once, with no turn of the event loop.
 void Bind(controls::ProgressBar& bar, QProgressBar& widget);
 /// A timer of the control runs on a timer of the toolkit.
-void Bind(controls::Timer& timer, QTimer& toolkit_timer, controls::EventBoundary& boundary);
+void Bind(controls::Timer& timer, QTimer& toolkit_timer, const controls::EventEntry& entry);
 
 } // namespace nrv::ui

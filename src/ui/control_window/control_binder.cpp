@@ -39,7 +39,7 @@ void ControlBinder::operator()(std::string_view name, int index, controls::Frame
 
 void ControlBinder::operator()(std::string_view name, int index, controls::Button& button) {
     if (auto* widget = WidgetOf<QAbstractButton>(name, index)) {
-        Bind(button, *widget, boundary_);
+        Bind(button, *widget, entry_);
         widget->setAccessibleName(FromBytes(button.Caption().empty() ? button.ToolTip() : button.Caption()));
     }
 }
@@ -73,15 +73,15 @@ void ControlBinder::operator()(std::string_view name, int index, controls::Fader
             show();
         }
     });
-    QObject::connect(widget, &Fader::UserMoved, widget, [this_boundary = &boundary_, &fader, show](int position) {
-        this_boundary->Run([&] { fader.UserMove(position); });
+    QObject::connect(widget, &Fader::UserMoved, widget, [entry = entry_, &fader, show](int position) {
+        entry.Run([&] { fader.UserMove(position); });
         show();
     });
 }
 
 void ControlBinder::operator()(std::string_view name, int index, controls::TextBox& box) {
     if (auto* field = WidgetOf<TextField>(name, index)) {
-        Bind(box, *field, boundary_);
+        Bind(box, *field, entry_);
     } else if (auto* text = WidgetOf<ValueText>(name, index)) {
         Follow(box, *text, [&box, text] {
             text->ShowText(FromBytes(box.Text()));
@@ -92,7 +92,7 @@ void ControlBinder::operator()(std::string_view name, int index, controls::TextB
 
 void ControlBinder::operator()(std::string_view name, int index, controls::CheckBox& box) {
     if (auto* widget = WidgetOf<QAbstractButton>(name, index)) {
-        Bind(box, *widget, boundary_);
+        Bind(box, *widget, entry_);
     }
 }
 
@@ -100,15 +100,14 @@ void ControlBinder::operator()(std::string_view name, int index, controls::UpDow
     if (auto* arrows = WidgetOf<UpDownArrows>(name, index)) {
         Follow(up_down, *arrows, NothingMore);
         arrows->setAccessibleName(FromBytes(up_down.Caption()));
-        QObject::connect(arrows, &UpDownArrows::Stepped, arrows, [this_boundary = &boundary_, &up_down](int steps) {
-            this_boundary->Run([&] { up_down.UserStep(steps); });
-        });
+        QObject::connect(arrows, &UpDownArrows::Stepped, arrows,
+                         [entry = entry_, &up_down](int steps) { entry.Run([&] { up_down.UserStep(steps); }); });
     }
 }
 
 void ControlBinder::operator()(std::string_view name, int index, controls::List& list) {
     if (auto* box = WidgetOf<ListBox>(name, index)) {
-        Bind(list, *box, boundary_);
+        Bind(list, *box, entry_);
     }
 }
 
@@ -116,7 +115,7 @@ void ControlBinder::operator()(std::string_view name, int index, controls::Label
     if (auto* block = WidgetOf<Block>(name, index)) {
         Follow(label, *block, [&label, block] { block->SetCaption(FromBytes(label.Caption())); });
         QObject::connect(block, &QAbstractButton::clicked, block,
-                         [this_boundary = &boundary_, &label] { this_boundary->Run([&] { label.UserClick(); }); });
+                         [entry = entry_, &label] { entry.Run([&] { label.UserClick(); }); });
     } else if (auto* text = WidgetOf<QLabel>(name, index)) {
         Bind(label, *text);
     }
@@ -124,7 +123,7 @@ void ControlBinder::operator()(std::string_view name, int index, controls::Label
 
 void ControlBinder::operator()(std::string_view name, int index, controls::Option& option) {
     if (auto* widget = WidgetOf<QAbstractButton>(name, index)) {
-        Bind(option, *widget, boundary_);
+        Bind(option, *widget, entry_);
     }
 }
 

@@ -16,8 +16,7 @@ class PageBuilder;
 /// The tabs, the timer and the points of the graphs are the window's own matter and are passed over.
 class ControlBinder {
   public:
-    ControlBinder(const PageBuilder& widgets, controls::EventBoundary& boundary)
-        : widgets_(widgets), boundary_(boundary) {}
+    ControlBinder(const PageBuilder& widgets, const controls::EventEntry& entry) : widgets_(widgets), entry_(entry) {}
 
     void operator()(std::string_view name, int index, controls::Frame& frame);
     void operator()(std::string_view name, int index, controls::Button& button);
@@ -41,7 +40,7 @@ class ControlBinder {
     Widget* WidgetOf(std::string_view name, int index) const;
 
     const PageBuilder& widgets_;
-    controls::EventBoundary& boundary_;
+    controls::EventEntry entry_;
 };
 
 } // namespace nrv::ui

@@ -32,13 +32,13 @@ QString SignedGain(const std::string& gain) {
 
 } // namespace
 
-ControlWindowView::ControlWindowView(controls::FrmCtrl& form, controls::EventBoundary& boundary, QWidget* parent)
-    : QWidget(parent), form_(form), boundary_(boundary) {
+ControlWindowView::ControlWindowView(controls::FrmCtrl& form, const controls::EventEntry& entry, QWidget* parent)
+    : QWidget(parent), form_(form), entry_(entry) {
     setMinimumSize(ViewWidth, ViewHeight);
     resize(ViewWidth, ViewHeight);
     Build();
     lights_ = new SectionLights(this);
-    controls::ForEachControl(form_, ControlBinder(widgets_, boundary_));
+    controls::ForEachControl(form_, ControlBinder(widgets_, entry_));
     for (int section = 0; section < controls::PeqCount; ++section) {
         BindMarker(section);
     }
@@ -46,7 +46,7 @@ ControlWindowView::ControlWindowView(controls::FrmCtrl& form, controls::EventBou
     timer_ = new QTimer(this);
     timer_->setObjectName(ControlName("Timer1", controls::NoIndex));
     timer_->setTimerType(Qt::PreciseTimer);
-    Bind(form_.Timer1, *timer_, boundary_);
+    Bind(form_.Timer1, *timer_, entry_.As(controls::EventSource::Kind::Meters));
 }
 
 ControlWindowView::~ControlWindowView() {
@@ -106,8 +106,10 @@ void ControlWindowView::BindTabs() {
             ShowTab();
         }
     });
-    connect(tabs_, &QTabBar::currentChanged, this,
-            [this, &control](int tab) { boundary_.Run([&] { control.SetTab(tab); }); });
+    connect(tabs_, &QTabBar::currentChanged, this, [this, &control](int tab) {
+        entry_.Run([&] { control.SetTab(tab); });
+        ShowTab();
+    });
 }
 
 void ControlWindowView::ShowTab() {
@@ -137,12 +139,13 @@ void ControlWindowView::BindMarker(int section) {
         }
     });
     connect(dot, &MarkerDot::Pressed, this, [this, &marker, section] {
-        boundary_.Run([&] { controls::Run(marker.Pressed); });
+        entry_.Run([&] { controls::Run(marker.Pressed); });
         ShowPlate(section);
     });
     connect(dot, &MarkerDot::Dragged, this, [this, dot, &marker, section](double x, double y) {
-        if (marker.Moved) {
-            boundary_.Run([&] { marker.Moved(x, y); });
+        // A move over a point that nobody holds is no event.
+        if (marker.Moved && (dot->InHand() || form_.MarkerDragging[At(section)])) {
+            entry_.Run([&] { marker.Moved(x, y); });
         }
         // A drag whose button-up was lost goes on, and so does its plate.
         if (dot->InHand() || form_.MarkerDragging[At(section)]) {
@@ -150,7 +153,7 @@ void ControlWindowView::BindMarker(int section) {
         }
     });
     connect(dot, &MarkerDot::Released, this, [this, &marker, section] {
-        boundary_.Run([&] { controls::Run(marker.Released); });
+        entry_.Run([&] { controls::Run(marker.Released); });
         plates_[At(ChannelOfSection(section))]->hide();
     });
     connect(dot, &MarkerDot::TakenAway, this, [this, section] { plates_[At(ChannelOfSection(section))]->hide(); });

@@ -27,8 +27,8 @@ class ControlWindowView : public QWidget {
     static constexpr int ViewWidth = 728;
     static constexpr int ViewHeight = 522;
 
-    /// The record and the boundary outlive the view, or the view is detached first.
-    ControlWindowView(controls::FrmCtrl& form, controls::EventBoundary& boundary, QWidget* parent = nullptr);
+    /// The record and the event boundary outlive the view, or the view is detached first.
+    ControlWindowView(controls::FrmCtrl& form, const controls::EventEntry& entry, QWidget* parent = nullptr);
     ~ControlWindowView() override;
 
     /// Ends the binding: the record's changes no longer show, and nothing the user does reaches the record.
@@ -46,7 +46,7 @@ class ControlWindowView : public QWidget {
     void ShowPlate(int section);
 
     controls::FrmCtrl& form_;
-    controls::EventBoundary& boundary_;
+    controls::EventEntry entry_;
     PageBuilder widgets_;
     TabStrip* tabs_ = nullptr;
     QTimer* timer_ = nullptr;

@@ -4,9 +4,12 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
+
+#include <optional>
 
 namespace nrv::ui {
 namespace {
@@ -30,7 +33,27 @@ QDir Existing(std::filesystem::path folder) {
     return QDir(folder);
 }
 
-std::optional<std::filesystem::path> Ask(const FileRequest& request, QFileDialog::AcceptMode mode,
+/// Knows of the toolkit's own question over a file dialog by the dialog being blocked.
+class QuestionWatch : public QObject {
+  public:
+    explicit QuestionWatch(Operation& operation) : operation_(operation) {}
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::WindowBlocked) {
+            standing_.emplace(operation_, Operation::Loop::Box);
+        } else if (event->type() == QEvent::WindowUnblocked) {
+            standing_.reset();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    Operation& operation_;
+    std::optional<Operation::Standing> standing_;
+};
+
+std::optional<std::filesystem::path> Ask(Operation& operation, const FileRequest& request, QFileDialog::AcceptMode mode,
                                          const QString& title) {
     // On the heap and watched: the window it belongs to may go while it stands.
     const QPointer<QFileDialog> dialog = new QFileDialog(QApplication::activeWindow());
@@ -43,6 +66,8 @@ std::optional<std::filesystem::path> Ask(const FileRequest& request, QFileDialog
     dialog->setNameFilter(NameFilter(request.Filter));
     dialog->setDefaultSuffix(Suffix(request.Filter));
     dialog->setDirectory(Existing(request.StartFolder));
+    QuestionWatch questions(operation);
+    dialog->installEventFilter(&questions);
     const bool accepted = dialog->exec() == QDialog::Accepted;
     const QStringList chosen = accepted && dialog != nullptr ? dialog->selectedFiles() : QStringList();
     delete dialog.data();
@@ -55,11 +80,11 @@ std::optional<std::filesystem::path> Ask(const FileRequest& request, QFileDialog
 } // namespace
 
 std::optional<std::filesystem::path> QtFileDialogs::AskOpen(const FileRequest& request) {
-    return Ask(request, QFileDialog::AcceptOpen, QStringLiteral("Open"));
+    return Ask(operation_, request, QFileDialog::AcceptOpen, QStringLiteral("Open"));
 }
 
 std::optional<std::filesystem::path> QtFileDialogs::AskSave(const FileRequest& request) {
-    return Ask(request, QFileDialog::AcceptSave, QStringLiteral("Save As"));
+    return Ask(operation_, request, QFileDialog::AcceptSave, QStringLiteral("Save As"));
 }
 
 } // namespace nrv::ui

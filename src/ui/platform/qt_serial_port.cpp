@@ -76,6 +76,16 @@ void WaitUntilSent(QSerialPort& port) {
 
 QtSerialPort::QtSerialPort(const ComPortNames& names) : names_(names) {
     SetSettings("9600,N,8,1");
+    // Later, for the port is inside its own handler. It would go on telling of the error for ever, with a core of its
+    // own.
+    QObject::connect(
+        &port_, &QSerialPort::errorOccurred, &port_,
+        [this](QSerialPort::SerialPortError error) {
+            if (error != QSerialPort::NoError) {
+                CloseIfGone();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void QtSerialPort::SetCommPort(int number) {
@@ -192,6 +202,17 @@ void QtSerialPort::Lose() {
     gone_ = true;
     port_.close();
     throw RuntimeError(ErrorKind::PortGone, Name() + " went away.");
+}
+
+void QtSerialPort::CloseIfGone() {
+    if (!port_.isOpen() || !HungUp(port_)) {
+        return;
+    }
+    gone_ = true;
+    port_.close();
+    if (WentAway) {
+        WentAway(Name() + " went away.");
+    }
 }
 
 std::string QtSerialPort::Name() const {

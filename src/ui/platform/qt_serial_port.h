@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -20,6 +21,9 @@ namespace nrv::ui {
 class QtSerialPort : public link::SerialPort {
   public:
     explicit QtSerialPort(const ComPortNames& names);
+
+    /// Told in a sentence when the open port goes away while nobody uses it; it is closed then.
+    std::function<void(const std::string&)> WentAway;
 
     /// 0 to 32; what it stands for is looked up when the port opens. Refused while the port is open.
     void SetCommPort(int number) override;
@@ -42,6 +46,7 @@ class QtSerialPort : public link::SerialPort {
     /// Throws PortGone, and closes, when the device behind the port is no more.
     void RequireThere();
     [[noreturn]] void Lose();
+    void CloseIfGone();
     std::string Name() const;
 
     const ComPortNames& names_;

@@ -1,5 +1,6 @@
 #include "ui/platform/qt_window_host.h"
 
+#include "ports/flag_guard.h"
 #include "ports/numbering.h"
 #include "ui/control_window/control_window_view.h"
 #include "ui/windows/connection_dialog.h"
@@ -20,6 +21,8 @@
 namespace nrv::ui {
 namespace {
 
+using Kind = controls::EventSource::Kind;
+
 constexpr QSize SmallestControlWindow(controls::FrmCtrl::WidthTwips / TwipsPerPixel,
                                       controls::FrmCtrl::HeightTwips / TwipsPerPixel);
 constexpr int CascadeStep = 26; ///< pixels, so that the title of the window behind stays in sight
@@ -30,13 +33,16 @@ QtWindowHost::QtWindowHost(WindowRecords records, controls::EventBoundary& bound
     : records_(records), boundary_(boundary), factory_(std::move(factory)) {
     // A message box or the connection dialog may be the last window for a moment while the program starts.
     QApplication::setQuitOnLastWindowClosed(false);
+    boundary_.Current().Watch.Over = [this] { OperationOver(); };
     // Made now and shown later: its port timer is wanted before it is on the screen.
-    main_ = std::make_unique<MainWindow>(records_.Main, boundary_, [this] { return events_.MainQueryUnload(); });
+    main_ = std::make_unique<MainWindow>(records_.Main, controls::EventEntry(boundary_, Kind::Program),
+                                         [this] { return events_.MainQueryUnload(); });
     QObject::connect(&main_->Area(), &QMdiArea::subWindowActivated, main_.get(),
                      [this](QMdiSubWindow* window) { ControlWindowActivated(window); });
 }
 
 QtWindowHost::~QtWindowHost() {
+    boundary_.Current().Watch.Over = {};
     for (int slot = 0; slot < controls::SlotCount; ++slot) {
         if (control_windows_[At(slot)] != nullptr) {
             Detach(slot);
@@ -48,9 +54,9 @@ QtWindowHost::~QtWindowHost() {
     main_->Area().disconnect(main_.get());
 }
 
-bool QtWindowHost::Ask(const std::function<bool()>& query) {
+bool QtWindowHost::Ask(const controls::EventSource& source, const std::function<bool()>& query) {
     bool yes = false;
-    boundary_.Run([&] { yes = query(); });
+    boundary_.Run(source, [&] { yes = query(); });
     return yes;
 }
 
@@ -60,7 +66,7 @@ ScreenSize QtWindowHost::Screen() {
 }
 
 void QtWindowHost::ShowSplash() {
-    splash_ = std::make_unique<SplashWindow>(records_.Splash, boundary_);
+    splash_ = std::make_unique<SplashWindow>(records_.Splash, controls::EventEntry(boundary_, Kind::Program));
     splash_->show();
 }
 
@@ -74,15 +80,17 @@ void QtWindowHost::UnloadSplash() {
 
 void QtWindowHost::RunConnectionDialog() {
     const QPointer<ConnectionDialog> dialog = new ConnectionDialog(
-        records_.Select, boundary_, [this] { return events_.ConnectionQueryUnload(); }, splash_.get());
+        records_.Select, controls::EventEntry(boundary_, Kind::Dialog),
+        [this] { return events_.ConnectionQueryUnload(); }, splash_.get());
     connection_ = dialog;
     dialog->exec();
     delete dialog.data();
 }
 
 void QtWindowHost::CloseConnectionDialog() {
-    if (connection_ != nullptr) {
-        connection_->close();
+    // From inside an event of the dialog itself: the question is a part of that event.
+    if (connection_ != nullptr && events_.ConnectionQueryUnload()) {
+        connection_->accept();
     }
 }
 
@@ -94,14 +102,15 @@ void QtWindowHost::ShowMainWindow() {
 }
 
 void QtWindowHost::UnloadMainWindow() {
-    if (Ask([this] { return events_.MainQueryUnload(); })) {
+    if (events_.MainQueryUnload()) {
         main_->hide();
     }
 }
 
 void QtWindowHost::ShowDeviceList() {
     if (list_ == nullptr) {
-        list_ = new DeviceListWindow(records_.List, boundary_, [this] { events_.ListQueryUnload(); });
+        list_ = new DeviceListWindow(records_.List, controls::EventEntry(boundary_, Kind::Program),
+                                     [this] { events_.ListQueryUnload(); });
         main_->Area().addSubWindow(list_);
         list_->FitContent();
         list_->move(0, 0);
@@ -190,10 +199,40 @@ void QtWindowHost::RemoveControlWindow(int slot) {
     control_windows_[At(slot)] = nullptr;
     delete leaving_[At(slot)].data();
     leaving_[At(slot)] = window;
+    CloseDialogsOf(slot);
+    {
+        const FlagGuard removing(removing_);
+        window->hide();
+        main_->Area().removeSubWindow(window);
+    }
     // It may be inside an event of its own; it goes when that is over.
-    window->hide();
-    main_->Area().removeSubWindow(window);
-    window->deleteLater();
+    if (!boundary_.Current().Running()) {
+        OperationOver();
+    }
+}
+
+/// Whatever stands over a window that goes belongs to its operation, and goes unanswered.
+void QtWindowHost::CloseDialogsOf(int slot) {
+    const auto& subject = boundary_.Current().Of();
+    if (!subject || subject->Slot != slot) {
+        return;
+    }
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (auto* dialog = qobject_cast<QDialog*>(window);
+            dialog != nullptr && dialog->isModal() && dialog->isVisible()) {
+            dialog->reject();
+        }
+    }
+}
+
+/// Nothing of an operation is on the stack but the widget that began it: the windows that went in it may die.
+void QtWindowHost::OperationOver() {
+    for (const QPointer<MdiChild>& window : leaving_) {
+        if (window != nullptr) {
+            window->deleteLater();
+        }
+    }
 }
 
 void QtWindowHost::Detach(int slot) {
@@ -207,23 +246,25 @@ void QtWindowHost::Detach(int slot) {
 
 void QtWindowHost::ControlWindowActivated(QMdiSubWindow* window) {
     const auto found = std::find(control_windows_.begin(), control_windows_.end(), window);
-    if (window != nullptr && found != control_windows_.end() && events_.Activated) {
-        boundary_.Run([&] { events_.Activated(static_cast<int>(found - control_windows_.begin())); });
+    if (window != nullptr && found != control_windows_.end() && events_.Activated && !removing_) {
+        const int slot = static_cast<int>(found - control_windows_.begin());
+        boundary_.RunWhenOver([this, slot] { events_.Activated(slot); });
     }
 }
 
 void QtWindowHost::ControlWindowResized(int slot) {
     const MdiChild* const window = control_windows_[At(slot)];
     if (window != nullptr && events_.Resized) {
-        boundary_.Run(
-            [&] { events_.Resized(slot, window->width() * TwipsPerPixel, window->height() * TwipsPerPixel); });
+        boundary_.Run({Kind::Always}, [&] {
+            events_.Resized(slot, window->width() * TwipsPerPixel, window->height() * TwipsPerPixel);
+        });
     }
 }
 
 bool QtWindowHost::ControlWindowMayClose(int slot) {
     // The logic may have taken the window away itself by then.
-    const bool may_close =
-        control_windows_[At(slot)] != nullptr && Ask([this, slot] { return events_.QueryUnload(slot); });
+    const bool may_close = control_windows_[At(slot)] != nullptr &&
+                           Ask({Kind::Device, slot}, [this, slot] { return events_.QueryUnload(slot); });
     if (may_close) {
         RemoveControlWindow(slot);
     }

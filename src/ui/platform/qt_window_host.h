@@ -77,7 +77,9 @@ class QtWindowHost : public WindowHost {
     void RemoveControlWindow(int slot) override;
 
   private:
-    bool Ask(const std::function<bool()>& query);
+    bool Ask(const controls::EventSource& source, const std::function<bool()>& query);
+    void CloseDialogsOf(int slot);
+    void OperationOver();
     void ControlWindowActivated(QMdiSubWindow* window);
     void ControlWindowResized(int slot);
     bool ControlWindowMayClose(int slot);
@@ -96,6 +98,7 @@ class QtWindowHost : public WindowHost {
     QPointer<DeviceListWindow> list_;
     std::array<QPointer<MdiChild>, controls::SlotCount> control_windows_;
     std::array<QPointer<MdiChild>, controls::SlotCount> leaving_; ///< taken off the screen, their events not yet over
+    bool removing_ = false; ///< what the toolkit activates meanwhile is not the user's doing
 };
 
 } // namespace nrv::ui

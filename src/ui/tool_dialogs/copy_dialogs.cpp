@@ -17,8 +17,8 @@ constexpr int ChoiceWidth = 120;
 
 } // namespace
 
-CopyInputDialog::CopyInputDialog(controls::FrmCopyIn& record, controls::EventBoundary& boundary, QWidget* parent)
-    : ToolDialogBase(record.Window, QStringLiteral("FrmCopyIn"), boundary, parent) {
+CopyInputDialog::CopyInputDialog(controls::FrmCopyIn& record, const controls::EventEntry& entry, QWidget* parent)
+    : ToolDialogBase(record.Window, QStringLiteral("FrmCopyIn"), entry, parent) {
     auto* panel = new Panel(this);
     auto* column = new QVBoxLayout(panel);
     column->setContentsMargins(2 * Inner, 2 * Inner, 2 * Inner, 2 * Inner);
@@ -31,8 +31,8 @@ CopyInputDialog::CopyInputDialog(controls::FrmCopyIn& record, controls::EventBou
     Column().addWidget(panel);
 }
 
-CopyOutputDialog::CopyOutputDialog(controls::FrmCopyOut& record, controls::EventBoundary& boundary, QWidget* parent)
-    : ToolDialogBase(record.Window, QStringLiteral("FrmCopyOut"), boundary, parent) {
+CopyOutputDialog::CopyOutputDialog(controls::FrmCopyOut& record, const controls::EventEntry& entry, QWidget* parent)
+    : ToolDialogBase(record.Window, QStringLiteral("FrmCopyOut"), entry, parent) {
     auto* panel = new Panel(this);
     auto* columns = new QHBoxLayout(panel);
     columns->setContentsMargins(Inner, Inner, Inner, Inner);

@@ -7,13 +7,13 @@ namespace nrv::ui {
 /// Copies one input onto the other: a button for each way.
 class CopyInputDialog : public ToolDialogBase {
   public:
-    CopyInputDialog(controls::FrmCopyIn& record, controls::EventBoundary& boundary, QWidget* parent = nullptr);
+    CopyInputDialog(controls::FrmCopyIn& record, const controls::EventEntry& entry, QWidget* parent = nullptr);
 };
 
 /// Copies an output onto another.
 class CopyOutputDialog : public ToolDialogBase {
   public:
-    CopyOutputDialog(controls::FrmCopyOut& record, controls::EventBoundary& boundary, QWidget* parent = nullptr);
+    CopyOutputDialog(controls::FrmCopyOut& record, const controls::EventEntry& entry, QWidget* parent = nullptr);
 };
 
 } // namespace nrv::ui

@@ -20,8 +20,8 @@ constexpr int MarkSize = 8;
 
 } // namespace
 
-EditNamesDialog::EditNamesDialog(controls::FrmEditLabel& record, controls::EventBoundary& boundary, QWidget* parent)
-    : ToolDialogBase(record.Window, QStringLiteral("FrmEditLabel"), boundary, parent) {
+EditNamesDialog::EditNamesDialog(controls::FrmEditLabel& record, const controls::EventEntry& entry, QWidget* parent)
+    : ToolDialogBase(record.Window, QStringLiteral("FrmEditLabel"), entry, parent) {
     auto* panel = new Panel(this);
     auto* grid = new QGridLayout(panel);
     grid->setContentsMargins(Inner, Inner, Inner, Inner);

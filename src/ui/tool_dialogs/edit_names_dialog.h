@@ -7,7 +7,7 @@ namespace nrv::ui {
 /// The channels' names: the two inputs over the six outputs, each under its caption and the mark of its colour.
 class EditNamesDialog : public ToolDialogBase {
   public:
-    EditNamesDialog(controls::FrmEditLabel& record, controls::EventBoundary& boundary, QWidget* parent = nullptr);
+    EditNamesDialog(controls::FrmEditLabel& record, const controls::EventEntry& entry, QWidget* parent = nullptr);
 
   private:
     QWidget* MakeName(controls::FrmEditLabel& record, std::size_t channel);

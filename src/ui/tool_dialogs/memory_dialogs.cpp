@@ -20,8 +20,8 @@ constexpr int NameLength = controls::FrmStore::NameLength;
 
 } // namespace
 
-StoreDialog::StoreDialog(controls::FrmStore& record, controls::EventBoundary& boundary, QWidget* parent)
-    : ToolDialogBase(record.Window, QStringLiteral("FrmStore"), boundary, parent) {
+StoreDialog::StoreDialog(controls::FrmStore& record, const controls::EventEntry& entry, QWidget* parent)
+    : ToolDialogBase(record.Window, QStringLiteral("FrmStore"), entry, parent) {
     auto* panel = new Panel(this);
     auto* columns = new QHBoxLayout(panel);
     columns->setContentsMargins(Inner, Inner, Inner, Inner);
@@ -60,8 +60,8 @@ StoreDialog::StoreDialog(controls::FrmStore& record, controls::EventBoundary& bo
     store->setDefault(true);
 }
 
-ReadDialog::ReadDialog(controls::FrmRead& record, controls::EventBoundary& boundary, QWidget* parent)
-    : ToolDialogBase(record.Window, QStringLiteral("FrmRead"), boundary, parent) {
+ReadDialog::ReadDialog(controls::FrmRead& record, const controls::EventEntry& entry, QWidget* parent)
+    : ToolDialogBase(record.Window, QStringLiteral("FrmRead"), entry, parent) {
     auto* panel = new Panel(this);
     auto* column = new QVBoxLayout(panel);
     column->setContentsMargins(Inner, Inner, Inner, Inner);

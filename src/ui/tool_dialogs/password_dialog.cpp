@@ -65,8 +65,8 @@ QVBoxLayout* ContentOf(Page& page, int margin) {
 
 } // namespace
 
-PasswordDialog::PasswordDialog(controls::FrmPassword& record, controls::EventBoundary& boundary, QWidget* parent)
-    : ToolDialogBase(record.Window, QStringLiteral("FrmPassword"), boundary, parent), record_(record) {
+PasswordDialog::PasswordDialog(controls::FrmPassword& record, const controls::EventEntry& entry, QWidget* parent)
+    : ToolDialogBase(record.Window, QStringLiteral("FrmPassword"), entry, parent), record_(record) {
     auto* pages = new QGridLayout;
     for (QWidget* page : {MakeLoginPage(), MakeSettingsPage(), MakeNewPasswordPage()}) {
         pages->addWidget(page, 0, 0);
@@ -121,7 +121,7 @@ QWidget* PasswordDialog::MakeSettingsPage() {
     auto* lock = new LockSwitch;
     lock->setObjectName(QStringLiteral("Check1"));
     lock->setAccessibleName(FromBytes(record_.SwitchEnds[1].Caption()));
-    Bind(record_.Check1, *lock, Boundary());
+    Bind(record_.Check1, *lock, Entry());
     LetGoLater(record_.Check1);
     row->addWidget(lock);
     row->addWidget(MakeLabel(record_.SwitchEnds[1], Indexed("SwitchEnds", 1)));

@@ -7,7 +7,7 @@ namespace nrv::ui {
 /// The password and the lock: three pages in one place, of which the visible one is seen.
 class PasswordDialog : public ToolDialogBase {
   public:
-    PasswordDialog(controls::FrmPassword& record, controls::EventBoundary& boundary, QWidget* parent = nullptr);
+    PasswordDialog(controls::FrmPassword& record, const controls::EventEntry& entry, QWidget* parent = nullptr);
 
   private:
     QWidget* MakeLoginPage();

@@ -54,9 +54,9 @@ QString Indexed(const char* name, std::size_t index) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }
 
-ToolDialogBase::ToolDialogBase(controls::Form& form, const QString& name, controls::EventBoundary& boundary,
+ToolDialogBase::ToolDialogBase(controls::Form& form, const QString& name, const controls::EventEntry& entry,
                                QWidget* parent)
-    : QDialog(parent), boundary_(boundary), column_(new QVBoxLayout(this)) {
+    : QDialog(parent), entry_(entry), column_(new QVBoxLayout(this)) {
     setObjectName(name);
     setModal(true);
     column_->setContentsMargins(Margin, Margin, Margin, Margin);
@@ -100,7 +100,7 @@ QLabel* ToolDialogBase::MakeCaption(controls::Label& label, const QString& name)
 QPushButton* ToolDialogBase::MakeButton(controls::Button& button, const QString& name) {
     auto* widget = new QPushButton;
     widget->setObjectName(name);
-    Bind(button, *widget, boundary_);
+    Bind(button, *widget, entry_);
     LetGoLater(button);
     widget->setFixedWidth(
         std::max(ButtonWidth, widget->fontMetrics().horizontalAdvance(widget->text()) + ButtonMargins));
@@ -111,7 +111,7 @@ QPushButton* ToolDialogBase::MakeButton(controls::Button& button, const QString&
 TextField* ToolDialogBase::MakeField(controls::TextBox& box, const QString& name, Enter enter) {
     auto* field = new TextField(nullptr);
     field->setObjectName(name);
-    Bind(box, *field, boundary_);
+    Bind(box, *field, entry_);
     LetGoLater(box);
     field->setFixedWidth(WidestText(*field, static_cast<int>(box.MaxLength())) + FieldMargins);
     field->setFixedHeight(RowHeight);
@@ -126,7 +126,7 @@ QComboBox* ToolDialogBase::MakeChoice(controls::List& list, const QString& name)
     auto* choice = new ListBox(nullptr);
     choice->setObjectName(name);
     choice->setItemDelegate(new LineDelegate(choice));
-    Bind(list, *choice, boundary_);
+    Bind(list, *choice, entry_);
     LetGoLater(list);
     choice->setFixedHeight(RowHeight);
     return choice;
@@ -140,7 +140,7 @@ QListWidget* ToolDialogBase::MakeLines(controls::LineList& list, const QString& 
     lines->setSelectionMode(QAbstractItemView::SingleSelection);
     lines->setTextElideMode(Qt::ElideNone);
     lines->setUniformItemSizes(true);
-    Bind(list, *lines, boundary_);
+    Bind(list, *lines, entry_);
     LetGoLater(list);
     const int frame = 2 * lines->frameWidth();
     lines->setFixedSize(WidestText(*lines, characters) + LineMargins + frame, rows * LineHeight + frame);

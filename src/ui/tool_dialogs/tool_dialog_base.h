@@ -44,7 +44,7 @@ class ToolDialogBase : public QDialog {
     /// What Enter in a field does: presses the dialog's default button, or tells the field's owner alone.
     enum class Enter { PressesDefault, TellsOwner };
 
-    ToolDialogBase(controls::Form& form, const QString& name, controls::EventBoundary& boundary, QWidget* parent);
+    ToolDialogBase(controls::Form& form, const QString& name, const controls::EventEntry& entry, QWidget* parent);
 
     /// The dialog's own column, into which panels and button rows go.
     QVBoxLayout& Column() const { return *column_; }
@@ -63,14 +63,14 @@ class ToolDialogBase : public QDialog {
     QListWidget* MakeLines(controls::LineList& list, const QString& name, int rows, int characters);
     QProgressBar* MakeBar(controls::ProgressBar& bar, const QString& name);
 
-    controls::EventBoundary& Boundary() { return boundary_; }
+    const controls::EventEntry& Entry() const { return entry_; }
     /// To be let go when the dialog goes; for what a dialog binds itself.
     void LetGoLater(controls::Control& control) { bound_.push_back(&control); }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    controls::EventBoundary& boundary_;
+    controls::EventEntry entry_;
     QVBoxLayout* column_;
     std::vector<controls::Control*> bound_;
     std::vector<const QObject*> tell_owner_;

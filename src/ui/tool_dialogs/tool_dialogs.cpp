@@ -7,20 +7,20 @@
 
 namespace nrv::ui {
 
-QDialog* MakeToolDialog(ToolDialog dialog, program::Forms& forms, controls::EventBoundary& boundary, QWidget* parent) {
+QDialog* MakeToolDialog(ToolDialog dialog, program::Forms& forms, const controls::EventEntry& entry, QWidget* parent) {
     switch (dialog) {
     case ToolDialog::EditNames:
-        return new EditNamesDialog(forms.EditNames, boundary, parent);
+        return new EditNamesDialog(forms.EditNames, entry, parent);
     case ToolDialog::Store:
-        return new StoreDialog(forms.Store, boundary, parent);
+        return new StoreDialog(forms.Store, entry, parent);
     case ToolDialog::Read:
-        return new ReadDialog(forms.Read, boundary, parent);
+        return new ReadDialog(forms.Read, entry, parent);
     case ToolDialog::Password:
-        return new PasswordDialog(forms.Password, boundary, parent);
+        return new PasswordDialog(forms.Password, entry, parent);
     case ToolDialog::CopyInput:
-        return new CopyInputDialog(forms.CopyIn, boundary, parent);
+        return new CopyInputDialog(forms.CopyIn, entry, parent);
     case ToolDialog::CopyOutput:
-        return new CopyOutputDialog(forms.CopyOut, boundary, parent);
+        return new CopyOutputDialog(forms.CopyOut, entry, parent);
     }
     return nullptr;
 }

@@ -85,9 +85,13 @@ void Fader::mousePressEvent(QMouseEvent* event) {
         grip_ = offset;
         setSliderDown(true);
     } else {
+        paging_ = true;
         paging_to_ = y;
-        repeat_.start(RepeatDelay, this);
         StepTowards(y);
+        // The step may have ended the press: with a box over the window no release comes.
+        if (paging_) {
+            repeat_.start(RepeatDelay, this);
+        }
     }
     update();
 }
@@ -102,11 +106,16 @@ void Fader::mouseMoveEvent(QMouseEvent* event) {
 
 void Fader::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
-        dragging_ = false;
-        repeat_.stop();
-        setSliderDown(false);
-        update();
+        LetGo();
     }
+}
+
+void Fader::LetGo() {
+    dragging_ = false;
+    paging_ = false;
+    repeat_.stop();
+    setSliderDown(false);
+    update();
 }
 
 void Fader::timerEvent(QTimerEvent* event) {
@@ -114,8 +123,11 @@ void Fader::timerEvent(QTimerEvent* event) {
         QSlider::timerEvent(event);
         return;
     }
-    repeat_.start(RepeatInterval, this);
+    repeat_.stop();
     StepTowards(paging_to_);
+    if (paging_) {
+        repeat_.start(RepeatInterval, this);
+    }
 }
 
 void Fader::keyPressEvent(QKeyEvent* event) {
@@ -157,9 +169,7 @@ void Fader::wheelEvent(QWheelEvent* event) {
 void Fader::changeEvent(QEvent* event) {
     // Losing the window or the right to edit ends a press that will get no release.
     if (event->type() == QEvent::EnabledChange && !isEnabled()) {
-        dragging_ = false;
-        repeat_.stop();
-        setSliderDown(false);
+        LetGo();
     }
     QSlider::changeEvent(event);
 }
@@ -168,9 +178,8 @@ bool Fader::event(QEvent* event) {
     if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
         update();
     }
-    if (event->type() == QEvent::Hide) {
-        dragging_ = false;
-        repeat_.stop();
+    if (event->type() == QEvent::Hide || event->type() == QEvent::UngrabMouse) {
+        LetGo();
     }
     if (event->type() == QEvent::FocusOut) {
         wheel_.Reset();

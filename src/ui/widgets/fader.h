@@ -41,6 +41,7 @@ class Fader : public QSlider {
 
   private:
     void MoveTo(int position);
+    void LetGo();
     void StepTowards(double y);
     int PositionAt(double y) const;
     void PaintTicks(QPainter& painter) const;
@@ -52,6 +53,7 @@ class Fader : public QSlider {
     WheelSteps wheel_;
     QBasicTimer repeat_;
     bool dragging_ = false;
+    bool paging_ = false;
     double grip_ = 0.0;      // from the cap's middle to the finger
     double paging_to_ = 0.0; // where the groove is pressed
 };

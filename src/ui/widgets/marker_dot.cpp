@@ -101,6 +101,13 @@ void MarkerDot::hideEvent(QHideEvent* event) {
     emit HoverChanged(false);
 }
 
+bool MarkerDot::event(QEvent* event) {
+    if (event->type() == QEvent::UngrabMouse) {
+        TakeAway();
+    }
+    return QWidget::event(event);
+}
+
 void MarkerDot::changeEvent(QEvent* event) {
     if (event->type() == QEvent::EnabledChange && !isEnabled()) {
         TakeAway();

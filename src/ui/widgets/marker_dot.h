@@ -30,7 +30,7 @@ class MarkerDot : public QWidget {
     /// In position units from the marker's own corner.
     void Dragged(double x, double y);
     void Released();
-    /// It was hidden or locked while in hand: no release comes.
+    /// It was hidden or locked, or a box came over it, while in hand: no release comes.
     void TakenAway();
     void HoverChanged(bool hovered);
 
@@ -43,6 +43,7 @@ class MarkerDot : public QWidget {
     void leaveEvent(QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
 
   private:
     void SetInHand(bool in_hand);

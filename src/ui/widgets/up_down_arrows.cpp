@@ -37,9 +37,12 @@ void UpDownArrows::mousePressEvent(QMouseEvent* event) {
         return;
     }
     pressed_ = HalfAt(event->position());
-    repeat_.start(RepeatDelay, this);
     update();
     emit Stepped(pressed_);
+    // The step may have ended the press: with a box over the window no release comes.
+    if (pressed_ != 0) {
+        repeat_.start(RepeatDelay, this);
+    }
 }
 
 void UpDownArrows::mouseReleaseEvent(QMouseEvent* event) {
@@ -66,9 +69,10 @@ void UpDownArrows::timerEvent(QTimerEvent* event) {
         QWidget::timerEvent(event);
         return;
     }
-    repeat_.start(RepeatInterval, this);
+    repeat_.stop();
+    emit Stepped(pressed_);
     if (pressed_ != 0) {
-        emit Stepped(pressed_);
+        repeat_.start(RepeatInterval, this);
     }
 }
 
@@ -111,6 +115,13 @@ void UpDownArrows::changeEvent(QEvent* event) {
 
 void UpDownArrows::hideEvent(QHideEvent*) {
     LetGo();
+}
+
+bool UpDownArrows::event(QEvent* event) {
+    if (event->type() == QEvent::UngrabMouse) {
+        LetGo();
+    }
+    return QWidget::event(event);
 }
 
 void UpDownArrows::paintEvent(QPaintEvent*) {

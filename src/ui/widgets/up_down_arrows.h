@@ -30,6 +30,7 @@ class UpDownArrows : public QWidget {
     void timerEvent(QTimerEvent* event) override;
     void changeEvent(QEvent* event) override;
     void hideEvent(QHideEvent*) override;
+    bool event(QEvent* event) override;
 
   private:
     /// +1 the upper half, -1 the lower.

@@ -40,7 +40,7 @@ Panel* MakeFrame(controls::Frame& frame, const QString& name) {
 
 template <class Options>
 Panel* MakeOptionFrame(controls::Frame& frame, const QString& frame_name, Options& options, const char* name,
-                       controls::EventBoundary& boundary) {
+                       const controls::EventEntry& entry) {
     Panel* box = MakeFrame(frame, frame_name);
     auto* column = new QVBoxLayout(box);
     column->setContentsMargins(Margin, InnerTop, 4, 6);
@@ -48,34 +48,34 @@ Panel* MakeOptionFrame(controls::Frame& frame, const QString& frame_name, Option
     for (std::size_t i = 0; i < options.size(); ++i) {
         auto* button = new QRadioButton;
         button->setObjectName(Indexed(name, i));
-        Bind(options[i], *button, boundary);
+        Bind(options[i], *button, entry);
         column->addWidget(button, 0, Qt::AlignLeft);
     }
     return box;
 }
 
-QComboBox* MakeList(controls::List& list, const QString& name, controls::EventBoundary& boundary) {
+QComboBox* MakeList(controls::List& list, const QString& name, const controls::EventEntry& entry) {
     auto* box = new QComboBox;
     box->setObjectName(name);
     box->setMaxVisibleItems(16);
-    Bind(list, *box, boundary);
+    Bind(list, *box, entry);
     return box;
 }
 
 Panel* MakeListFrame(controls::Frame& frame, const QString& frame_name, controls::List& list, const QString& name,
-                     controls::EventBoundary& boundary) {
+                     const controls::EventEntry& entry) {
     Panel* box = MakeFrame(frame, frame_name);
     auto* column = new QVBoxLayout(box);
     column->setContentsMargins(Margin, InnerTop, Margin, Margin);
-    column->addWidget(MakeList(list, name, boundary));
+    column->addWidget(MakeList(list, name, entry));
     return box;
 }
 
 } // namespace
 
-ConnectionDialog::ConnectionDialog(controls::FrmSelect& record, controls::EventBoundary& boundary,
+ConnectionDialog::ConnectionDialog(controls::FrmSelect& record, const controls::EventEntry& entry,
                                    std::function<bool()> query_unload, QWidget* parent)
-    : QDialog(parent), record_(record), boundary_(boundary), query_unload_(std::move(query_unload)) {
+    : QDialog(parent), record_(record), entry_(entry), query_unload_(std::move(query_unload)) {
     setObjectName(QStringLiteral("FrmSelect"));
     setModal(true);
     auto* columns = new QHBoxLayout(this);
@@ -112,13 +112,13 @@ QWidget* ConnectionDialog::MakeLeftColumn() {
     auto* column = new QVBoxLayout(left);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Gap);
-    column->addWidget(MakeOptionFrame(record_.PortFrame, QStringLiteral("PortFrame"), record_.Link, "Link", boundary_));
+    column->addWidget(MakeOptionFrame(record_.PortFrame, QStringLiteral("PortFrame"), record_.Link, "Link", entry_));
     column->addWidget(MakeOptionFrame(record_.ConnectionFrame, QStringLiteral("ConnectionFrame"), record_.Connection,
-                                      "Connection", boundary_));
+                                      "Connection", entry_));
     column->addWidget(MakeListFrame(record_.IdFrame, QStringLiteral("IdFrame"), record_.IdSelect,
-                                    QStringLiteral("IdSelect"), boundary_));
+                                    QStringLiteral("IdSelect"), entry_));
     column->addWidget(MakeListFrame(record_.ComFrame, QStringLiteral("ComFrame"), record_.ComSelect,
-                                    QStringLiteral("ComSelect"), boundary_));
+                                    QStringLiteral("ComSelect"), entry_));
     column->addStretch(1);
     column->addWidget(MakeButtons());
     return left;
@@ -132,11 +132,11 @@ QWidget* ConnectionDialog::MakeButtons() {
     auto* exit = new QPushButton;
     exit->setObjectName(QStringLiteral("Exit"));
     exit->setAutoDefault(false);
-    Bind(record_.Exit, *exit, boundary_);
+    Bind(record_.Exit, *exit, entry_);
     auto* proceed = new QPushButton;
     proceed->setObjectName(QStringLiteral("Proceed"));
     proceed->setDefault(true);
-    Bind(record_.Proceed, *proceed, boundary_);
+    Bind(record_.Proceed, *proceed, entry_);
     for (QPushButton* button : {exit, proceed}) {
         button->setMinimumWidth(0);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -157,7 +157,7 @@ Panel* ConnectionDialog::MakeDeviceFrame(std::size_t frame) {
         label->setObjectName(Indexed("DeviceLines", line));
         Bind(record_.DeviceLines[line], *label);
         grid->addWidget(label, static_cast<int>(i), 0);
-        QComboBox* list = MakeList(record_.DeviceIds[line], Indexed("DeviceIds", line), boundary_);
+        QComboBox* list = MakeList(record_.DeviceIds[line], Indexed("DeviceIds", line), entry_);
         list->setFixedWidth(NumberListWidth);
         grid->addWidget(list, static_cast<int>(i), 1);
     }
@@ -180,7 +180,7 @@ void ConnectionDialog::reject() {
 
 void ConnectionDialog::closeEvent(QCloseEvent* event) {
     bool may_close = false;
-    boundary_.Run([&] { may_close = query_unload_(); });
+    entry_.Run([&] { may_close = query_unload_(); });
     event->setAccepted(may_close);
 }
 

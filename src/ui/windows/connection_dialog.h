@@ -16,7 +16,7 @@ class Panel;
 class ConnectionDialog : public QDialog {
   public:
     /// `query_unload` says whether the dialog may close, by whatever means it is closed.
-    ConnectionDialog(controls::FrmSelect& record, controls::EventBoundary& boundary, std::function<bool()> query_unload,
+    ConnectionDialog(controls::FrmSelect& record, const controls::EventEntry& entry, std::function<bool()> query_unload,
                      QWidget* parent = nullptr);
     ~ConnectionDialog() override;
 
@@ -32,7 +32,7 @@ class ConnectionDialog : public QDialog {
     void FollowWidth();
 
     controls::FrmSelect& record_;
-    controls::EventBoundary& boundary_;
+    controls::EventEntry entry_;
     std::function<bool()> query_unload_;
     std::array<Panel*, 2> device_frames_{};
 };

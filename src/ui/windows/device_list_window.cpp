@@ -41,7 +41,7 @@ int WidestRow(const QFontMetrics& metrics) {
 
 } // namespace
 
-DeviceListWindow::DeviceListWindow(controls::FrmSearchNet& record, controls::EventBoundary& boundary,
+DeviceListWindow::DeviceListWindow(controls::FrmSearchNet& record, const controls::EventEntry& entry,
                                    const std::function<void()>& query_unload)
     : record_(record), grid_(new QTableWidget) {
     setObjectName(QStringLiteral("FrmSearchNet"));
@@ -50,7 +50,7 @@ DeviceListWindow::DeviceListWindow(controls::FrmSearchNet& record, controls::Eve
     column->setContentsMargins(4, 4, 4, 4);
     column->setSpacing(2);
     column->addWidget(grid_, 1);
-    BuildGrid(boundary);
+    BuildGrid(entry);
     AddNotice(record.SearchingNotice, QStringLiteral("SearchingNotice"), *column);
     AddNotice(record.LoadingNotice, QStringLiteral("LoadingNotice"), *column);
     setWidget(content);
@@ -58,11 +58,11 @@ DeviceListWindow::DeviceListWindow(controls::FrmSearchNet& record, controls::Eve
     for (const auto& [timer, name] : {std::pair(&record.Timer1, "Timer1"), std::pair(&record.Timer2, "Timer2")}) {
         auto* toolkit_timer = new QTimer(this);
         toolkit_timer->setObjectName(QLatin1String(name));
-        Bind(*timer, *toolkit_timer, boundary);
+        Bind(*timer, *toolkit_timer, entry.As(controls::EventSource::Kind::Tick));
     }
     BindForm(record.Window, *this, *content);
-    MayClose = [&boundary, query_unload] {
-        boundary.Run(query_unload);
+    MayClose = [entry, query_unload] {
+        entry.Run(query_unload);
         return false;
     };
 }
@@ -86,7 +86,7 @@ void DeviceListWindow::FocusGrid() {
     grid_->setFocus(Qt::OtherFocusReason);
 }
 
-void DeviceListWindow::BuildGrid(controls::EventBoundary& boundary) {
+void DeviceListWindow::BuildGrid(const controls::EventEntry& entry) {
     grid_->setObjectName(QStringLiteral("Devices"));
     grid_->setColumnCount(1);
     grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -128,7 +128,7 @@ void DeviceListWindow::BuildGrid(controls::EventBoundary& boundary) {
     });
     // The double click is the only way to act on a row.
     QObject::connect(grid_, &QTableWidget::cellDoubleClicked, this,
-                     [this, &boundary](int row, int) { boundary.Run([&] { record_.Devices.UserDoubleClick(row); }); });
+                     [this, entry](int row, int) { entry.Run([&] { record_.Devices.UserDoubleClick(row); }); });
 }
 
 void DeviceListWindow::BindCaption() {

@@ -15,7 +15,7 @@ namespace nrv::ui {
 /// The device list inside the main window. Closing it is always refused; what happens instead is `query_unload`'s.
 class DeviceListWindow : public MdiChild {
   public:
-    DeviceListWindow(controls::FrmSearchNet& record, controls::EventBoundary& boundary,
+    DeviceListWindow(controls::FrmSearchNet& record, const controls::EventEntry& entry,
                      const std::function<void()>& query_unload);
     ~DeviceListWindow() override;
 
@@ -26,7 +26,7 @@ class DeviceListWindow : public MdiChild {
     void FocusGrid();
 
   private:
-    void BuildGrid(controls::EventBoundary& boundary);
+    void BuildGrid(const controls::EventEntry& entry);
     void BindCaption();
     QLabel* AddNotice(controls::Label& notice, const QString& name, QVBoxLayout& column);
     void FollowSize();

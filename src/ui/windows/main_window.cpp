@@ -17,6 +17,7 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include <tuple>
 #include <utility>
 
 namespace nrv::ui {
@@ -27,9 +28,9 @@ constexpr QSize StartSize(1120, 720);
 
 } // namespace
 
-MainWindow::MainWindow(controls::MDIFrmMain& record, controls::EventBoundary& boundary,
+MainWindow::MainWindow(controls::MDIFrmMain& record, const controls::EventEntry& entry,
                        std::function<bool()> query_unload)
-    : record_(record), boundary_(boundary), query_unload_(std::move(query_unload)), area_(new QMdiArea) {
+    : record_(record), entry_(entry), query_unload_(std::move(query_unload)), area_(new QMdiArea) {
     setObjectName(QStringLiteral("MDIFrmMain"));
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -61,7 +62,7 @@ void MainWindow::BuildMenu() {
     exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     exit->setEnabled(record_.Exit.Enabled());
     record_.Exit.Observe([this, exit](controls::Aspect) { exit->setEnabled(record_.Exit.Enabled()); });
-    QObject::connect(exit, &QAction::triggered, this, [this] { boundary_.Run([&] { record_.Exit.UserClick(); }); });
+    QObject::connect(exit, &QAction::triggered, this, [this] { entry_.Run([&] { record_.Exit.UserClick(); }); });
 }
 
 void MainWindow::BuildStatusLine() {
@@ -73,12 +74,13 @@ void MainWindow::BuildStatusLine() {
 }
 
 void MainWindow::BindTimers() {
-    for (const auto& [timer, name] :
-         {std::pair(&record_.SerialTimer, "SerialTimer"), std::pair(&record_.Timer1, "Timer1")}) {
+    using Kind = controls::EventSource::Kind;
+    for (const auto& [timer, name, kind] : {std::tuple(&record_.SerialTimer, "SerialTimer", Kind::Always),
+                                            std::tuple(&record_.Timer1, "Timer1", Kind::Tick)}) {
         auto* toolkit_timer = new QTimer(this);
         toolkit_timer->setObjectName(QLatin1String(name));
         toolkit_timer->setTimerType(Qt::PreciseTimer);
-        Bind(*timer, *toolkit_timer, boundary_);
+        Bind(*timer, *toolkit_timer, entry_.As(kind));
     }
 }
 
@@ -93,7 +95,7 @@ void MainWindow::Place() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     bool may_close = false;
-    boundary_.Run([&] { may_close = query_unload_(); });
+    entry_.Run([&] { may_close = query_unload_(); });
     event->setAccepted(may_close);
 }
 

@@ -15,7 +15,7 @@ namespace nrv::ui {
 class MainWindow : public QMainWindow {
   public:
     /// `query_unload` says whether the window may close.
-    MainWindow(controls::MDIFrmMain& record, controls::EventBoundary& boundary, std::function<bool()> query_unload);
+    MainWindow(controls::MDIFrmMain& record, const controls::EventEntry& entry, std::function<bool()> query_unload);
     ~MainWindow() override;
 
     QMdiArea& Area() { return *area_; }
@@ -30,7 +30,7 @@ class MainWindow : public QMainWindow {
     void Place();
 
     controls::MDIFrmMain& record_;
-    controls::EventBoundary& boundary_;
+    controls::EventEntry entry_;
     std::function<bool()> query_unload_;
     QMdiArea* area_;
 };

@@ -30,7 +30,7 @@ QLabel* AddLabel(QWidget* parent, const QString& text, const QRect& place, int p
 
 } // namespace
 
-SplashWindow::SplashWindow(controls::FrmSplash& record, controls::EventBoundary& boundary)
+SplashWindow::SplashWindow(controls::FrmSplash& record, const controls::EventEntry& entry)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), record_(record) {
     setObjectName(QStringLiteral("frmSplash"));
     setFixedSize(WindowSize);
@@ -53,7 +53,7 @@ SplashWindow::SplashWindow(controls::FrmSplash& record, controls::EventBoundary&
 
     auto* timer = new QTimer(this);
     timer->setObjectName(QStringLiteral("Timer1"));
-    Bind(record.Timer1, *timer, boundary);
+    Bind(record.Timer1, *timer, entry.As(controls::EventSource::Kind::Tick));
 
     if (const QScreen* screen = QGuiApplication::primaryScreen()) {
         move(screen->availableGeometry().center() - rect().center());

@@ -10,7 +10,7 @@ namespace nrv::ui {
 /// The window that stands while the program starts. The user cannot close it.
 class SplashWindow : public QWidget {
   public:
-    SplashWindow(controls::FrmSplash& record, controls::EventBoundary& boundary);
+    SplashWindow(controls::FrmSplash& record, const controls::EventEntry& entry);
     ~SplashWindow() override;
 
   protected:
