@@ -80,13 +80,13 @@ class UpDown : public Ranged {
             Run(Changed);
         }
     }
-    /// Moves by a number of steps, up when positive; nothing happens at the end of the range.
+    /// Moves by a number of steps, up when positive, as far as the range goes; a click at its end moves nothing.
     void UserStep(int steps) {
         const int target = std::clamp(Shown() + steps, Minimum(), Maximum());
         if (target != Shown()) {
             SetPosition(target);
-            Run(Clicked);
         }
+        Run(Clicked);
     }
 };
 
