@@ -230,7 +230,7 @@ void ApplyMasterGain(const CommandContext& context) {
 
 void ApplyViewState(const CommandContext& context, Response& response) {
     controls::FrmCtrl& form = context.Form();
-    const auto& view = context.Image().ViewState;
+    const auto view = context.Image().ViewState;
     for (int channel = 0; channel < ChannelCount; ++channel) {
         form.Check3[At(channel)].SetValue(view[model::ShowCursorStart + At(channel)]);
         response::ShowCursor(context, channel);
@@ -252,6 +252,8 @@ void ApplyViewState(const CommandContext& context, Response& response) {
                                "There is no view option " + std::to_string(std::max(option, number)) + ".");
         }
         form.Option2[At(option)].Select();
+        // Its event stores the choice, which for a byte past the output's options is another output's.
+        context.Image().ViewState = view;
         response.SetViewMode(number);
     }
 }

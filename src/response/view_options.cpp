@@ -24,4 +24,12 @@ void ViewOverlay(const model::CommandContext& context, Response& response, int o
                               static_cast<std::size_t>(output)] = static_cast<std::uint8_t>(box.Value());
 }
 
+void ChooseViewMode(const model::CommandContext& context, Response& response, int option) {
+    const int output = option / 3;
+    response.SetViewMode(option);
+    response.RedrawChannel(model::ChannelOfOutput(output));
+    context.Image().ViewState[model::SumButtonStart + static_cast<std::size_t>(output)] =
+        static_cast<std::uint8_t>(option % 3);
+}
+
 } // namespace nrv::response

@@ -15,4 +15,7 @@ void ShowCursor(const model::CommandContext& context, int channel);
 /// lies over this one's graph or not.
 void ViewOverlay(const model::CommandContext& context, Response& response, int output, int row);
 
+/// A view option, 0 to 17, three to an output, was chosen: the output's graph follows, and the image keeps the choice.
+void ChooseViewMode(const model::CommandContext& context, Response& response, int option);
+
 } // namespace nrv::response

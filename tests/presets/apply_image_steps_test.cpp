@@ -215,6 +215,8 @@ TEST_F(ApplyImageSteps, SumByteBeyondItsOutputReachesTheNextOnes) {
     EXPECT_FALSE(form.Option2[4].Selected());
     const std::vector<int> modes(program.Response.ViewMode.begin(), program.Response.ViewMode.begin() + 6);
     EXPECT_THAT(modes, ::testing::ElementsAre(0, 0, 1, 0, 0, 0));
+    const std::vector<int> bytes(image.ViewState.begin() + 40, image.ViewState.begin() + 46);
+    EXPECT_THAT(bytes, ::testing::ElementsAre(4, 0, 0, 0, 0, 0));
 }
 
 TEST_F(ApplyImageSteps, SumByteWithoutAnOptionIsAnErrorThatLeavesNoFlagSet) {

@@ -229,6 +229,21 @@ TEST_F(PresetFilesTest, AnyImageComesBackFromItsFileByteForByte) {
     ExpectAtRest();
 }
 
+TEST_F(PresetFilesTest, ChosenSumComesBackFromItsFile) {
+    values.MuteWithPreset = 1.0;
+    form.Option2[2].Select();  // Out 1 with In B
+    form.Option2[16].Select(); // Out 6 with In A
+    Save();
+    form.Option2[1].Select();
+    form.Option2[15].Select();
+    Load();
+    EXPECT_TRUE(form.Option2[2].Selected());
+    EXPECT_TRUE(form.Option2[16].Selected());
+    EXPECT_EQ(program.Response.ViewMode[0], 2);
+    const std::vector<int> bytes(image.ViewState.begin() + 40, image.ViewState.begin() + 46);
+    EXPECT_THAT(bytes, ::testing::ElementsAre(2, 0, 0, 0, 0, 1));
+}
+
 TEST_F(PresetFilesTest, WithTheMuteOptionOffTheFilesMutesAreNotTaken) {
     Image file = RandomImage();
     file[71] = file[MuteBits] = 0x03; // the inputs muted, the outputs not
