@@ -82,7 +82,7 @@ void PresetFiles::Load(const fs::path& file) {
     TitleAfterLoad(parts_.Context, FileNameText(file));
 }
 
-/// The mute option and the input type are not taken from a file.
+/// The mute option, the input type and the lock are not taken from a file.
 void PresetFiles::KeepDeviceSettings() {
     model::DeviceStores& stores = parts_.Context.Commands.Stores;
     // Row 0 and not the device's row; and the last input type of any window. Both are meant.
@@ -90,6 +90,8 @@ void PresetFiles::KeepDeviceSettings() {
     std::uint8_t& option_bits = parts_.Context.Commands.Image().SystemPage[model::OptionBitsAddress];
     SetBit(option_bits, model::MuteWithPresetBit, parts_.Context.Commands.Values().MuteWithPreset == 1.0);
     SetBit(option_bits, model::InputTypeBit, stores.LastInputType == 1.0);
+    // The whole byte goes to the device when the unit differs: a file neither locks nor unlocks it.
+    SetBit(option_bits, model::LockFlagBit, parts_.Context.Commands.Values().LockFlag == 1.0);
 }
 
 } // namespace nrv::presets

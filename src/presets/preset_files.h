@@ -9,7 +9,8 @@
 
 namespace nrv::presets {
 
-/// Presets as files on the PC: the 771 bytes of a device's image, with no header and no check. Work on the current window.
+/// Presets as files on the PC: the 771 bytes of a device's image, with no header and no check. Work on the current
+/// window.
 class PresetFiles {
   public:
     struct Parts {
@@ -22,8 +23,8 @@ class PresetFiles {
 
     /// Asks for a file and writes the image over its start; a longer file keeps its tail. Sends nothing.
     void SavePresetFile();
-    /// Asks for a file, takes its bytes for the image, keeps two settings of the device, and applies the image: the whole
-    /// preset goes to the device. A file that is shorter leaves the bytes past its end as they were.
+    /// Asks for a file, takes its bytes for the image, keeps three settings of the device, and applies the image: the
+    /// whole preset goes to the device. A file that is shorter leaves the bytes past its end as they were.
     void LoadPresetFile();
 
   private:

@@ -218,6 +218,7 @@ TEST_F(PresetFilesTest, AnyImageComesBackFromItsFileByteForByte) {
             return bytes;
         }();
         program.Stores.LastInputType = (saved[OptionBits] & 0x10) != 0 ? 1.0 : 0.0;
+        values.LockFlag = (saved[OptionBits] & 0x80) != 0 ? 1.0 : 0.0;
         Put(saved);
         Save();
         Put(RandomImage());
@@ -293,6 +294,32 @@ TEST_F(PresetFilesTest, InputTypeIsTheLastChoiceOfAnyWindowAndGoesToRowZero) {
     EXPECT_EQ(program.Stores.ParamValues[0].InputType, 0.0);
     EXPECT_EQ(image.SystemPage[16], 0x04);
     EXPECT_EQ(world.Port.CountSent(0x0D), 0); // not sent
+}
+
+TEST_F(PresetFilesTest, LockIsTheDevicesAndNotTheFiles) {
+    struct Case {
+        int InFile; ///< option bits with the mute option and the unit, locked or not
+        double LockFlag;
+        int Kept;
+    };
+    // Only exactly 1.0 is locked.
+    for (const Case& one : {Case{0xC4, 0.0, 0x44}, Case{0x44, 1.0, 0xC4}, Case{0xC4, 1.0, 0xC4}, Case{0x44, 0.0, 0x44},
+                            Case{0xC4, 0.5, 0x44}}) {
+        SCOPED_TRACE(::testing::Message() << one.InFile << " with the lock at " << one.LockFlag);
+        values.MuteWithPreset = 1.0;
+        values.LockFlag = one.LockFlag;
+        form.Option1[0].Select(); // the file's unit is the other one
+        Image file = RandomImage();
+        file[OptionBits] = static_cast<std::uint8_t>(one.InFile);
+        world.Folder.Write("a.n91", AsFile(file));
+        TakeSent();
+        Load();
+        std::vector<Frame> option_writes = TakeSent();
+        std::erase_if(option_writes, [](const Frame& frame) { return frame[3] != 0x11 || frame[5] != 16; });
+        EXPECT_THAT(option_writes, ::testing::ElementsAre(FrameOf({0x11, 0, 16, 0, 0, one.Kept})));
+        EXPECT_EQ(image.SystemPage[16], one.Kept);
+        EXPECT_EQ(values.LockFlag, one.LockFlag);
+    }
 }
 
 TEST_F(PresetFilesTest, RowZeroIsWrittenAndTheDevicesRowStaysWithTheMuteOptionOff) {
