@@ -18,14 +18,15 @@ std::span<std::uint8_t> BytesOf(model::PresetImageRow& image) {
     return {reinterpret_cast<std::uint8_t*>(&image), sizeof image};
 }
 
-/// The file's bytes up to the image's size. A name that does not exist becomes an empty file where its folder is there.
+/// The file's bytes up to the image's size. A name that does not exist becomes an empty file where one can be made.
 /// Throws RuntimeError.
 std::vector<std::uint8_t> ReadPreset(const fs::path& file) {
+    std::vector<std::uint8_t> bytes = ReadFromStart(file, sizeof(model::PresetImageRow));
     std::error_code ignored;
-    if (!fs::exists(file, ignored) && !fs::is_directory(fs::absolute(file).parent_path(), ignored)) {
+    if (!fs::exists(file, ignored)) {
         throw RuntimeError(ErrorKind::FileNotFound, FileNameText(file) + " was not found.");
     }
-    return ReadFromStart(file, sizeof(model::PresetImageRow));
+    return bytes;
 }
 
 void SetBit(std::uint8_t& byte, std::uint8_t bit, bool set) {
