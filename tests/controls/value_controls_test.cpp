@@ -242,6 +242,15 @@ TEST_F(ACheckBox, RunsNothingWhenTheValueStays) {
     EXPECT_THAT(view.Aspects, IsEmpty());
 }
 
+TEST_F(ACheckBox, RunsNothingWhenItIsOnlyShown) {
+    const Observed view(box);
+    box.ShowValue(1);
+    box.ShowValue(1);
+    EXPECT_TRUE(box.Checked());
+    EXPECT_THAT(values, IsEmpty());
+    EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Value));
+}
+
 TEST_F(ACheckBox, IsSetByAnyValueButZeroAndKeepsIt) {
     box.SetValue(2);
     EXPECT_TRUE(box.Checked());
@@ -291,8 +300,8 @@ TEST_F(Options, TheGroupIsInOrderWhenTheEventRuns) {
     EXPECT_TRUE(alone);
 }
 
-TEST_F(Options, TheOneSelectedAtDesignRunsNothing) {
-    options[0].SelectAtDesign();
+TEST_F(Options, TheOneThatIsOnlyShownRunsNothing) {
+    options[0].ShowSelected();
     EXPECT_TRUE(options[0].Selected());
     EXPECT_THAT(clicks, IsEmpty());
     options[1].Select();
