@@ -71,7 +71,7 @@ void DesignStrips(FrmCtrl& form) {
     form.Option1[0].SetCaption("Time");
     form.Option1[1].SetCaption("Meter");
     Option::Group(form.Option1);
-    form.Option1[0].SelectAtDesign();
+    form.Option1[0].ShowSelected();
 }
 
 void DesignEqualiser(FrmCtrl& form) {

@@ -80,13 +80,13 @@ class UpDown : public Ranged {
             Run(Changed);
         }
     }
-    /// Moves by a number of steps, up when positive; nothing happens at the end of the range.
+    /// Moves by a number of steps, up when positive, as far as the range goes; a click at its end moves nothing.
     void UserStep(int steps) {
         const int target = std::clamp(Shown() + steps, Minimum(), Maximum());
         if (target != Shown()) {
             SetPosition(target);
-            Run(Clicked);
         }
+        Run(Clicked);
     }
 };
 
@@ -146,11 +146,12 @@ class CheckBox : public Control {
     bool Checked() const { return value_ != 0; }
     void SetValue(int value) {
         if (value_ != value) {
-            value_ = value;
-            Notify(Aspect::Value);
+            ShowValue(value);
             Run(Clicked);
         }
     }
+    /// Shows a value that stands already, somewhere else in the program; runs nothing.
+    void ShowValue(int value) { Assign(value_, value, Aspect::Value); }
     void UserToggle() { SetValue(Checked() ? 0 : 1); }
 
   private:
@@ -165,12 +166,12 @@ class Option : public Control {
     bool Selected() const { return selected_; }
     void Select() {
         if (!selected_) {
-            SelectAtDesign();
+            ShowSelected();
             Run(Clicked);
         }
     }
-    /// The option that is selected at first; runs nothing.
-    void SelectAtDesign() {
+    /// Shows a selection that is there at first or stands already, somewhere else in the program; runs nothing.
+    void ShowSelected() {
         for (Option* sibling : siblings_) {
             sibling->Set(sibling == this);
         }

@@ -3,7 +3,6 @@
 #include "model/tables.h"
 #include "ports/runtime_error.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -72,11 +71,16 @@ std::int16_t NearestFrequencyCode(double hz) {
 }
 
 std::int16_t BandwidthCode(double octaves) {
-    const double code = RoundHalfEven((octaves - 0.05) / 0.05);
-    if (!(code > 0.0)) {
-        return 0;
+    const auto past_half = [octaves](int code) {
+        // The double that the half's decimal reads as: a quotient of 0.05 misses the half that a person types.
+        const double half = (2 * code + 3) / 40.0;
+        return octaves > half || (octaves == half && code % 2 != 0);
+    };
+    int code = 0;
+    while (code < BandwidthTop && past_half(code)) {
+        ++code;
     }
-    return static_cast<std::int16_t>(std::min(code, static_cast<double>(BandwidthTop)));
+    return static_cast<std::int16_t>(code);
 }
 
 void SplitBuffer::SplitBytes(double value, int start) {

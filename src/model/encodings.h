@@ -48,7 +48,7 @@ double SnapToFrequencyTable(double hz);
 /// The code of that entry, 0 to 120.
 std::int16_t NearestFrequencyCode(double hz);
 
-/// Code, 0 to 59, of a bandwidth in octaves, held to the range.
+/// Code, 0 to 59, of a bandwidth in octaves, held to the range; half-way between two codes it is the even one.
 std::int16_t BandwidthCode(double octaves);
 
 /// Room in which a whole number is laid out as bytes.

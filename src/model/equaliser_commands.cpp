@@ -83,6 +83,8 @@ void FlatEqualiser(const CommandContext& context, response::Response& response, 
     const int first = FirstPeqOf(channel);
     for (int section = first; section < first + PeqCountOf(channel); ++section) {
         context.Form().Slider2[At(section)].SetPosition(FlatPosition);
+        // What stands typed in the box and was never entered is no frequency of the section.
+        context.Form().Text4[At(section)].SetText(NumberText(context.Values().PeqFrequency[At(section)]));
         SetPeq(context, section);
         response.UpdatePeqCurve(section);
     }

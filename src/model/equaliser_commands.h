@@ -18,7 +18,7 @@ void SetPeq(const CommandContext& context, int section);
 /// Tone filter 0 to 9.
 void SetTone(const CommandContext& context, int filter);
 
-/// Every PEQ section of a channel, 0 to 7, to 0 dB: one frame for each section.
+/// Every PEQ section of a channel, 0 to 7, to 0 dB at its stored frequency and bandwidth: one frame for each section.
 void FlatEqualiser(const CommandContext& context, response::Response& response, int channel);
 
 } // namespace nrv::model

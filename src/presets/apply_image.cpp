@@ -14,8 +14,8 @@
 #include "presets/channel_names.h"
 #include "response/view_options.h"
 
-#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -44,14 +44,17 @@ std::uint8_t BodyByte(const CommandContext& context, std::size_t position) {
 constexpr std::array<const char*, ChannelCount> ChannelTitles{"In A",  "In B",  "Out 1", "Out 2",
                                                               "Out 3", "Out 4", "Out 5", "Out 6"};
 
+/// A byte of a channel, by its place in the whole image, has no entry; `what` tells its value and where those end.
+[[noreturn]] void RefuseByte(int channel, std::size_t place, const std::string& what) {
+    throw RuntimeError(ErrorKind::IndexOutOfRange, std::string(ChannelTitles[At(channel)]) + ": byte " +
+                                                       std::to_string(place) + " of the image is the " + what + ".");
+}
+
 /// The text of a frequency byte of a channel.
 std::string FrequencyText(const CommandContext& context, int channel, std::size_t position) {
     const int code = BodyByte(context, position);
     if (code > model::FrequencyTop) {
-        throw RuntimeError(ErrorKind::IndexOutOfRange, std::string(ChannelTitles[At(channel)]) + ": byte " +
-                                                           std::to_string(position) +
-                                                           " of the image is the frequency code " +
-                                                           std::to_string(code) + ", and codes end at 120.");
+        RefuseByte(channel, position, "frequency code " + std::to_string(code) + ", and codes end at 120");
     }
     return model::NumberText(model::FrequencyFromCode(code));
 }
@@ -230,7 +233,7 @@ void ApplyMasterGain(const CommandContext& context) {
 
 void ApplyViewState(const CommandContext& context, Response& response) {
     controls::FrmCtrl& form = context.Form();
-    const auto& view = context.Image().ViewState;
+    const auto view = context.Image().ViewState;
     for (int channel = 0; channel < ChannelCount; ++channel) {
         form.Check3[At(channel)].SetValue(view[model::ShowCursorStart + At(channel)]);
         response::ShowCursor(context, channel);
@@ -243,16 +246,17 @@ void ApplyViewState(const CommandContext& context, Response& response) {
         }
     }
     for (int output = 0; output < OutputCount; ++output) {
-        // The button is chosen by one byte and the number comes from another; that is meant.
-        const int option = view[model::SumButtonStart + At(output)] + 3 * output;
-        const int number = view[model::SumButtonStart + At(output / 3)] + 3 * output;
-        if (option >= static_cast<int>(form.Option2.size()) ||
-            number / 3 >= static_cast<int>(response.ViewMode.size())) {
-            throw RuntimeError(ErrorKind::IndexOutOfRange,
-                               "There is no view option " + std::to_string(std::max(option, number)) + ".");
+        const std::size_t byte = model::SumButtonStart + At(output);
+        const int option = view[byte] + 3 * output;
+        if (option >= static_cast<int>(form.Option2.size())) {
+            RefuseByte(model::ChannelOfOutput(output), offsetof(model::PresetImageRow, ViewState) + byte,
+                       "view option " + std::to_string(view[byte]) + ", and options end at 2");
         }
         form.Option2[At(option)].Select();
-        response.SetViewMode(number);
+        // Its event stores the choice, which for a byte past the output's options is another output's.
+        context.Image().ViewState = view;
+        // The button is chosen by one byte and the number comes from another, of an output seen before; that is meant.
+        response.SetViewMode(view[model::SumButtonStart + At(output / 3)] + 3 * output);
     }
 }
 

@@ -13,8 +13,8 @@ struct ApplyFlags {
 
 /// Brings the image of the current window's device to life: sets each control and runs the command that a user's change
 /// of it would run, so that `ParamValues`, the curves and, unless frames are suppressed, the device follow. The tab on
-/// top stays, unless a bulk update failed. Throws RuntimeError of kind IndexOutOfRange for a frequency code without an
-/// entry.
+/// top stays, unless a bulk update failed. Throws RuntimeError of kind IndexOutOfRange for a frequency code or a view
+/// option without an entry.
 void ApplyImage(const model::CommandContext& context, response::Response& response, const ApplyFlags& flags = {});
 
 /// How many frames a load of the image makes: a source that changes goes out twice.

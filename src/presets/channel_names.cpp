@@ -24,9 +24,7 @@ void QuoteNames(const model::CommandContext& context, const response::Response& 
         form.Option2[At(3 * output + 1)].SetCaption("Out + " + texts[0]);
         form.Option2[At(3 * output + 2)].SetCaption("Out + " + texts[1]);
         for (int row = 0; row < controls::OutputCount - 1; ++row) {
-            const int viewed = controls::ViewedOutput(output, row);
-            const std::string_view suffix = model::SourceSuffixes[At(response.ViewMode[At(viewed)])];
-            form.ViewBox(row, output).SetCaption(texts[At(model::ChannelOfOutput(viewed))] + std::string(suffix));
+            form.ViewBox(row, output).SetCaption(response.ViewCaption(controls::ViewedOutput(output, row)));
         }
     }
 }

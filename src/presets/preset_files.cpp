@@ -18,14 +18,15 @@ std::span<std::uint8_t> BytesOf(model::PresetImageRow& image) {
     return {reinterpret_cast<std::uint8_t*>(&image), sizeof image};
 }
 
-/// The file's bytes up to the image's size. A name that does not exist becomes an empty file where its folder is there.
+/// The file's bytes up to the image's size. A name that does not exist becomes an empty file where one can be made.
 /// Throws RuntimeError.
 std::vector<std::uint8_t> ReadPreset(const fs::path& file) {
+    std::vector<std::uint8_t> bytes = ReadFromStart(file, sizeof(model::PresetImageRow));
     std::error_code ignored;
-    if (!fs::exists(file, ignored) && !fs::is_directory(fs::absolute(file).parent_path(), ignored)) {
+    if (!fs::exists(file, ignored)) {
         throw RuntimeError(ErrorKind::FileNotFound, FileNameText(file) + " was not found.");
     }
-    return ReadFromStart(file, sizeof(model::PresetImageRow));
+    return bytes;
 }
 
 void SetBit(std::uint8_t& byte, std::uint8_t bit, bool set) {
@@ -85,7 +86,7 @@ void PresetFiles::Load(const fs::path& file) {
     }
 }
 
-/// The mute option and the input type are not taken from a file.
+/// The mute option, the input type and the lock are not taken from a file.
 void PresetFiles::KeepDeviceSettings() {
     model::DeviceStores& stores = parts_.Context.Commands.Stores;
     // Row 0 and not the device's row; and the last input type of any window. Both are meant.
@@ -93,6 +94,8 @@ void PresetFiles::KeepDeviceSettings() {
     std::uint8_t& option_bits = parts_.Context.Commands.Image().SystemPage[model::OptionBitsAddress];
     SetBit(option_bits, model::MuteWithPresetBit, parts_.Context.Commands.Values().MuteWithPreset == 1.0);
     SetBit(option_bits, model::InputTypeBit, stores.LastInputType == 1.0);
+    // The whole byte goes to the device when the unit differs: a file neither locks nor unlocks it.
+    SetBit(option_bits, model::LockFlagBit, parts_.Context.Commands.Values().LockFlag == 1.0);
 }
 
 } // namespace nrv::presets

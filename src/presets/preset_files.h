@@ -23,7 +23,7 @@ class PresetFiles {
 
     /// Asks for a file and writes the image over its start; a longer file keeps its tail. Sends nothing.
     void SavePresetFile();
-    /// Asks for a file, takes its bytes for the image, keeps two settings of the device, and applies the image: the
+    /// Asks for a file, takes its bytes for the image, keeps three settings of the device, and applies the image: the
     /// whole preset goes to the device. A file that is shorter leaves the bytes past its end as they were.
     void LoadPresetFile();
 

@@ -3,6 +3,7 @@
 #include "controls/busy_pointer.h"
 #include "model/encodings.h"
 #include "ports/flag_guard.h"
+#include "ports/runtime_error.h"
 #include "presets/apply_image.h"
 #include "presets/preset_titles.h"
 
@@ -60,15 +61,27 @@ void ReadDialog::ReadPreset(int position) {
     if (!context_.Commands.Link.DemoMode && !Fetch(position)) {
         return;
     }
-    {
-        const FlagGuard suppressed(context_.Commands.Link.TxSuppressed);
-        const FlagGuard unplotted(context_.Response.PlotSuspended);
-        ApplyImage(context_.Commands, context_.Response, {.ImageFromDevice = true, .PresetApplying = true});
+    try {
+        Apply();
+    } catch (const RuntimeError&) {
+        // What came before the code without an entry is applied, and its graphs were cleared and not drawn.
+        RedrawAll();
+        throw;
     }
+    RedrawAll();
+    TitleFromDevice(context_, At(position));
+}
+
+void ReadDialog::Apply() {
+    const FlagGuard suppressed(context_.Commands.Link.TxSuppressed);
+    const FlagGuard unplotted(context_.Response.PlotSuspended);
+    ApplyImage(context_.Commands, context_.Response, {.ImageFromDevice = true, .PresetApplying = true});
+}
+
+void ReadDialog::RedrawAll() {
     for (int channel = 0; channel < controls::ChannelCount; ++channel) {
         context_.Response.RedrawChannel(channel);
     }
-    TitleFromDevice(context_, At(position));
 }
 
 /// False when the link failed for good; nothing has changed then.

@@ -12,12 +12,15 @@ class ReadDialog {
 
     void Open();
     /// Fetches a memory position, 0 to 7, and applies it; nothing goes back to the device. Throws RuntimeError when the
-    /// port cannot be reopened or the image holds a frequency code without an entry.
+    /// port cannot be reopened or the image holds a frequency code or a view option without an entry; the graphs then
+    /// show what was applied before it.
     void ReadPreset(int position);
 
   private:
     void Read();
     bool Fetch(int position);
+    void Apply();
+    void RedrawAll();
 
     ToolContext context_;
     controls::FrmRead& form_;

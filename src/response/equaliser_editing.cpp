@@ -45,6 +45,19 @@ void HoldFrequency(controls::TextBox& box) {
     }
 }
 
+/// Holds what a frequency box shows to 20000 Hz; what is no number stays for the command to refuse.
+void HoldBelowTop(controls::TextBox& box) {
+    double frequency = 0.0;
+    try {
+        frequency = ParseNumber(box.Text());
+    } catch (const RuntimeError&) {
+        return;
+    }
+    if (frequency > HighestFrequency) {
+        box.SetText("20000");
+    }
+}
+
 } // namespace
 
 void EqualiserEditing::Wire(controls::FrmCtrl& form) {
@@ -58,6 +71,7 @@ void EqualiserEditing::WirePeq(controls::FrmCtrl& form) {
         const std::size_t s = At(section);
         const auto change = [this, section] {
             if (!context_.Windows.ControlEventsOff) {
+                HoldBelowTop(context_.Form().Text4[At(section)]);
                 ChangePeq(section);
             }
         };

@@ -126,16 +126,19 @@ void Response::RedrawChannel(int channel) {
     DrawCurve(channel, channel);
 }
 
+std::string Response::ViewCaption(int output) const {
+    const std::string& name = stores_.ChannelNames[At(windows_.CurrentDevice())][At(model::ChannelOfOutput(output))];
+    return name + std::string(model::SourceSuffixes[At(ViewMode[At(output)])]);
+}
+
 void Response::SetViewMode(int option) {
     const int output = option / 3;
-    const int mode = option % 3;
     model::Entry(ViewMode, output); // refuses what the table has no place for
-    ViewMode[At(output)] = mode;
+    ViewMode[At(output)] = option % 3;
     if (output >= controls::OutputCount) {
         return; // no box views it
     }
-    const std::string& name = stores_.ChannelNames[At(windows_.CurrentDevice())][At(model::ChannelOfOutput(output))];
-    const std::string caption = name + std::string(model::SourceSuffixes[At(mode)]);
+    const std::string caption = ViewCaption(output);
     for (int tab = 0; tab < controls::OutputCount; ++tab) {
         for (int row = 0; row < controls::OutputCount - 1; ++row) {
             if (tab != output && controls::ViewedOutput(tab, row) == output) {

@@ -5,6 +5,7 @@
 #include "response/curve_store.h"
 
 #include <array>
+#include <string>
 
 namespace nrv::response {
 
@@ -43,6 +44,8 @@ class Response {
     /// hold an option beyond them: up to 62 it is kept and seen nowhere, past that `RuntimeError` of kind
     /// IndexOutOfRange is thrown.
     void SetViewMode(int option);
+    /// The caption of the boxes that view an output, 0 to 5, in the current window: its name and what its view adds.
+    std::string ViewCaption(int output) const;
 
     WindowCurves& Curves() { return curves_.Of(windows_.CurrentWindow); }
     const Curve& ChannelTotal(int channel) { return Curves().ChannelCurve(channel); }

@@ -1,15 +1,45 @@
 #include "response/view_options.h"
 
+#include "ports/numbering.h"
 #include "response/response.h"
 
 namespace nrv::response {
+namespace {
+
+/// True when another option of the output was shown.
+bool ShowViewMode(controls::FrmCtrl& form, const Response& response, int output) {
+    controls::Option& option = form.Option2[At(3 * output + response.ViewMode[At(output)])];
+    const bool differed = !option.Selected();
+    option.ShowSelected();
+    return differed;
+}
+
+/// True when a box on the tab of the output showed something else. A box that is set keeps the value it was set to.
+bool ShowOverlays(controls::FrmCtrl& form, const Response& response, int output) {
+    bool differed = false;
+    for (int row = 0; row < controls::OutputCount - 1; ++row) {
+        controls::CheckBox& box = form.ViewBox(row, output);
+        const int viewed = controls::ViewedOutput(output, row);
+        const bool overlaid =
+            response.OverlayMatrix[At(model::ChannelOfOutput(output))][At(model::ChannelOfOutput(viewed))];
+        const std::string caption = response.ViewCaption(viewed);
+        differed |= box.Checked() != overlaid || box.Caption() != caption;
+        if (box.Checked() != overlaid) {
+            box.ShowValue(overlaid ? 1 : 0);
+        }
+        box.SetCaption(caption);
+    }
+    return differed;
+}
+
+} // namespace
 
 void ShowCursor(const model::CommandContext& context, int channel) {
     controls::FrmCtrl& form = context.Form();
-    const std::size_t c = static_cast<std::size_t>(channel);
+    const std::size_t c = At(channel);
     const int first = model::FirstPeqOf(channel);
     for (int section = first; section < first + model::PeqCountOf(channel); ++section) {
-        form.Label5[static_cast<std::size_t>(section)].SetVisible(form.Check3[c].Checked());
+        form.Label5[At(section)].SetVisible(form.Check3[c].Checked());
     }
     context.Image().ViewState[model::ShowCursorStart + c] = static_cast<std::uint8_t>(form.Check3[c].Value());
 }
@@ -18,10 +48,31 @@ void ViewOverlay(const model::CommandContext& context, Response& response, int o
     const controls::CheckBox& box = context.Form().ViewBox(row, output);
     const int viewed = model::ChannelOfOutput(controls::ViewedOutput(output, row));
     const int channel = model::ChannelOfOutput(output);
-    response.OverlayMatrix[static_cast<std::size_t>(channel)][static_cast<std::size_t>(viewed)] = box.Checked();
+    response.OverlayMatrix[At(channel)][At(viewed)] = box.Checked();
     response.RedrawChannel(channel);
-    context.Image().ViewState[model::ViewBoxStart + model::ViewBoxesInRow * static_cast<std::size_t>(row) +
-                              static_cast<std::size_t>(output)] = static_cast<std::uint8_t>(box.Value());
+    context.Image().ViewState[model::ViewBoxStart + model::ViewBoxesInRow * At(row) + At(output)] =
+        static_cast<std::uint8_t>(box.Value());
+}
+
+void ChooseViewMode(const model::CommandContext& context, Response& response, int option) {
+    const int output = option / 3;
+    response.SetViewMode(option);
+    response.RedrawChannel(model::ChannelOfOutput(output));
+    context.Image().ViewState[model::SumButtonStart + At(output)] = static_cast<std::uint8_t>(option % 3);
+}
+
+void ShowSharedViews(const model::CommandContext& context, Response& response) {
+    bool differed = false;
+    for (int output = 0; output < controls::OutputCount; ++output) {
+        differed |= ShowViewMode(context.Form(), response, output);
+        differed |= ShowOverlays(context.Form(), response, output);
+    }
+    if (!differed) {
+        return;
+    }
+    for (int output = 0; output < controls::OutputCount; ++output) {
+        response.RedrawChannel(model::ChannelOfOutput(output));
+    }
 }
 
 } // namespace nrv::response

@@ -117,10 +117,7 @@ void ControlWindow::WireGraphs(controls::FrmCtrl& form) {
         }
     }
     for (int option = 0; option < static_cast<int>(form.Option2.size()); ++option) {
-        form.Option2[At(option)].Clicked = [this, option] {
-            response_.SetViewMode(option);
-            response_.RedrawChannel(model::ChannelOfOutput(option / 3));
-        };
+        form.Option2[At(option)].Clicked = [this, option] { response::ChooseViewMode(context_, response_, option); };
     }
 }
 

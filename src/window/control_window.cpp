@@ -3,6 +3,7 @@
 #include "ports/flag_guard.h"
 #include "ports/runtime_error.h"
 #include "presets/apply_image.h"
+#include "response/view_options.h"
 #include "session/failure_text.h"
 #include "session/unconnected.h"
 
@@ -68,6 +69,7 @@ void ControlWindow::Activate(int slot) {
     }
     windows_.CurrentWindow = slot;
     list_.Timer2.Stop();
+    response::ShowSharedViews(context_, response_);
 }
 
 void ControlWindow::Resize(int slot, int width, int height) {

@@ -118,13 +118,13 @@ TEST_F(AnUpDown, RunsChangedThenClickedOnTheUsersArrows) {
     EXPECT_THAT(events, ElementsAre("changed 1", "clicked 1", "changed 0", "clicked 0"));
 }
 
-TEST_F(AnUpDown, RunsNothingAtTheEndOfTheRange) {
+TEST_F(AnUpDown, RunsClickedButNotChangedAtTheEndOfTheRange) {
     up_down.UserStep(-1);
-    EXPECT_THAT(events, IsEmpty());
+    EXPECT_THAT(events, ElementsAre("clicked 0"));
     up_down.SetPosition(47);
     events.clear();
     up_down.UserStep(1);
-    EXPECT_THAT(events, IsEmpty());
+    EXPECT_THAT(events, ElementsAre("clicked 47"));
     EXPECT_EQ(up_down.Position(), 47);
 }
 
@@ -140,8 +140,9 @@ TEST_F(AnUpDown, HoldsWhatCodeSetOutsideTheRangeAndStepsFromWhatShows) {
     EXPECT_EQ(up_down.Shown(), 47);
     events.clear();
     up_down.UserStep(1);
-    EXPECT_THAT(events, IsEmpty());
+    EXPECT_THAT(events, ElementsAre("clicked 255"));
     EXPECT_EQ(up_down.Position(), 255);
+    events.clear();
     up_down.UserStep(-1);
     EXPECT_THAT(events, ElementsAre("changed 46", "clicked 46"));
 }
@@ -241,6 +242,15 @@ TEST_F(ACheckBox, RunsNothingWhenTheValueStays) {
     EXPECT_THAT(view.Aspects, IsEmpty());
 }
 
+TEST_F(ACheckBox, RunsNothingWhenItIsOnlyShown) {
+    const Observed view(box);
+    box.ShowValue(1);
+    box.ShowValue(1);
+    EXPECT_TRUE(box.Checked());
+    EXPECT_THAT(values, IsEmpty());
+    EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Value));
+}
+
 TEST_F(ACheckBox, IsSetByAnyValueButZeroAndKeepsIt) {
     box.SetValue(2);
     EXPECT_TRUE(box.Checked());
@@ -290,8 +300,8 @@ TEST_F(Options, TheGroupIsInOrderWhenTheEventRuns) {
     EXPECT_TRUE(alone);
 }
 
-TEST_F(Options, TheOneSelectedAtDesignRunsNothing) {
-    options[0].SelectAtDesign();
+TEST_F(Options, TheOneThatIsOnlyShownRunsNothing) {
+    options[0].ShowSelected();
     EXPECT_TRUE(options[0].Selected());
     EXPECT_THAT(clicks, IsEmpty());
     options[1].Select();

@@ -95,14 +95,19 @@ TEST_F(DelayCommands, TextIsTheDecimalAPersonExpects) {
     }
 }
 
-TEST_F(DelayCommands, ArrowsStopAtTheEndsOfTheirRanges) {
+TEST_F(DelayCommands, ArrowsStopAtTheEndsOfTheirRangesAndTheWholePartSendsWhatStands) {
     Put(2, 2500, 47);
-    form.UpDown2[2].UserStep(1);
     form.UpDown1[2].UserStep(1);
+    EXPECT_TRUE(world.Port.Sent.empty());
+    form.UpDown2[2].UserStep(1);
+    ExpectSent({DelayFrame(2, 2500, 47)});
+    ExpectDelay(2, 2500, 47, "2500.987 ms");
     Put(2, 0, 0);
-    form.UpDown2[2].UserStep(-1);
     form.UpDown1[2].UserStep(-1);
     EXPECT_TRUE(world.Port.Sent.empty());
+    form.UpDown2[2].UserStep(-1);
+    ExpectSent({DelayFrame(2, 0, 0)});
+    ExpectDelay(2, 0, 0, "0 ms");
 }
 
 TEST_F(DelayCommands, FinePartSetInCodeRunsItsEventAndTheWholePartDoesNot) {

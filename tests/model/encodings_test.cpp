@@ -181,6 +181,22 @@ TEST(BandwidthCode, GivesBackEveryCode) {
     }
 }
 
+TEST(BandwidthCode, TakesEveryHalfToTheEvenNeighbour) {
+    for (int lower = 0; lower < 59; ++lower) {
+        // Code n is 50 n + 50 thousandths of an octave, so the half above it lies at 50 n + 75.
+        const int thousandths = 50 * lower + 75;
+        const std::string digits = std::to_string(1000 + thousandths % 1000);
+        const double half = ParseNumber(std::to_string(thousandths / 1000) + '.' + digits.substr(1));
+        SCOPED_TRACE(half);
+        EXPECT_EQ(BandwidthCode(half), lower % 2 == 0 ? lower : lower + 1);
+        EXPECT_EQ(BandwidthCode(std::nextafter(half, 0.0)), lower);
+        EXPECT_EQ(BandwidthCode(std::nextafter(half, 4.0)), lower + 1);
+    }
+    EXPECT_EQ(BandwidthCode(0.125), 2);
+    EXPECT_EQ(BandwidthCode(0.175), 2);
+    EXPECT_EQ(BandwidthCode(0.225), 4);
+}
+
 TEST(BandwidthCode, IsHeldToItsRange) {
     EXPECT_EQ(BandwidthCode(0.01), 0);
     EXPECT_EQ(BandwidthCode(10.0), 59);

@@ -133,7 +133,7 @@ TEST_F(EqualiserCommands, TypedFrequencyOf1010ShowsAndStoresAs1000) {
     EXPECT_THAT(world.Port.Sent, ElementsAre(PeqFrame(0, 0, 68, 8, 75)));
 }
 
-// No event that brings a typed text here lets it past 20000; the setter itself snaps it to the bottom, which is meant.
+// No event of a section lets a typed text past 20000; the setter itself snaps it to the bottom, which is meant.
 TEST_F(EqualiserCommands, FrequencyAboveTheTableFallsToItsBottom) {
     form.Text4[0].SetText("20001");
     model::SetPeq(Context(), 0);
@@ -292,6 +292,38 @@ TEST_F(EqualiserCommands, FlatSendsOneFrameForEachSectionInRisingOrder) {
     }
     EXPECT_EQ(form.Label100[2].ToolTip(), "Flat");
     EXPECT_EQ(form.Label100[7].ToolTip(), "Flat");
+}
+
+TEST_F(EqualiserCommands, FlatKeepsFrequencyAndBandwidthWhateverStandsTypedBesideThem) {
+    for (const std::size_t s : {20U, 21U, 22U, 23U}) {
+        form.Slider2[s].SetPosition(10);
+        form.UpDown3[s].SetPosition(30);
+        form.Text4[s].SetText("1000");
+        model::SetPeq(Context(), static_cast<int>(s));
+    }
+    form.Text4[20].UserText("1?");
+    form.Text4[21].UserText("500");
+    form.Text4[22].UserText("25000");
+    form.Text4[23].UserText("");
+    for (const std::size_t s : {20U, 21U, 22U, 23U}) {
+        form.Text5[s].UserText("2.5x");
+    }
+    Forget();
+    form.Command1[2].UserClick();
+    // 1000 Hz is code 68.
+    EXPECT_THAT(world.Port.Sent, ElementsAre(PeqFrame(2, 0, 68, 30, 75), PeqFrame(2, 1, 68, 30, 75),
+                                             PeqFrame(2, 2, 68, 30, 75), PeqFrame(2, 3, 68, 30, 75)));
+    for (const std::size_t s : {20U, 21U, 22U, 23U}) {
+        const std::size_t block = BlockOfPeq(static_cast<int>(s));
+        EXPECT_EQ(image.PresetBody[block + 1], 68);
+        EXPECT_EQ(image.PresetBody[block + 2], 30);
+        EXPECT_EQ(image.PresetBody[block + 4], 75);
+        EXPECT_EQ(form.Text4[s].Text(), "1000");
+        EXPECT_EQ(form.Text5[s].Text(), "1.55");
+        EXPECT_EQ(values.PeqFrequency[s], 1000.0);
+        EXPECT_EQ(values.PeqBandwidth[s], 1.55);
+    }
+    EXPECT_EQ(world.Boxes.Shown.size(), 1U); // the question
 }
 
 TEST_F(EqualiserCommands, FlatLeavesToneFiltersAlone) {

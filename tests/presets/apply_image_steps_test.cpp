@@ -215,16 +215,33 @@ TEST_F(ApplyImageSteps, SumByteBeyondItsOutputReachesTheNextOnes) {
     EXPECT_FALSE(form.Option2[4].Selected());
     const std::vector<int> modes(program.Response.ViewMode.begin(), program.Response.ViewMode.begin() + 6);
     EXPECT_THAT(modes, ::testing::ElementsAre(0, 0, 1, 0, 0, 0));
+    const std::vector<int> bytes(image.ViewState.begin() + 40, image.ViewState.begin() + 46);
+    EXPECT_THAT(bytes, ::testing::ElementsAre(4, 0, 0, 0, 0, 0));
 }
 
 TEST_F(ApplyImageSteps, SumByteWithoutAnOptionIsAnErrorThatLeavesNoFlagSet) {
-    for (const int byte : {18, 63, 200, 255}) {
-        image.ViewState[40] = static_cast<std::uint8_t>(byte);
-        program.Link.TxSuppressed = true;
-        EXPECT_THROW(Apply(WindowOpens), RuntimeError);
-        program.Link.TxSuppressed = false;
-        EXPECT_FALSE(program.Windows.ControlEventsOff);
-        EXPECT_EQ(image.ViewState[40], byte);
+    for (std::size_t output = 0; output < 6; ++output) {
+        // The last option of all is Out 6 with In B, number 17.
+        const int first_refused = 18 - 3 * static_cast<int>(output);
+        for (const int byte : {first_refused, 63, 200, 255}) {
+            image.ViewState[40 + output] = static_cast<std::uint8_t>(byte);
+            program.Link.TxSuppressed = true;
+            try {
+                Apply(WindowOpens);
+                ADD_FAILURE() << byte << " was taken for output " << output;
+            } catch (const RuntimeError& error) {
+                EXPECT_EQ(error.what(), "Out " + std::to_string(output + 1) + ": byte " + std::to_string(730 + output) +
+                                            " of the image is the view option " + std::to_string(byte) +
+                                            ", and options end at 2.");
+                EXPECT_EQ(error.Kind(), ErrorKind::IndexOutOfRange);
+            }
+            program.Link.TxSuppressed = false;
+            EXPECT_FALSE(program.Windows.ControlEventsOff);
+            EXPECT_EQ(image.ViewState[40 + output], byte);
+        }
+        image.ViewState[40 + output] = static_cast<std::uint8_t>(first_refused - 1);
+        ApplySilently(WindowOpens);
+        EXPECT_EQ(image.ViewState[40 + output], first_refused - 1);
     }
 }
 

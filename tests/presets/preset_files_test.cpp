@@ -1,9 +1,8 @@
-#include "ports/record_file.h"
+#include "ports/child.h"
 #include "presets/load_window.h"
 #include "presets/preset_files.h"
 
 #include <cstring>
-#include <unistd.h>
 
 namespace nrv::testing {
 namespace {
@@ -76,6 +75,22 @@ class PresetFilesTest : public LoadWindow {
     static std::string StoppedLoad(int after, int changed_sources) {
         return "ID:9 does not answer; the load stopped after " + std::to_string(after) + " of " +
                std::to_string(153 + changed_sources) + " frames. Double-click its row to connect it again.";
+    }
+    /// What a load says and does for a user for whom file permissions count.
+    std::string LoadAsOrdinaryUser() {
+        return AsOrdinaryUser([this] {
+            const Image before = Bytes771();
+            Load();
+            std::string said = std::to_string(world.Port.Sent.size()) + " frames";
+            for (const MessageBox& box : world.Boxes.Shown) {
+                said += box.Icon == BoxIcon::Exclamation ? ", ! " : ", ";
+                said += box.Title + ':' + box.Text;
+            }
+            return said + (Status().empty() ? "" : ", " + Status()) + (Bytes771() == before ? "" : ", changed");
+        });
+    }
+    void Allow(const std::string& name, unsigned permissions) const {
+        std::filesystem::permissions(world.Folder.Path() / name, std::filesystem::perms(permissions));
     }
     void ExpectNothingDone(const Image& before, const std::string& title) {
         ExpectSame(Bytes771(), before);
@@ -155,16 +170,40 @@ TEST_F(PresetFilesTest, SaveToADeviceIsRefused) {
 }
 
 TEST_F(PresetFilesTest, FileThatMayNotBeReadChangesNothing) {
-    if (geteuid() == 0) {
-        GTEST_SKIP() << "root may read everything";
-    }
     world.Folder.Write("a.n91", AsFile(RandomImage()));
-    std::filesystem::permissions(world.Folder.Path() / "a.n91", std::filesystem::perms::none);
-    const Image before = Bytes771();
-    const std::string title = form.Window.Caption();
-    Load();
-    ExpectNothingDone(before, title);
-    EXPECT_EQ(Status(), "The preset was not loaded. a.n91 could not be read: Permission denied.");
+    Allow("a.n91", 0000);
+    Allow("", 0777);
+    const std::string said = LoadAsOrdinaryUser();
+    if (said == CannotTry) {
+        GTEST_SKIP() << "permissions do not count for this user";
+    }
+    EXPECT_EQ(said, "0 frames, The preset was not loaded. a.n91 could not be read: Permission denied.");
+}
+
+TEST_F(PresetFilesTest, FileThatMayOnlyBeReadIsLoaded) {
+    values.MuteWithPreset = 1.0;
+    image.SystemPage[16] = 0x04;
+    Image file = Bytes771();
+    file[1] = 90; // gain of In A
+    world.Folder.Write("a.n91", AsFile(file));
+    Allow("a.n91", 0444);
+    Allow("", 0555);
+    const std::string said = LoadAsOrdinaryUser();
+    if (said == CannotTry) {
+        GTEST_SKIP() << "permissions do not count for this user";
+    }
+    EXPECT_EQ(said, "153 frames, changed");
+    EXPECT_EQ(world.Folder.Read("a.n91"), AsFile(file));
+}
+
+TEST_F(PresetFilesTest, NameThatCannotBeMadeInItsFolderIsFileNotFound) {
+    Allow("", 0555);
+    const std::string said = LoadAsOrdinaryUser();
+    if (said == CannotTry) {
+        GTEST_SKIP() << "permissions do not count for this user";
+    }
+    EXPECT_EQ(said, "0 frames, !  Error: File not found. Try again.");
+    EXPECT_FALSE(world.Folder.Has("a.n91"));
 }
 
 TEST_F(PresetFilesTest, FolderUnderTheNameChangesNothing) {
@@ -179,15 +218,35 @@ TEST_F(PresetFilesTest, FolderUnderTheNameChangesNothing) {
     EXPECT_EQ(Status(), "The preset was not loaded. a.n91 could not be read: it is a folder.");
 }
 
-TEST_F(PresetFilesTest, MissingFolderIsFileNotFound) {
+TEST_F(PresetFilesTest, MissingFolderAndLinkIntoOneAreFileNotFound) {
+    std::filesystem::create_symlink("absent/a.n91", world.Folder.Path() / "link.n91");
+    world.Folder.Write("file", {1});
+    program.Stores.LastInputType = 1.0;
     const Image before = Bytes771();
     const std::string title = form.Window.Caption();
-    Choose("absent/a.n91");
-    Load();
-    ASSERT_EQ(world.Boxes.Shown.size(), 1U);
-    ExpectBox(world.Boxes.Shown[0], " Error", " File not found. Try again.", BoxIcon::Exclamation, BoxButtons::Ok);
-    ExpectNothingDone(before, title);
+    for (const char* name : {"absent/a.n91", "link.n91", "file/a.n91"}) {
+        SCOPED_TRACE(name);
+        Choose(name);
+        world.Boxes.Shown.clear();
+        Load();
+        ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+        ExpectBox(world.Boxes.Shown[0], " Error", " File not found. Try again.", BoxIcon::Exclamation, BoxButtons::Ok);
+        ExpectNothingDone(before, title);
+        EXPECT_EQ(program.Stores.ParamValues[0].InputType, 0.0);
+        EXPECT_EQ(Status(), "");
+    }
     EXPECT_FALSE(world.Folder.Has("absent"));
+}
+
+TEST_F(PresetFilesTest, LinkToANameThatCanBeMadeBecomesAnEmptyFile) {
+    values.MuteWithPreset = 1.0;
+    std::filesystem::create_symlink("made.n91", world.Folder.Path() / "link.n91");
+    Choose("link.n91");
+    Load();
+    EXPECT_TRUE(world.Folder.Has("made.n91"));
+    EXPECT_TRUE(world.Folder.Read("made.n91").empty());
+    EXPECT_EQ(form.Window.Caption(), "ID:9 NRV 916 - Last preset loaded: come from PC - link.n91");
+    EXPECT_TRUE(world.Boxes.Shown.empty());
 }
 
 TEST_F(PresetFilesTest, NameThatDoesNotExistBecomesAnEmptyFileAndTheImageIsApplied) {
@@ -230,6 +289,7 @@ TEST_F(PresetFilesTest, AnyImageComesBackFromItsFileByteForByte) {
             return bytes;
         }();
         program.Stores.LastInputType = (saved[OptionBits] & 0x10) != 0 ? 1.0 : 0.0;
+        values.LockFlag = (saved[OptionBits] & 0x80) != 0 ? 1.0 : 0.0;
         Put(saved);
         Save();
         Put(RandomImage());
@@ -239,6 +299,21 @@ TEST_F(PresetFilesTest, AnyImageComesBackFromItsFileByteForByte) {
         EXPECT_EQ(values.MuteWithPreset, 1.0);
     }
     ExpectAtRest();
+}
+
+TEST_F(PresetFilesTest, ChosenSumComesBackFromItsFile) {
+    values.MuteWithPreset = 1.0;
+    form.Option2[2].Select();  // Out 1 with In B
+    form.Option2[16].Select(); // Out 6 with In A
+    Save();
+    form.Option2[1].Select();
+    form.Option2[15].Select();
+    Load();
+    EXPECT_TRUE(form.Option2[2].Selected());
+    EXPECT_TRUE(form.Option2[16].Selected());
+    EXPECT_EQ(program.Response.ViewMode[0], 2);
+    const std::vector<int> bytes(image.ViewState.begin() + 40, image.ViewState.begin() + 46);
+    EXPECT_THAT(bytes, ::testing::ElementsAre(2, 0, 0, 0, 0, 1));
 }
 
 TEST_F(PresetFilesTest, WithTheMuteOptionOffTheFilesMutesAreNotTaken) {
@@ -290,6 +365,32 @@ TEST_F(PresetFilesTest, InputTypeIsTheLastChoiceOfAnyWindowAndGoesToRowZero) {
     EXPECT_EQ(program.Stores.ParamValues[0].InputType, 0.0);
     EXPECT_EQ(image.SystemPage[16], 0x04);
     EXPECT_EQ(world.Port.CountSent(0x0D), 0); // not sent
+}
+
+TEST_F(PresetFilesTest, LockIsTheDevicesAndNotTheFiles) {
+    struct Case {
+        int InFile; ///< option bits with the mute option and the unit, locked or not
+        double LockFlag;
+        int Kept;
+    };
+    // Only exactly 1.0 is locked.
+    for (const Case& one : {Case{0xC4, 0.0, 0x44}, Case{0x44, 1.0, 0xC4}, Case{0xC4, 1.0, 0xC4}, Case{0x44, 0.0, 0x44},
+                            Case{0xC4, 0.5, 0x44}}) {
+        SCOPED_TRACE(::testing::Message() << one.InFile << " with the lock at " << one.LockFlag);
+        values.MuteWithPreset = 1.0;
+        values.LockFlag = one.LockFlag;
+        form.Option1[0].Select(); // the file's unit is the other one
+        Image file = RandomImage();
+        file[OptionBits] = static_cast<std::uint8_t>(one.InFile);
+        world.Folder.Write("a.n91", AsFile(file));
+        TakeSent();
+        Load();
+        std::vector<Frame> option_writes = TakeSent();
+        std::erase_if(option_writes, [](const Frame& frame) { return frame[3] != 0x11 || frame[5] != 16; });
+        EXPECT_THAT(option_writes, ::testing::ElementsAre(FrameOf({0x11, 0, 16, 0, 0, one.Kept})));
+        EXPECT_EQ(image.SystemPage[16], one.Kept);
+        EXPECT_EQ(values.LockFlag, one.LockFlag);
+    }
 }
 
 TEST_F(PresetFilesTest, RowZeroIsWrittenAndTheDevicesRowStaysWithTheMuteOptionOff) {

@@ -257,6 +257,29 @@ TEST_F(ReadDialogTest, CodeWithoutAnEntryIsToldAndLeavesNoFlagSet) {
     EXPECT_EQ(world.Port.InputLen, 13);
 }
 
+TEST_F(ReadDialogTest, CodeWithoutAnEntryLeavesEveryGraphDrawnAsItsCurvesStand) {
+    Body body = image.PresetBody;
+    body[ImageLayout::Crossover(0, 0) + 1] = 68; // a high-pass of 24 dB at 1 kHz, applied before the equaliser
+    body[ImageLayout::Crossover(0, 0) + 2] = 8;
+    body[ImageLayout::Crossover(0, 1) + 2] = 0;
+    body[ImageLayout::Peq(3, 0) + 1] = 121; // of Out 2
+    Keep(1, body);
+    for (controls::Picture& graph : form.Picture1) {
+        graph.Clear();
+    }
+    EXPECT_THROW(program.ReadDialog.ReadPreset(1), RuntimeError);
+    for (controls::Picture& graph : form.Picture1) {
+        ASSERT_FALSE(graph.Strokes().empty());
+    }
+    const auto row_at = [this](std::size_t channel, int column) {
+        const auto& points = form.Picture1[channel].Strokes().back().Points;
+        return std::ranges::find(points, column, &controls::Picture::Point::X)->Y;
+    };
+    EXPECT_EQ(row_at(2, 575), 95);
+    // 200 Hz is a decade from the left edge, 191.67 pixels; five times below the corner is 24 log2(5) = 56 dB down.
+    EXPECT_NEAR(row_at(2, 192), 95.4 + 56.0 * 191.0 / 60.0, 5.0);
+}
+
 TEST_F(ReadDialogTest, PortThatCannotBeOpenedAgainIsToldAndLeavesNoFlagSet) {
     const model::PresetImageRow before = image;
     world.Port.Present = false;

@@ -21,7 +21,7 @@ class UserEdits : public LoadWindow {
         box.UserKey(EnterKey);
     }
     void Edit() {
-        switch (Pick(24)) {
+        switch (Pick(25)) {
         case 0:
             return AnyOf(form.Slider1).UserMove(Pick(121));
         case 1:
@@ -68,6 +68,8 @@ class UserEdits : public LoadWindow {
             return AnyOf(form.Combo3).UserSelect(Pick(3));
         case 22:
             return AnyOf(form.Check3).UserToggle();
+        case 23:
+            return AnyOf(form.Option2).Select();
         default:
             return form.ViewBox(Pick(5), Pick(6)).UserToggle();
         }
@@ -179,6 +181,9 @@ class UserEdits : public LoadWindow {
             const std::size_t place = 6 * static_cast<std::size_t>(row) + y;
             EXPECT_EQ(form.ViewBox(row, output).Value(), image.ViewState[place]);
         }
+        for (std::size_t m = 0; m < 3; ++m) {
+            EXPECT_EQ(form.Option2[3 * y + m].Selected(), m == image.ViewState[40 + y]);
+        }
     }
     void ExpectSystem() {
         const int options = image.SystemPage[16];
@@ -223,6 +228,9 @@ class UserEdits : public LoadWindow {
         image.SystemPage[16] = static_cast<std::uint8_t>(random());
         for (std::size_t n = 0; n < 38; ++n) {
             image.ViewState[n] = static_cast<std::uint8_t>(random() % 2);
+        }
+        for (std::size_t n = 40; n < 46; ++n) {
+            image.ViewState[n] = static_cast<std::uint8_t>(random() % 3);
         }
     }
 };

@@ -269,12 +269,30 @@ TEST_F(EqualiserEditing, SlopeListHoldsTheFrequencyFirst) {
     EXPECT_THAT(world.Port.Sent, ElementsAre(CrossoverFrame(4, 1, 120, 9)));
 }
 
-// The gain fader does not hold what is typed beside it and not entered: the setter takes it to the table's bottom,
-// which is meant.
-TEST_F(EqualiserEditing, GainFaderTakesATypedFrequencyAsItStands) {
-    form.Text4[0].UserText("25000");
-    form.Slider2[0].UserMove(74);
-    EXPECT_EQ(form.Text4[0].Text(), "20");
+TEST_F(EqualiserEditing, GainFaderAndBandwidthHoldATypedFrequencyToTheTablesTop) {
+    struct Case {
+        const char* Typed;
+        const char* Shown;
+        int Code;
+    };
+    int gain = 75;
+    int bandwidth = 8;
+    for (const Case& one :
+         {Case{"25000", "20000", 120}, Case{"20001", "20000", 120}, Case{"20000", "20000", 120},
+          Case{"1e9", "20000", 120}, Case{"19600", "20000", 120}, Case{"1010", "1000", 68}, Case{"5", "20", 0}}) {
+        SCOPED_TRACE(one.Typed);
+        form.Text4[0].UserText(one.Typed);
+        form.Slider2[0].UserMove(150 - ++gain);
+        EXPECT_EQ(form.Text4[0].Text(), one.Shown);
+        form.Text4[0].UserText(one.Typed);
+        form.UpDown3[0].UserStep(1);
+        ++bandwidth;
+        EXPECT_EQ(form.Text4[0].Text(), one.Shown);
+        EXPECT_EQ(image.PresetBody[6], one.Code);
+        EXPECT_THAT(world.Port.Sent, ElementsAre(PeqFrame(0, 0, one.Code, bandwidth - 1, gain),
+                                                 PeqFrame(0, 0, one.Code, bandwidth, gain)));
+        Forget();
+    }
 }
 
 TEST_F(EqualiserEditing, ShelvingFaderBesideAnUnreadableFrequencySaysSoAndChangesNothing) {
@@ -310,12 +328,22 @@ TEST_F(EqualiserEditing, SlopeListAloneHasNoGuard) {
     EXPECT_FALSE(program.Windows.ControlEventsOff);
 }
 
-TEST_F(EqualiserEditing, GainFaderBesideAnUnreadableFrequencyReachesTheEventBoundary) {
+TEST_F(EqualiserEditing, GainFaderAndBandwidthBesideAnUnreadableFrequencyReachTheEventBoundary) {
     const auto before = image.PresetBody;
-    form.Text4[0].SetText("?");
-    EXPECT_THROW(form.Slider2[0].UserMove(10), RuntimeError);
+    int position = 10;
+    for (const std::string& text : {std::string("?"), std::string(), std::string(10'000, '9')}) {
+        form.Text4[0].SetText(text);
+        EXPECT_THROW(form.Slider2[0].UserMove(position), RuntimeError);
+        EXPECT_EQ(form.Text3[0].Text(), position == 10 ? "13" : "12.8"); // (150 - 10) / 5 - 15 dB, 0.2 dB a step
+        EXPECT_THROW(form.UpDown3[0].UserStep(1), RuntimeError);
+        EXPECT_EQ(form.Text4[0].Text(), text);
+        position = position == 10 ? 11 : 10;
+    }
+    EXPECT_EQ(form.UpDown3[0].Position(), 11);
+    EXPECT_EQ(form.Text5[0].Text(), "0.6");
     EXPECT_EQ(image.PresetBody, before);
     EXPECT_EQ(values.PeqGain[0], 0.0);
+    EXPECT_THAT(world.Port.Sent, IsEmpty());
 }
 
 TEST_F(EqualiserEditing, GuardedEventsDoNothingWhileTheProgramFillsTheWindow) {

@@ -117,6 +117,25 @@ TEST_F(ViewOptions, ViewBoxesAreNotGuarded) {
     EXPECT_EQ(image.ViewState[29], 1);
 }
 
+TEST_F(ViewOptions, AChosenSumIsKeptInTheByteOfItsOutput) {
+    std::array<int, 6> kept{};
+    for (const int option : {1, 2, 0, 4, 3, 5, 8, 6, 7, 10, 11, 9, 13, 14, 16, 17}) {
+        SCOPED_TRACE(option);
+        const std::size_t output = static_cast<std::size_t>(option) / 3;
+        ClearGraphs();
+        form.Option2[static_cast<std::size_t>(option)].Select();
+        kept[output] = option % 3;
+        for (std::size_t n = 0; n < image.ViewState.size(); ++n) {
+            EXPECT_EQ(image.ViewState[n], n >= 40 && n <= 45 ? kept[n - 40] : 0) << n;
+        }
+        EXPECT_EQ(program.Response.ViewMode[output], option % 3);
+        for (std::size_t c = 0; c < 8; ++c) {
+            EXPECT_EQ(form.Picture1[c].Strokes().empty(), c != output + 2) << c;
+        }
+    }
+    EXPECT_THAT(world.Port.Sent, IsEmpty());
+}
+
 TEST_F(ViewOptions, AHigherOutputLiesOverALowerOne) {
     form.Check8[0].UserToggle(); // Out 6 on the tab of Out 1
     form.Check4[0].UserToggle(); // Out 2

@@ -86,6 +86,26 @@ TEST(ComPorts, ALinkThroughALinkIsFollowedToTheDevice) {
     EXPECT_EQ(ComPortNames(Text(folder.Path())).Find(2).Device.toStdString(), line.Device());
 }
 
+TEST(ComPorts, ALinkThatLeadsNowhereIsPassedOver) {
+    const test::TemporaryFolder folder;
+    const test::PseudoTerminal line;
+    std::filesystem::create_symlink("/dev/pts/no-such-terminal", folder.Path() / "com1");
+    std::filesystem::create_symlink("com1", folder.Path() / "com2");
+    PortInfo port = Port("ttyUSB0", true);
+    port.Device = QString::fromStdString(line.Device());
+    const ComPortNames names(Text(folder.Path()), [&port] { return std::vector<PortInfo>{port}; });
+    EXPECT_EQ(names.Find(1).Device.toStdString(), line.Device());
+    EXPECT_EQ(names.Find(1).ToolTip.toStdString(), "COM 1 is " + line.Device() + ".");
+    EXPECT_TRUE(names.Find(1).Refusal.isEmpty());
+    EXPECT_EQ(names.Find(2).Refusal, QStringLiteral("COM 2 stands for nothing: no such serial port is plugged in."));
+    // A link made good counts again.
+    const test::PseudoTerminal other;
+    std::filesystem::remove(folder.Path() / "com1");
+    std::filesystem::create_symlink(other.Device(), folder.Path() / "com1");
+    EXPECT_EQ(names.Find(1).Device.toStdString(), other.Device());
+    EXPECT_EQ(names.Find(2).Device.toStdString(), other.Device());
+}
+
 TEST(ComPorts, APortThatIsNotThereAnyMoreIsRefusedWithItsName) {
     const test::TemporaryFolder folder;
     const ComPortNames names(Text(folder.Path()), [] { return std::vector<PortInfo>{Port("ttyUSB99", true)}; });

@@ -110,13 +110,13 @@ TEST_F(QtSerialPortTest, ANumberThatStandsForNothingCannotBeOpened) {
     }
 }
 
-TEST_F(QtSerialPortTest, ALinkToNothingSaysWhatIsMissing) {
+TEST_F(QtSerialPortTest, ALinkToNothingStandsForNothing) {
     Link(2, "/dev/pts/no-such-terminal");
     port_.SetCommPort(2);
     const auto refusal = RefusalFrom([&] { port_.SetPortOpen(true); });
     ASSERT_TRUE(refusal);
     EXPECT_EQ(refusal->Kind, ErrorKind::PortUnavailable);
-    EXPECT_EQ(refusal->Sentence, "COM 2 (/dev/pts/no-such-terminal) is not there.");
+    EXPECT_EQ(refusal->Sentence, "COM 2 stands for nothing: no such serial port is plugged in.");
 }
 
 TEST_F(QtSerialPortTest, AFileIsNoSerialPort) {

@@ -84,6 +84,7 @@ class WindowOnTheRackTest : public QObject {
     void AMutedOutputFallsDark();
     void ALevelOf7LeavesTheLamps();
     void EveryWindowsTimerPollsTheActiveDevice();
+    void ABoxTickedInOneWindowIsTickedInTheOtherThatComesForward();
 
   private:
     controls::FrmCtrl& Form(int slot = 0) { return desk_->Form(slot); }
@@ -481,6 +482,31 @@ void WindowOnTheRackTest::EveryWindowsTimerPollsTheActiveDevice() {
     Form(1).Timer1.Start(30);
     QCOMPARE(desk_->Logic().Windows.CurrentWindow, 0);
     QCOMPARE(FramesIn(150), std::size_t{0});
+}
+
+void WindowOnTheRackTest::ABoxTickedInOneWindowIsTickedInTheOtherThatComesForward() {
+    QVERIFY(desk_->Open(0, 0));
+    QVERIFY(desk_->Open(1, 1));
+    for (const int slot : {0, 1}) {
+        desk_->ShowTab(2, slot);
+    }
+    desk_->Window(1)->mdiArea()->setActiveSubWindow(desk_->Window(1));
+    driver::ClickMark(desk_->Control("Check4", 0, 1));
+    driver::ClickMark(desk_->Control("Option2", 2, 1));
+    QCOMPARE(desk_->Image(SecondId).ViewState[0], 1);
+    QCOMPARE(desk_->Image(SecondId).ViewState[40], 2);
+    const auto* box = qobject_cast<QAbstractButton*>(desk_->Control("Check4", 0, 0));
+    const auto* option = qobject_cast<QAbstractButton*>(desk_->Control("Option2", 2, 0));
+    QVERIFY(!box->isChecked() && !option->isChecked());
+    desk_->TakeFrames();
+    desk_->Window(0)->mdiArea()->setActiveSubWindow(desk_->Window(0));
+    QVERIFY(box->isChecked() && option->isChecked());
+    QVERIFY(!qobject_cast<QAbstractButton*>(desk_->Control("Option2", 0, 0))->isChecked());
+    QCOMPARE(qobject_cast<QAbstractButton*>(desk_->Control("Check4", 1, 0))->text(), QStringLiteral(" Out 1+InB"));
+    QCOMPARE(Form(0).Picture1[2].Strokes().size(), std::size_t{2});
+    QCOMPARE(desk_->Image(FirstId).ViewState[0], 0);
+    QCOMPARE(desk_->Image(FirstId).ViewState[40], 0);
+    QCOMPARE(desk_->TakeFrames().size(), std::size_t{0});
 }
 
 QTEST_MAIN(WindowOnTheRackTest)

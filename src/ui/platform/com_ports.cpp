@@ -33,7 +33,7 @@ QString ComName(int number) {
     return QStringLiteral("COM %1").arg(number);
 }
 
-/// The port of a device or link of the program's folder.
+/// The port of a device of the program's folder, or of a link there that leads to one.
 std::optional<ComPort> FromFolder(const QString& folder, int number) {
 #ifdef Q_OS_WIN
     // There "com1" is the port itself in every folder.
@@ -43,20 +43,20 @@ std::optional<ComPort> FromFolder(const QString& folder, int number) {
 #else
     const QString name = QStringLiteral("com%1").arg(number);
     const QFileInfo file(QDir(folder).filePath(name));
-    if (!file.exists() && !file.isSymLink()) {
+    // A link that a rack or an adapter left behind does not stand in the way of the machine's own port.
+    if (!file.exists()) {
         return std::nullopt;
     }
     ComPort port;
     // Always the device behind the link: the lock against a second opening is held under the name that is opened.
-    port.Device = file.exists() ? file.canonicalFilePath() : QString();
-    const QString target = file.exists() ? port.Device : file.symLinkTarget();
-    port.ToolTip =
-        file.isSymLink()
-            ? QStringLiteral("%1 is \"%2\" in the program's folder, a link to %3.").arg(ComName(number), name, target)
-            : QStringLiteral("%1 is \"%2\" in the program's folder.").arg(ComName(number), name);
-    const QString refusal = RefusalOf(target);
+    port.Device = file.canonicalFilePath();
+    port.ToolTip = file.isSymLink()
+                       ? QStringLiteral("%1 is \"%2\" in the program's folder, a link to %3.")
+                             .arg(ComName(number), name, port.Device)
+                       : QStringLiteral("%1 is \"%2\" in the program's folder.").arg(ComName(number), name);
+    const QString refusal = RefusalOf(port.Device);
     if (!refusal.isEmpty()) {
-        port.Refusal = QStringLiteral("%1 (%2) %3").arg(ComName(number), target, refusal);
+        port.Refusal = QStringLiteral("%1 (%2) %3").arg(ComName(number), port.Device, refusal);
         port.ToolTip += QStringLiteral(" It %1").arg(refusal);
     }
     return port;

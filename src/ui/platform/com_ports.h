@@ -45,8 +45,8 @@ QString RefusalOf(const QString& device);
 /// The serial ports that the machine has now.
 std::vector<PortInfo> MachinePorts();
 
-/// Tells what COM 1 to COM 32 stand for: the file com<n> of the program's folder if there is one, else a port of the
-/// machine.
+/// Tells what COM 1 to COM 32 stand for: the file com<n> of the program's folder if there is one that leads
+/// somewhere, else a port of the machine.
 class ComPortNames {
   public:
     explicit ComPortNames(QString app_folder, std::function<std::vector<PortInfo>()> machine_ports = MachinePorts);
