@@ -108,6 +108,9 @@ bool Link::SendFrame(int id, const Payload& payload) {
                 TakeReply(FrameLength);
                 TransactionDone = true;
                 Current.CountAnswered();
+                if (attempt > 0 && AnsweredLate) {
+                    AnsweredLate();
+                }
                 return false;
             }
         }

@@ -131,11 +131,12 @@ bool Discovery::ReadDeviceState(int id) {
         return true;
     }
     all_came_ = true;
+    bytes_asked_ = 0;
     return !ReadPage(id) && all_came_;
 }
 
 bool Discovery::ReadByte(int id, std::size_t address) {
-    link_.Current.At("address " + std::to_string(address));
+    link_.Current.At("byte " + std::to_string(++bytes_asked_) + " of its memory");
     const bool failed = link_.MemoryRead(id, static_cast<int>(address));
     all_came_ = all_came_ && link_.TransactionDone;
     return failed;

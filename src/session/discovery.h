@@ -67,7 +67,9 @@ class Discovery {
     MessageBoxes& boxes_;
     Process& process_;
     StatusLine& status_;
-    bool all_came_ = false; ///< every byte of the page that is read or was read last
+    // Of the page that is read or was read last.
+    int bytes_asked_ = 0;
+    bool all_came_ = false;
 };
 
 } // namespace nrv::session

@@ -16,10 +16,22 @@ class StatusLine {
         label_.Refresh();
     }
     void Clear() { label_.SetCaption({}); }
+    /// A sentence that may soon be no longer so.
+    void TellForNow(const std::string& sentence) {
+        for_now_ = sentence;
+        Tell(sentence);
+    }
+    /// It is no longer so; another sentence told since stays.
+    void TakeBack() {
+        if (Text() == for_now_) {
+            Clear();
+        }
+    }
     const std::string& Text() const { return label_.Caption(); }
 
   private:
     controls::Label& label_;
+    std::string for_now_;
 };
 
 } // namespace nrv::session
