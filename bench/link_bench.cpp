@@ -173,7 +173,7 @@ void SilentFill(benchmark::State& state) {
             const nrv::FlagGuard unplotted(program.Response.PlotSuspended);
             nrv::presets::ApplyImage(program.Commands, program.Response);
         }
-        for (int channel = 0; channel < nrv::controls::ChannelCount; ++channel) {
+        for (int channel = 0; channel < nrv::ChannelCount; ++channel) {
             program.Response.RedrawChannel(channel);
         }
         state.SetIterationTime(ThreadCpuSeconds() - before);

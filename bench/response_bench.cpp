@@ -18,7 +18,7 @@ void PlainStrokes(const PlainRedraw& plain, nrv::controls::Picture& graph) {
 void UpdateSection(benchmark::State& state) {
     ResponseDesk desk;
     const int channel = static_cast<int>(state.range(0));
-    const int section = nrv::model::FirstPeqOf(channel) + 1;
+    const int section = nrv::FirstPeqOf(channel) + 1;
     const PlainRedraw plain(desk, channel);
     nrv::controls::Picture plain_graph;
     AgainstPlain(
@@ -49,7 +49,7 @@ void WholeImage(benchmark::State& state) {
     ResponseDesk desk;
     WithinLimit(state, WholeImageLimit, [&] {
         desk.UpdateAll();
-        for (int channel = 0; channel < nrv::controls::ChannelCount; ++channel) {
+        for (int channel = 0; channel < nrv::ChannelCount; ++channel) {
             benchmark::DoNotOptimize(desk.Display.ChannelTotal(channel).data());
         }
     });
@@ -59,7 +59,7 @@ BENCHMARK(WholeImage)->UseManualTime()->Unit(benchmark::kMicrosecond)->Iteration
 void EightRedraws(benchmark::State& state) {
     ResponseDesk desk;
     WithinLimit(state, RedrawsLimit, [&] {
-        for (int channel = 0; channel < nrv::controls::ChannelCount; ++channel) {
+        for (int channel = 0; channel < nrv::ChannelCount; ++channel) {
             desk.Display.RedrawChannel(channel);
         }
     });

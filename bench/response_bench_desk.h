@@ -46,13 +46,13 @@ struct ResponseDesk {
     /// What filling a window computes: 12 crossover sides, 44 PEQ sections, 10 tone filters, nothing drawn.
     void UpdateAll() {
         Display.PlotSuspended = true;
-        for (int side = 0; side < controls::CrossoverCount; ++side) {
+        for (int side = 0; side < CrossoverCount; ++side) {
             Display.UpdateCrossoverCurve(side);
         }
-        for (int section = 0; section < controls::PeqCount; ++section) {
+        for (int section = 0; section < PeqCount; ++section) {
             Display.UpdatePeqCurve(section);
         }
-        for (int filter = 0; filter < controls::ToneCount; ++filter) {
+        for (int filter = 0; filter < ToneCount; ++filter) {
             Display.UpdateShelfCurve(filter);
         }
         Display.PlotSuspended = false;
@@ -64,8 +64,8 @@ struct ResponseDesk {
 class PlainRedraw {
   public:
     PlainRedraw(ResponseDesk& desk, int channel) : values_(desk.Values()), channel_(channel) {
-        const int first = model::FirstPeqOf(channel);
-        for (int s = first; s < first + model::PeqCountOf(channel); ++s) {
+        const int first = FirstPeqOf(channel);
+        for (int s = first; s < first + PeqCountOf(channel); ++s) {
             const std::size_t at = static_cast<std::size_t>(s);
             q_[at] = model::QTable[static_cast<std::size_t>(desk.Windows.Current().UpDown3[at].Shown())];
         }
@@ -90,7 +90,7 @@ class PlainRedraw {
     double LevelAt(double f) const {
         double level = 0.0;
         const std::size_t c = static_cast<std::size_t>(channel_);
-        for (std::size_t s = model::FirstPeqOf(c); s < model::FirstPeqOf(c) + model::PeqCountOf(c); ++s) {
+        for (std::size_t s = FirstPeqOf(c); s < FirstPeqOf(c) + PeqCountOf(c); ++s) {
             const Complex z(0.0, f / values_.PeqFrequency[s]);
             const double root_a = std::pow(10.0, values_.PeqGain[s] / 40.0);
             level += Decibels((z * z + z * (root_a / q_[s]) + 1.0) / (z * z + z / (root_a * q_[s]) + 1.0));
@@ -118,7 +118,7 @@ class PlainRedraw {
 
     const model::ParamRow& values_;
     int channel_;
-    std::array<double, controls::PeqCount> q_{};
+    std::array<double, PeqCount> q_{};
 };
 
 /// The shortest of many runs: what the work takes when nothing else runs on the machine.

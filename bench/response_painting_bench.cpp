@@ -41,7 +41,7 @@ void PaintedUpdate(benchmark::State& state) {
     ResponseDesk desk;
     Surface surface;
     const int channel = static_cast<int>(state.range(0));
-    const int section = nrv::model::FirstPeqOf(channel) + 1;
+    const int section = nrv::FirstPeqOf(channel) + 1;
     const PlainRedraw plain(desk, channel);
     AgainstPlain(
         state, UpdateLimit,
@@ -57,7 +57,7 @@ void EightPaintedRedraws(benchmark::State& state) {
     ResponseDesk desk;
     Surface surface;
     WithinLimit(state, RedrawsLimit, [&] {
-        for (int channel = 0; channel < nrv::controls::ChannelCount; ++channel) {
+        for (int channel = 0; channel < nrv::ChannelCount; ++channel) {
             desk.Display.RedrawChannel(channel);
             surface.Paint(desk.Graph(channel));
         }

@@ -10,8 +10,8 @@ FrmEditLabel::FrmEditLabel() {
                                                             "Out3", "Out4", "Out5", "Out6"};
     for (std::size_t channel = 0; channel < captions.size(); ++channel) {
         Captions[channel].SetCaption(captions[channel]);
-        Text1[channel].SetMaxLength(NameLength);
-        Text1[channel].SetLocked(channel < 2);
+        Text1[channel].SetMaxLength(ChannelNameLength);
+        Text1[channel].SetLocked(IsInput(channel));
     }
     Command1[0].SetCaption("OK");
     Command1[1].SetCaption("Cancel");
@@ -22,10 +22,10 @@ FrmStore::FrmStore() {
     ListCaption.SetCaption("Memory Preset");
     List1.SetToolTip("Double click to copy name");
     NameCaption.SetCaption("Edit Name");
-    Text1.SetMaxLength(NameLength);
+    Text1.SetMaxLength(MemoryNameLength);
     PositionCaption.SetCaption("Select position");
     std::vector<std::string> positions;
-    for (int position = 1; position <= 8; ++position) {
+    for (int position = 1; position <= MemoryPositions; ++position) {
         positions.push_back(std::to_string(position));
     }
     Combo1.SetItems(positions);

@@ -37,8 +37,6 @@ class ProgressBar : public Control {
 
 /// Names of the channels.
 struct FrmEditLabel {
-    static constexpr std::size_t NameLength = 6;
-
     Form Window;
     std::array<Label, ChannelCount> Captions;
     std::array<TextBox, ChannelCount> Text1; ///< the inputs' are locked
@@ -48,8 +46,6 @@ struct FrmEditLabel {
 
 /// Stores the settings into a memory position of the device.
 struct FrmStore {
-    static constexpr std::size_t NameLength = 16;
-
     Form Window;
     Label ListCaption;
     LineList List1;
@@ -89,8 +85,6 @@ struct FrmCopyOut {
 
 /// The password and the lock: three pages of which the visible one is in front.
 struct FrmPassword {
-    static constexpr std::size_t PasswordLength = 6;
-
     Form Window;
     Frame Frame3; ///< login
     Label LoginCaption;

@@ -30,10 +30,6 @@ const Texts& OutputToneTexts() {
     return texts;
 }
 
-constexpr bool IsInput(std::size_t channel) {
-    return channel < 2;
-}
-
 void DesignTools(FrmCtrl& form) {
     const std::array<std::pair<int, const char*>, 9> tools = {{{LoadPresetTool, "Load Preset from PC"},
                                                                {SavePresetTool, "Save Preset to PC"},
@@ -50,9 +46,9 @@ void DesignTools(FrmCtrl& form) {
 }
 
 void DesignStrips(FrmCtrl& form) {
-    for (std::size_t i = 0; i < 16; ++i) {
-        const bool copy = i >= 8;
-        const std::string name = ChannelNames()[i % 8];
+    for (std::size_t i = 0; i < StripCount; ++i) {
+        const bool copy = i >= ChannelCount;
+        const std::string name = ChannelNames()[ChannelOfControl(i)];
         form.Frame1[i].SetCaption(copy ? "Gain" : name);
         form.Slider1[i].SetUp(120, copy ? 8 : 4, 60);
         form.Frame2[i].SetCaption("Phase");
@@ -78,13 +74,12 @@ void DesignEqualiser(FrmCtrl& form) {
     for (std::size_t s = 0; s < PeqCount; ++s) {
         form.Slider2[s].SetUp(150, 5, 75);
         form.UpDown3[s].SetRange(0, 59);
-        const std::size_t number = s < 20 ? s % 10 : (s - 20) % 4;
-        form.Label5[s].SetCaption(std::to_string(number + 1));
+        form.Label5[s].SetCaption(std::to_string(PeqInChannel(s) + 1));
     }
     for (std::size_t h = 0; h < ToneCount; ++h) {
-        form.Frame6[h].SetCaption(h >= 4 ? "Shelving" : h % 2 == 0 ? "Lo-Shelving" : "Hi-Shelving");
+        form.Frame6[h].SetCaption(!IsToneOfInput(h) ? "Shelving" : h % 2 == 0 ? "Lo-Shelving" : "Hi-Shelving");
         form.Slider3[h].SetUp(36, 2, 12);
-        form.Combo1[h].SetItems(h >= 4 ? OutputToneTexts() : InputToneTexts());
+        form.Combo1[h].SetItems(IsToneOfInput(h) ? InputToneTexts() : OutputToneTexts());
     }
     for (std::size_t c = 0; c < ChannelCount; ++c) {
         form.Frame5[c].SetCaption("PEQ");
@@ -107,12 +102,12 @@ void DesignOutputs(FrmCtrl& form) {
     for (std::size_t k = 0; k < OutputCount; ++k) {
         form.Frame9[k].SetCaption("Routing");
         form.Combo3[k].SetItems({"In A", "In B", "In A+B"});
-        const std::span<Option> options(&form.Option2[3 * k], 3);
+        const std::span<Option> options(&form.Option2[SumsPerOutput * k], SumsPerOutput);
         options[0].SetCaption("Out only");
         options[1].SetCaption("Out + InputA");
         options[2].SetCaption("Out + InputB");
         Option::Group(options);
-        for (int row = 0; row < 5; ++row) {
+        for (int row = 0; row < ViewsPerOutput; ++row) {
             const int viewed = ViewedOutput(static_cast<int>(k), row);
             form.ViewBox(row, static_cast<int>(k)).SetCaption("View Out" + std::to_string(viewed + 1));
         }

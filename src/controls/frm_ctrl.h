@@ -4,17 +4,13 @@
 #include "controls/control.h"
 #include "controls/text_box.h"
 #include "controls/value_controls.h"
+#include "ports/channels.h"
 
 #include <array>
 #include <string_view>
 
 namespace nrv::controls {
 
-inline constexpr int ChannelCount = 8; ///< 0 In A, 1 In B, 2 to 7 Out 1 to Out 6
-inline constexpr int OutputCount = 6;
-inline constexpr int PeqCount = 44;
-inline constexpr int ToneCount = 10;
-inline constexpr int CrossoverCount = 12;
 inline constexpr int LampsPerChannel = 6;
 
 /// The tabs of a control window that are no channel's.
@@ -50,18 +46,18 @@ struct FrmCtrl {
     std::array<Shape, ChannelCount> Shape2;
 
     // A channel's strips: index c on "Gains" or "Delays", c + 8 on the channel's own tab.
-    std::array<Frame, 18> Frame1; ///< 16 "Master", 17 the block diagram
-    std::array<Fader, 16> Slider1;
-    std::array<TextBox, 16> Text1;
-    std::array<CheckBox, 16> Check1;
-    std::array<Frame, 16> Frame2;
-    std::array<CheckBox, 16> Check2;
+    std::array<Frame, StripCount + 2> Frame1; ///< 16 "Master", 17 the block diagram
+    std::array<Fader, StripCount> Slider1;
+    std::array<TextBox, StripCount> Text1;
+    std::array<CheckBox, StripCount> Check1;
+    std::array<Frame, StripCount> Frame2;
+    std::array<CheckBox, StripCount> Check2;
     std::array<Frame, ChannelCount> Frame11;
     std::array<Shape, std::size_t{ChannelCount} * LampsPerChannel> Shape1; ///< lamp 0 of a channel at the bottom
-    std::array<Frame, 16> Frame3;
-    std::array<TextBox, 16> Text2;
-    std::array<UpDown, 16> UpDown2;
-    std::array<UpDown, 16> UpDown1;
+    std::array<Frame, StripCount> Frame3;
+    std::array<TextBox, StripCount> Text2;
+    std::array<UpDown, StripCount> UpDown2;
+    std::array<UpDown, StripCount> UpDown1;
     Fader Slider100;
     TextBox Text100;
     Label Label6;
@@ -102,7 +98,7 @@ struct FrmCtrl {
     std::array<Picture, ChannelCount> Picture1;
     std::array<Marker, PeqCount> Label5;
     std::array<CheckBox, ChannelCount> Check3;
-    std::array<Option, std::size_t{OutputCount} * 3> Option2;
+    std::array<Option, std::size_t{OutputCount} * SumsPerOutput> Option2;
     std::array<CheckBox, OutputCount> Check4;
     std::array<CheckBox, OutputCount> Check5;
     std::array<CheckBox, OutputCount> Check6;
@@ -129,11 +125,6 @@ struct FrmCtrl {
     /// The view box of a row, 0 to 4, on the tab of an output, 0 to 5.
     CheckBox& ViewBox(int row, int output);
 };
-
-/// The output, 0 to 5, that the view box of a row stands for on an output's tab: the others in their order.
-constexpr int ViewedOutput(int output, int row) {
-    return row < output ? row : row + 1;
-}
 
 inline constexpr int NoIndex = -1;
 

@@ -7,8 +7,6 @@
 namespace nrv::lock {
 namespace {
 
-constexpr std::size_t Length = controls::FrmPassword::PasswordLength;
-
 template <class Action>
 std::function<char(char)> OnEnter(Action action) {
     return [action](char key) {
@@ -21,10 +19,10 @@ std::function<char(char)> OnEnter(Action action) {
 
 } // namespace
 
-std::array<std::uint8_t, Length> PasswordBytes(const std::string& text) {
-    std::array<std::uint8_t, Length> bytes;
+std::array<std::uint8_t, PasswordLength> PasswordBytes(const std::string& text) {
+    std::array<std::uint8_t, PasswordLength> bytes;
     bytes.fill(' ');
-    std::copy_n(text.begin(), std::min(text.size(), Length), bytes.begin());
+    std::copy_n(text.begin(), std::min(text.size(), PasswordLength), bytes.begin());
     return bytes;
 }
 
@@ -106,7 +104,7 @@ bool PasswordDialog::SendOptionBits() {
 void PasswordDialog::ChangePassword() {
     const std::string& first = parts_.Form.Text2.Text();
     const std::string& second = parts_.Form.Text3.Text();
-    if (first.size() < Length || second.size() < Length) {
+    if (first.size() < PasswordLength || second.size() < PasswordLength) {
         parts_.Boxes.Show({"Insert 6 character", "Password incorrect", BoxIcon::Information});
         return;
     }
@@ -115,8 +113,8 @@ void PasswordDialog::ChangePassword() {
         parts_.Boxes.Show({"Passwords don't match ", "New Password", BoxIcon::Information});
         return;
     }
-    parts_.Commands.Link.Current.Call("the new password", static_cast<int>(Length));
-    for (std::size_t i = 0; i < Length; ++i) {
+    parts_.Commands.Link.Current.Call("the new password", static_cast<int>(PasswordLength));
+    for (std::size_t i = 0; i < PasswordLength; ++i) {
         parts_.Commands.Values().DevicePassword[i] = bytes[i];
         if (parts_.Commands.Link.MemoryWrite(parts_.Commands.DeviceId(), static_cast<int>(model::PasswordAddress + i),
                                              bytes[i])) {

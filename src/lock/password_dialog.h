@@ -12,7 +12,7 @@
 namespace nrv::lock {
 
 /// A text as the six bytes of a password, padded with blanks.
-std::array<std::uint8_t, controls::FrmPassword::PasswordLength> PasswordBytes(const std::string& text);
+std::array<std::uint8_t, PasswordLength> PasswordBytes(const std::string& text);
 
 /// The dialog that locks and unlocks a device and changes its password. The check is made here, against what was read
 /// from the device; the login is asked for at each opening, and any number of attempts is allowed.

@@ -106,11 +106,11 @@ void SetDelayUnit(const CommandContext& context, int unit) {
         return;
     }
     controls::FrmCtrl& form = context.Form();
-    for (std::size_t channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (std::size_t channel = 0; channel < ChannelCount; ++channel) {
         const std::string number = DelayNumber(context, channel);
         form.Text2[channel].SetText(number + UnitText(context));
         // The copy on the channel's tab is a bare number until the channel's next change; that is meant.
-        form.Text2[channel + 8].SetText(number);
+        form.Text2[TwinOfControl(channel)].SetText(number);
         form.Label100[DelayLabels[channel]].SetToolTip(form.Text2[channel].Text());
     }
 }

@@ -5,7 +5,6 @@
 #include "ports/numbering.h"
 
 #include <array>
-#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -23,7 +22,7 @@ struct DeviceStores {
     /// The last input type that any window chose or that any device reported; one for all devices.
     double LastInputType = 0.0;
     /// Names of the eight channels.
-    std::array<std::array<std::string, 8>, DeviceIdCount> ChannelNames{};
+    std::array<std::array<std::string, ChannelCount>, DeviceIdCount> ChannelNames{};
 };
 
 /// The option byte as the sum of its six entries, bits 0 and 1 being lost.
@@ -46,73 +45,5 @@ std::uint8_t SumOfMutes(const ParamRow& row);
 
 /// Writes the mute bits to both of their places, which always change together.
 void StoreMuteBits(std::uint8_t mute_bits, PresetImageRow& image);
-
-// Numbering. Arguments lie in the range told; the result has the argument's type.
-
-/// Channel of PEQ section 0 to 43.
-template <std::integral I>
-constexpr I ChannelOfPeq(I section) {
-    return static_cast<I>(section < 20 ? section / 10 : 2 + (section - 20) / 4);
-}
-
-/// Number of PEQ section 0 to 43 within its channel.
-template <std::integral I>
-constexpr I PeqInChannel(I section) {
-    return static_cast<I>(section < 20 ? section % 10 : (section - 20) % 4);
-}
-
-/// First PEQ section of channel 0 to 7.
-template <std::integral I>
-constexpr I FirstPeqOf(I channel) {
-    return static_cast<I>(channel < 2 ? 10 * channel : 20 + 4 * (channel - 2));
-}
-
-/// Number of PEQ sections of channel 0 to 7.
-template <std::integral I>
-constexpr I PeqCountOf(I channel) {
-    return static_cast<I>(channel < 2 ? 10 : 4);
-}
-
-/// Channel of tone filter 0 to 9.
-template <std::integral I>
-constexpr I ChannelOfTone(I filter) {
-    return static_cast<I>(filter < 4 ? filter / 2 : filter - 2);
-}
-
-/// Number of tone filter 0 to 9 within its channel.
-template <std::integral I>
-constexpr I ToneInChannel(I filter) {
-    return static_cast<I>(filter < 4 ? filter % 2 : 0);
-}
-
-/// Channel of crossover side 0 to 11.
-template <std::integral I>
-constexpr I ChannelOfCrossover(I side) {
-    return static_cast<I>(side / 2 + 2);
-}
-
-/// Crossover side 0 to 11 within its output: 0 high-pass, 1 low-pass.
-template <std::integral I>
-constexpr I CrossoverInChannel(I side) {
-    return static_cast<I>(side % 2);
-}
-
-/// Channel of output 0 to 5.
-template <std::integral I>
-constexpr I ChannelOfOutput(I output) {
-    return static_cast<I>(output + 2);
-}
-
-/// Channel of control index 0 to 15, the controls of gain, mute, phase and delay being there twice.
-template <std::integral I>
-constexpr I ChannelOfControl(I index) {
-    return static_cast<I>(index < 8 ? index : index - 8);
-}
-
-/// The other control index of the same channel.
-template <std::integral I>
-constexpr I TwinOfControl(I index) {
-    return static_cast<I>(index < 8 ? index + 8 : index - 8);
-}
 
 } // namespace nrv::model

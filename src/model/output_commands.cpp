@@ -11,15 +11,9 @@
 namespace nrv::model {
 namespace {
 
-constexpr std::size_t InputCount = 2;
-
 // The blocks of the "Overview" tab whose tool tips show these settings.
 constexpr std::array<std::size_t, 6> CrossoverLabels{10, 15, 20, 25, 30, 35};
 constexpr std::array<std::size_t, 8> LimiterLabels{40, 41, 12, 17, 22, 27, 32, 37};
-
-constexpr bool IsInput(int channel) {
-    return channel < static_cast<int>(InputCount);
-}
 
 /// All three codes go out whichever of them changed. On an input they share bytes with its name.
 void SendLimiter(const CommandContext& context, int channel) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ports/channels.h"
+
 #include <array>
 #include <cstddef>
 #include <string>
@@ -12,41 +14,41 @@ namespace nrv::model {
 /// numbering keeps for the texts is left empty, so that every number holds.
 struct ParamRow {
     /// dB of each PEQ section, -15 to 15.
-    std::array<double, 44> PeqGain{};
+    std::array<double, PeqCount> PeqGain{};
     /// Hz.
-    std::array<double, 44> PeqFrequency{};
+    std::array<double, PeqCount> PeqFrequency{};
     /// Octaves, 0.05 to 3.
-    std::array<double, 44> PeqBandwidth{};
+    std::array<double, PeqCount> PeqBandwidth{};
     /// dB of each tone filter, -12 to 6.
-    std::array<double, 10> ToneGain{};
+    std::array<double, ToneCount> ToneGain{};
     /// Hz.
-    std::array<double, 10> ToneFrequency{};
+    std::array<double, ToneCount> ToneFrequency{};
     /// List position: 0 to 2 on inputs, 0 to 4 on outputs.
-    std::array<double, 10> ToneType{};
+    std::array<double, ToneCount> ToneType{};
     /// dB of each channel, -12 to 12.
-    std::array<double, 8> ChannelGain{};
+    std::array<double, ChannelCount> ChannelGain{};
     /// 1 muted, 0 sounding.
-    std::array<double, 8> ChannelMute{};
+    std::array<double, ChannelCount> ChannelMute{};
     /// 1 inverted, 0 normal.
-    std::array<double, 8> ChannelPhase{};
+    std::array<double, ChannelCount> ChannelPhase{};
     /// 0 time, 1 distance.
     double DelayUnit = 0.0;
     /// Whole milliseconds of each channel, 0 to 2500.
-    std::array<double, 8> DelayCoarse{};
+    std::array<double, ChannelCount> DelayCoarse{};
     /// Steps of 0.021 ms, 0 to 47.
-    std::array<double, 8> DelayFine{};
+    std::array<double, ChannelCount> DelayFine{};
     /// Hz of each crossover side.
-    std::array<double, 12> CrossoverFrequency{};
+    std::array<double, CrossoverCount> CrossoverFrequency{};
     /// Slope code, 0 to 10.
-    std::array<double, 12> CrossoverSlope{};
+    std::array<double, CrossoverCount> CrossoverSlope{};
     /// Code, not dBu: 0 to 10 on inputs, 0 to 60 on outputs.
-    std::array<double, 8> LimiterThreshold{};
+    std::array<double, ChannelCount> LimiterThreshold{};
     /// Code, 0 to 18.
-    std::array<double, 8> LimiterRelease{};
+    std::array<double, ChannelCount> LimiterRelease{};
     /// Code, 0 to 29.
-    std::array<double, 8> LimiterAttack{};
+    std::array<double, ChannelCount> LimiterAttack{};
     /// List position of each output: 0 In A, 1 In B, 2 both.
-    std::array<double, 6> OutputSource{};
+    std::array<double, OutputCount> OutputSource{};
     /// Bit 2 of the option bits, 0 or 1, as the bits below.
     double MuteWithPreset = 0.0;
     double OptionBit3 = 0.0;
@@ -64,7 +66,7 @@ struct ParamRow {
     /// Entries 277 to 282.
     std::array<double, 6> NeverUsed{};
     /// Character codes of the password.
-    std::array<double, 6> DevicePassword{};
+    std::array<double, PasswordLength> DevicePassword{};
 
     /// Names of the memory positions; position 8 is not used.
     std::array<std::string, 9> PresetNames{};

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ports/channels.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -50,8 +52,6 @@ inline constexpr std::size_t PresetNamesAddress = 64;
 /// Sixteen characters.
 inline constexpr std::size_t CurrentPresetNameAddress = 192;
 
-/// Characters of a preset name or of a label in device memory.
-inline constexpr std::size_t MemoryNameLength = 16;
 /// The used mark of a memory position that holds a preset.
 inline constexpr std::uint8_t PresetUsedMark = 0x55;
 
@@ -68,8 +68,8 @@ inline constexpr std::uint8_t LockFlagBit = 128;
 
 /// View box of row r (0 to 4) on the tab of output x: start + 6r + x.
 inline constexpr std::size_t ViewBoxStart = 0;
-inline constexpr std::size_t ViewBoxRows = 5;
-inline constexpr std::size_t ViewBoxesInRow = 6;
+inline constexpr std::size_t ViewBoxRows = ViewsPerOutput;
+inline constexpr std::size_t ViewBoxesInRow = OutputCount;
 /// "Show cursor" box of each channel.
 inline constexpr std::size_t ShowCursorStart = 30;
 /// Sum button of each output: 0 alone, 1 with In A, 2 with In B.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ports/channels.h"
 #include "ports/runtime_error.h"
 
 #include <array>
@@ -17,46 +18,42 @@ namespace nrv::model {
 /// The preset of a device that has no settings of its own.
 extern const std::array<std::uint8_t, 432> FactoryImage;
 
-// Positions in the 432-byte preset. Channels are 0 In A, 1 In B, 2 to 7 Out 1 to Out 6.
+// Positions in the 432-byte preset.
 
 /// Gain of each channel: an unused byte, then the gain code.
-inline constexpr std::array<std::uint32_t, 8> GainOffsets{0, 72, 183, 231, 279, 327, 375, 423};
+inline constexpr std::array<std::uint32_t, ChannelCount> GainOffsets{0, 72, 183, 231, 279, 327, 375, 423};
 
-inline constexpr std::array<std::uint32_t, 8> PhaseOffsets{65, 137, 182, 230, 278, 326, 374, 422};
+inline constexpr std::array<std::uint32_t, ChannelCount> PhaseOffsets{65, 137, 182, 230, 278, 326, 374, 422};
 
 /// Delay by control index: the eight channels twice over.
-inline constexpr std::array<std::uint32_t, 16> DelayOffsets{2, 74, 175, 223, 271, 319, 367, 415,
-                                                            2, 74, 175, 223, 271, 319, 367, 415};
+inline constexpr std::array<std::uint32_t, StripCount> DelayOffsets{2, 74, 175, 223, 271, 319, 367, 415,
+                                                                    2, 74, 175, 223, 271, 319, 367, 415};
 
 /// Block of each PEQ section: 0 to 9 In A, 10 to 19 In B, then four for each output.
-inline constexpr std::array<std::uint32_t, 44> PeqOffsets = [] {
-    std::array<std::uint32_t, 44> offsets{};
-    for (std::uint32_t section = 0; section < 10; ++section) {
-        offsets[section] = 5 + 5 * section;
-        offsets[10 + section] = 77 + 5 * section;
-    }
-    for (std::uint32_t output = 0; output < 6; ++output) {
-        for (std::uint32_t section = 0; section < 4; ++section) {
-            offsets[20 + 4 * output + section] = 150 + 48 * output + 5 * section;
-        }
+inline constexpr std::array<std::uint32_t, PeqCount> PeqOffsets = [] {
+    std::array<std::uint32_t, PeqCount> offsets{};
+    for (std::uint32_t section = 0; section < PeqCount; ++section) {
+        const std::uint32_t channel = ChannelOfPeq(section);
+        const std::uint32_t first = IsInput(channel) ? 5 + 72 * channel : 150 + 48 * OutputOf(channel);
+        offsets[section] = first + 5 * PeqInChannel(section);
     }
     return offsets;
 }();
 
 /// Block of each tone filter: two of In A, two of In B, one of each output.
-inline constexpr std::array<std::uint32_t, 10> ToneOffsets{55, 60, 127, 132, 170, 218, 266, 314, 362, 410};
+inline constexpr std::array<std::uint32_t, ToneCount> ToneOffsets{55, 60, 127, 132, 170, 218, 266, 314, 362, 410};
 
-inline constexpr std::array<std::uint32_t, 6> SourceOffsets{185, 233, 281, 329, 377, 425};
+inline constexpr std::array<std::uint32_t, OutputCount> SourceOffsets{185, 233, 281, 329, 377, 425};
 
 /// Block of each crossover side: 2x the high-pass of output x, 2x + 1 its low-pass.
-inline constexpr std::array<std::uint32_t, 12> CrossoverOffsets{144, 147, 192, 195, 240, 243,
-                                                                288, 291, 336, 339, 384, 387};
+inline constexpr std::array<std::uint32_t, CrossoverCount> CrossoverOffsets{144, 147, 192, 195, 240, 243,
+                                                                            288, 291, 336, 339, 384, 387};
 
 /// Limiter block of each channel; of the inputs, the noise gate, whose codes share the bytes of `NameOffsets`.
-inline constexpr std::array<std::uint32_t, 8> LimiterOffsets{66, 138, 178, 226, 274, 322, 370, 418};
+inline constexpr std::array<std::uint32_t, ChannelCount> LimiterOffsets{66, 138, 178, 226, 274, 322, 370, 418};
 
 /// Six name bytes of each channel.
-inline constexpr std::array<std::uint32_t, 8> NameOffsets{66, 138, 186, 234, 282, 330, 378, 426};
+inline constexpr std::array<std::uint32_t, ChannelCount> NameOffsets{66, 138, 186, 234, 282, 330, 378, 426};
 
 // Values and texts of codes.
 
@@ -71,8 +68,8 @@ inline constexpr std::array<std::string_view, 3> SourceSuffixes{"", "+InA", "+In
 inline constexpr std::array<std::uint32_t, 8> BitMasks{1, 2, 4, 8, 16, 32, 64, 128};
 
 /// The name of an empty memory position, one character an entry.
-inline constexpr std::array<std::string_view, 16> EmptyPresetChars{" ", " ", "P", "r", "e", "s", "e", "t",
-                                                                   " ", "E", "m", "p", "t", "y", " ", " "};
+inline constexpr std::array<std::string_view, MemoryNameLength> EmptyPresetChars{
+    " ", " ", "P", "r", "e", "s", "e", "t", " ", "E", "m", "p", "t", "y", " ", " "};
 
 /// Hertz of each frequency code. The rounding follows no single rule, so the entries stand as they are.
 inline constexpr std::array<double, 121> FrequencyTable{

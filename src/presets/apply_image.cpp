@@ -24,9 +24,6 @@
 
 namespace nrv::presets {
 namespace {
-
-using controls::ChannelCount;
-using controls::OutputCount;
 using model::CommandContext;
 using response::Response;
 
@@ -71,7 +68,7 @@ void ApplyMutes(const CommandContext& context, bool check_suppressed) {
             }
             model::SetMute(context, channel);
         }
-        Guarded(context, [&] { form.Check1[c + 8].SetValue(form.Check1[c].Value()); });
+        Guarded(context, [&] { form.Check1[TwinOfControl(c)].SetValue(form.Check1[c].Value()); });
     }
 }
 
@@ -102,7 +99,7 @@ bool ApplyHead(const CommandContext& context, const ApplyFlags& flags) {
     }
     // The safe start after a preset: inputs sounding, outputs muted, whatever the image says.
     for (int channel = 0; channel < ChannelCount; ++channel) {
-        values.ChannelMute[At(channel)] = channel < 2 ? 0.0 : 1.0;
+        values.ChannelMute[At(channel)] = IsInput(channel) ? 0.0 : 1.0;
     }
     ApplyMutes(context, false);
     image.SystemPage[model::OptionBitsAddress] = model::RebuildOptionBits(values);
@@ -121,7 +118,7 @@ void ApplyDynamics(const CommandContext& context) {
     for (int channel = 0; channel < ChannelCount; ++channel) {
         const std::size_t c = At(channel);
         const std::size_t block = model::LimiterOffsets[c];
-        const int top = channel < 2 ? model::NoiseGateThresholdTop : model::LimiterThresholdTop;
+        const int top = IsInput(channel) ? model::NoiseGateThresholdTop : model::LimiterThresholdTop;
         form.Slider4[c].SetPosition(top - BodyByte(context, block + 3));
         form.Slider5[c].SetPosition(model::ReleaseTop - BodyByte(context, block + 1));
         form.Slider6[c].SetPosition(model::AttackTop - BodyByte(context, block));
@@ -133,10 +130,10 @@ void ApplyDynamics(const CommandContext& context) {
 
 void ApplyCrossovers(const CommandContext& context, Response& response) {
     controls::FrmCtrl& form = context.Form();
-    for (int side = 0; side < controls::CrossoverCount; ++side) {
+    for (int side = 0; side < CrossoverCount; ++side) {
         const std::size_t block = model::CrossoverOffsets[At(side)];
         Guarded(context, [&] {
-            form.Text8[At(side)].SetText(FrequencyText(context, model::ChannelOfCrossover(side), block + 1));
+            form.Text8[At(side)].SetText(FrequencyText(context, ChannelOfCrossover(side), block + 1));
             form.Combo2[At(side)].Select(BodyByte(context, block + 2));
         });
         model::SetCrossover(context, side);
@@ -146,11 +143,11 @@ void ApplyCrossovers(const CommandContext& context, Response& response) {
 
 void ApplyPeq(const CommandContext& context, Response& response) {
     controls::FrmCtrl& form = context.Form();
-    for (int section = 0; section < controls::PeqCount; ++section) {
+    for (int section = 0; section < PeqCount; ++section) {
         const std::size_t block = model::PeqOffsets[At(section)];
         Guarded(context, [&] {
             form.Slider2[At(section)].SetPosition(model::PeqGainTop - BodyByte(context, block + 4));
-            form.Text4[At(section)].SetText(FrequencyText(context, model::ChannelOfPeq(section), block + 1));
+            form.Text4[At(section)].SetText(FrequencyText(context, ChannelOfPeq(section), block + 1));
             form.UpDown3[At(section)].SetPosition(BodyByte(context, block + 2));
         });
         model::SetPeq(context, section);
@@ -160,11 +157,11 @@ void ApplyPeq(const CommandContext& context, Response& response) {
 
 void ApplyTone(const CommandContext& context, Response& response) {
     controls::FrmCtrl& form = context.Form();
-    for (int filter = 0; filter < controls::ToneCount; ++filter) {
+    for (int filter = 0; filter < ToneCount; ++filter) {
         const std::size_t block = model::ToneOffsets[At(filter)];
         Guarded(context, [&] {
             form.Slider3[At(filter)].SetPosition(model::ToneGainTop - BodyByte(context, block + 4));
-            form.Text7[At(filter)].SetText(FrequencyText(context, model::ChannelOfTone(filter), block + 1));
+            form.Text7[At(filter)].SetText(FrequencyText(context, ChannelOfTone(filter), block + 1));
             form.Combo1[At(filter)].Select(BodyByte(context, block + 2));
         });
         model::SetTone(context, filter);
@@ -178,7 +175,7 @@ void ApplyPhases(const CommandContext& context) {
         const std::size_t c = At(channel);
         Guarded(context, [&] { form.Check2[c].SetValue(BodyByte(context, model::PhaseOffsets[c])); });
         model::SetPhase(context, channel);
-        Guarded(context, [&] { form.Check2[c + 8].SetValue(form.Check2[c].Value()); });
+        Guarded(context, [&] { form.Check2[TwinOfControl(c)].SetValue(form.Check2[c].Value()); });
     }
 }
 
@@ -187,9 +184,9 @@ void ApplyDelays(const CommandContext& context) {
     controls::FrmCtrl& form = context.Form();
     model::ParamRow& values = context.Values();
     values.DelayUnit = model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6);
-    for (int index = 0; index < 16; ++index) {
+    for (int index = 0; index < StripCount; ++index) {
         const std::size_t i = At(index);
-        const std::size_t twin = model::TwinOfControl(i);
+        const std::size_t twin = TwinOfControl(i);
         const std::size_t field = model::DelayOffsets[i];
         Guarded(context, [&] {
             form.UpDown2[i].SetPosition(256 * BodyByte(context, field) + BodyByte(context, field + 1));
@@ -211,15 +208,15 @@ void ApplyGains(const CommandContext& context) {
         const std::size_t c = At(channel);
         form.Slider1[c].SetPosition(model::ChannelGainTop - BodyByte(context, model::GainOffsets[c] + 1));
         model::SetGain(context, channel);
-        form.Text1[c + 8].SetText(form.Text1[c].Text());
-        form.Slider1[c + 8].SetPosition(form.Slider1[c].Position());
+        form.Text1[TwinOfControl(c)].SetText(form.Text1[c].Text());
+        form.Slider1[TwinOfControl(c)].SetPosition(form.Slider1[c].Position());
     }
 }
 
 void ApplyNames(const CommandContext& context, const Response& response) {
     NameTexts texts;
     for (std::size_t c = 0; c < texts.size(); ++c) {
-        for (std::size_t j = 0; j < NameLength; ++j) {
+        for (std::size_t j = 0; j < ChannelNameLength; ++j) {
             texts[c] += static_cast<char>(BodyByte(context, model::NameOffsets[c] + j));
         }
     }
@@ -247,16 +244,16 @@ void ApplyViewState(const CommandContext& context, Response& response) {
     }
     for (int output = 0; output < OutputCount; ++output) {
         const std::size_t byte = model::SumButtonStart + At(output);
-        const int option = view[byte] + 3 * output;
+        const int option = view[byte] + SumsPerOutput * output;
         if (option >= static_cast<int>(form.Option2.size())) {
-            RefuseByte(model::ChannelOfOutput(output), offsetof(model::PresetImageRow, ViewState) + byte,
+            RefuseByte(ChannelOfOutput(output), offsetof(model::PresetImageRow, ViewState) + byte,
                        "view option " + std::to_string(view[byte]) + ", and options end at 2");
         }
         form.Option2[At(option)].Select();
         // Its event stores the choice, which for a byte past the output's options is another output's.
         context.Image().ViewState = view;
         // The button is chosen by one byte and the number comes from another, of an output seen before; that is meant.
-        response.SetViewMode(view[model::SumButtonStart + At(output / 3)] + 3 * output);
+        response.SetViewMode(view[model::SumButtonStart + At(output / 3)] + SumsPerOutput * output);
     }
 }
 

@@ -6,8 +6,6 @@
 namespace nrv::presets {
 namespace {
 
-constexpr int InputCount = 2;
-
 /// True when the link failed for good.
 bool SendName(const model::CommandContext& context, const std::string& text, int channel) {
     std::string padded = text;
@@ -20,11 +18,11 @@ bool SendName(const model::CommandContext& context, const std::string& text, int
 
 void QuoteNames(const model::CommandContext& context, const response::Response& response, const NameTexts& texts) {
     controls::FrmCtrl& form = context.Form();
-    for (int output = 0; output < controls::OutputCount; ++output) {
-        form.Option2[At(3 * output + 1)].SetCaption("Out + " + texts[0]);
-        form.Option2[At(3 * output + 2)].SetCaption("Out + " + texts[1]);
-        for (int row = 0; row < controls::OutputCount - 1; ++row) {
-            form.ViewBox(row, output).SetCaption(response.ViewCaption(controls::ViewedOutput(output, row)));
+    for (int output = 0; output < OutputCount; ++output) {
+        form.Option2[At(SumsPerOutput * output + 1)].SetCaption("Out + " + texts[0]);
+        form.Option2[At(SumsPerOutput * output + 2)].SetCaption("Out + " + texts[1]);
+        for (int row = 0; row < OutputCount - 1; ++row) {
+            form.ViewBox(row, output).SetCaption(response.ViewCaption(ViewedOutput(output, row)));
         }
     }
 }
@@ -32,15 +30,15 @@ void QuoteNames(const model::CommandContext& context, const response::Response& 
 } // namespace
 
 void PadChannelName(const model::CommandContext& context, std::string& name, int channel) {
-    static constexpr std::array<std::size_t, NameLength> BlanksBefore{6, 3, 2, 2, 1, 1};
-    if (name.size() < NameLength) {
+    static constexpr std::array<std::size_t, ChannelNameLength> BlanksBefore{6, 3, 2, 2, 1, 1};
+    if (name.size() < ChannelNameLength) {
         name.insert(0, BlanksBefore[name.size()], ' ');
-        name.resize(NameLength, ' ');
+        name.resize(ChannelNameLength, ' ');
     }
-    if (channel < InputCount) {
+    if (IsInput(channel)) {
         return;
     }
-    for (std::size_t j = 0; j < NameLength; ++j) {
+    for (std::size_t j = 0; j < ChannelNameLength; ++j) {
         context.Image().PresetBody[model::NameOffsets[At(channel)] + j] = static_cast<std::uint8_t>(name[j]);
     }
 }
@@ -48,9 +46,9 @@ void PadChannelName(const model::CommandContext& context, std::string& name, int
 void ApplyChannelNames(const model::CommandContext& context, const response::Response& response,
                        const NameTexts& texts) {
     controls::FrmCtrl& form = context.Form();
-    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
         const std::size_t c = At(channel);
-        if (channel >= InputCount && SendName(context, texts[c], channel)) {
+        if (!IsInput(channel) && SendName(context, texts[c], channel)) {
             return;
         }
         form.Label300[c].SetCaption(texts[c]);

@@ -9,10 +9,8 @@
 
 namespace nrv::presets {
 
-inline constexpr std::size_t NameLength = 6;
-
 /// What the names dialog's text boxes hold, by channel.
-using NameTexts = std::array<std::string, controls::ChannelCount>;
+using NameTexts = std::array<std::string, ChannelCount>;
 
 /// Centres a name of fewer than six characters in six, in place, and puts an output's first six characters into the
 /// image. The image is never written with an input's name: its bytes serve other purposes.

@@ -18,9 +18,9 @@ void CopyGain(const CommandContext& context, int s, int d) {
     controls::FrmCtrl& form = context.Form();
     form.Slider1[At(d)].SetPosition(form.Slider1[At(s)].Position());
     model::SetGain(context, d);
-    form.Text1[At(d) + 8].SetText(form.Text1[At(s)].Text());
-    form.Text1[At(d) + 8].Refresh();
-    form.Slider1[At(d) + 8].SetPosition(form.Slider1[At(s)].Position());
+    form.Text1[At(TwinOfControl(d))].SetText(form.Text1[At(s)].Text());
+    form.Text1[At(TwinOfControl(d))].Refresh();
+    form.Slider1[At(TwinOfControl(d))].SetPosition(form.Slider1[At(s)].Position());
 }
 
 void CopyPeqSection(const CommandContext& context, Response& response, int s, int d) {
@@ -53,15 +53,15 @@ void CopyDelay(const CommandContext& context, int s, int d) {
     controls::FrmCtrl& form = context.Form();
     {
         const FlagGuard events_off(context.Windows.ControlEventsOff);
-        form.Check2[At(d) + 8].SetValue(form.Check2[At(s)].Value());
+        form.Check2[At(TwinOfControl(d))].SetValue(form.Check2[At(s)].Value());
         form.UpDown2[At(d)].SetPosition(form.UpDown2[At(s)].Position());
         form.UpDown1[At(d)].SetPosition(form.UpDown1[At(s)].Position());
     }
     model::SetDelay(context, d);
     const FlagGuard events_off(context.Windows.ControlEventsOff);
-    form.UpDown1[At(d) + 8].SetPosition(form.UpDown1[At(s)].Position());
-    form.UpDown2[At(d) + 8].SetPosition(form.UpDown2[At(s)].Position());
-    form.Text2[At(d) + 8].SetText(form.Text2[At(s)].Text());
+    form.UpDown1[At(TwinOfControl(d))].SetPosition(form.UpDown1[At(s)].Position());
+    form.UpDown2[At(TwinOfControl(d))].SetPosition(form.UpDown2[At(s)].Position());
+    form.Text2[At(TwinOfControl(d))].SetText(form.Text2[At(s)].Text());
 }
 
 void CopyDynamics(const CommandContext& context, int s, int d) {
@@ -79,17 +79,19 @@ void CopyMute(const CommandContext& context, int s, int d) {
     form.Check1[At(d)].SetValue(form.Check1[At(s)].Value());
     model::SetMute(context, d);
     const FlagGuard events_off(context.Windows.ControlEventsOff);
-    form.Check1[At(d) + 8].SetValue(form.Check1[At(s)].Value());
+    form.Check1[At(TwinOfControl(d))].SetValue(form.Check1[At(s)].Value());
 }
 
 void CopyCrossover(const CommandContext& context, Response& response, int s, int d) {
     controls::FrmCtrl& form = context.Form();
-    form.Text8[At(2 * d)].SetText(form.Text8[At(2 * s)].Text());
-    form.Text8[At(2 * d + 1)].SetText(form.Text8[At(2 * s + 1)].Text());
-    for (int side = 0; side < 2; ++side) {
-        form.Combo2[At(2 * d + side)].Select(form.Combo2[At(2 * s + side)].Index());
-        model::SetCrossover(context, 2 * d + side);
-        response.UpdateCrossoverCurve(2 * d + side);
+    for (int side = 0; side < SidesPerOutput; ++side) {
+        form.Text8[At(FirstSideOf(d) + side)].SetText(form.Text8[At(FirstSideOf(s) + side)].Text());
+    }
+    for (int side = 0; side < SidesPerOutput; ++side) {
+        const int copied = FirstSideOf(d) + side;
+        form.Combo2[At(copied)].Select(form.Combo2[At(FirstSideOf(s) + side)].Index());
+        model::SetCrossover(context, copied);
+        response.UpdateCrossoverCurve(copied);
     }
 }
 
@@ -97,11 +99,11 @@ void CopyCrossover(const CommandContext& context, Response& response, int s, int
 
 void CopyInput(const CommandContext& context, Response& response, int source, int destination) {
     CopyGain(context, source, destination);
-    for (int band = 0; band < 10; ++band) {
-        CopyPeqSection(context, response, 10 * source + band, 10 * destination + band);
+    for (int band = 0; band < PeqPerInput; ++band) {
+        CopyPeqSection(context, response, FirstPeqOf(source) + band, FirstPeqOf(destination) + band);
     }
-    for (int block = 0; block < 2; ++block) {
-        CopyTone(context, response, 2 * source + block, 2 * destination + block);
+    for (int block = 0; block < TonePerInput; ++block) {
+        CopyTone(context, response, FirstToneOf(source) + block, FirstToneOf(destination) + block);
     }
     CopyPhase(context, source, destination, destination);
     CopyDelay(context, source, destination);
@@ -111,17 +113,17 @@ void CopyInput(const CommandContext& context, Response& response, int source, in
 
 void CopyOutput(const CommandContext& context, Response& response, int source, int destination) {
     controls::FrmCtrl& form = context.Form();
-    const int s = model::ChannelOfOutput(source);
-    const int d = model::ChannelOfOutput(destination);
+    const int s = ChannelOfOutput(source);
+    const int d = ChannelOfOutput(destination);
     CopyGain(context, s, d);
     form.Combo3[At(destination)].Select(form.Combo3[At(source)].Index());
     model::SetSource(context, destination);
     CopyDynamics(context, s, d);
     CopyCrossover(context, response, source, destination);
-    for (int band = 0; band < 4; ++band) {
-        CopyPeqSection(context, response, 20 + 4 * source + band, 20 + 4 * destination + band);
+    for (int band = 0; band < PeqPerOutput; ++band) {
+        CopyPeqSection(context, response, FirstPeqOf(s) + band, FirstPeqOf(d) + band);
     }
-    CopyTone(context, response, source + 4, destination + 4);
+    CopyTone(context, response, FirstToneOf(s), FirstToneOf(d));
     // The command goes to the channel of the list position, two channels off; the right one is reached by the box's own
     // event alone, when it changes. That is meant.
     CopyPhase(context, s, d, destination);

@@ -31,7 +31,7 @@ CopyOutputDialog::CopyOutputDialog(const ToolContext& context, controls::FrmCopy
 
 void CopyOutputDialog::Open() {
     std::vector<std::string> names;
-    for (std::size_t channel = 2; channel < controls::ChannelCount; ++channel) {
+    for (std::size_t channel = 2; channel < ChannelCount; ++channel) {
         names.push_back(context_.Commands.Form().Label300[channel].Caption());
     }
     for (int list = 0; list < 2; ++list) {

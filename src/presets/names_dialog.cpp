@@ -27,7 +27,7 @@ void NamesDialog::Accept() {
     for (std::size_t channel = 0; channel < texts.size(); ++channel) {
         texts[channel] = form_.Text1[channel].Text();
     }
-    context_.Current().Call("the naming", controls::OutputCount);
+    context_.Current().Call("the naming", OutputCount);
     ApplyChannelNames(context_.Commands, context_.Response, texts);
     context_.Host.CloseDialog(ToolDialog::EditNames);
 }

@@ -13,7 +13,6 @@
 namespace nrv::presets {
 namespace {
 
-constexpr std::size_t Positions = 8;
 constexpr const char* Title = "Read Preset";
 
 /// The mute byte goes to the channels shifted: bits 2 and 3 overwrite bits 0 and 1, and the inputs stay; that is meant,
@@ -34,7 +33,7 @@ ReadDialog::ReadDialog(const ToolContext& context, controls::FrmRead& form) : co
 
 void ReadDialog::Open() {
     const auto& names = context_.Commands.Values().PresetNames;
-    form_.List1.SetItems({names.begin(), names.begin() + Positions});
+    form_.List1.SetItems({names.begin(), names.begin() + MemoryPositions});
     form_.List1.Select(0);
     context_.RunDialog(ToolDialog::Read);
 }
@@ -79,7 +78,7 @@ void ReadDialog::Apply() {
 }
 
 void ReadDialog::RedrawAll() {
-    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
         context_.Response.RedrawChannel(channel);
     }
 }

@@ -7,10 +7,9 @@
 namespace nrv::presets {
 namespace {
 
-constexpr std::size_t Positions = 8;
 constexpr std::size_t PresetAddress = 640;
 /// Mute byte, used mark, name and preset, a byte a frame.
-constexpr int Frames = 2 + model::MemoryNameLength + model::PresetBodyOnDevice;
+constexpr int Frames = 2 + MemoryNameLength + model::PresetBodyOnDevice;
 /// The store makes 450 steps, so the bar never fills; that is meant.
 constexpr int BarMaximum = 480;
 /// The byte of the view state that goes to the device's mute bits: the first box of the fourth row. A slip that is
@@ -29,7 +28,7 @@ void StoreDialog::Open() {
     form_.ProgressBar1.SetVisible(false);
     form_.ProgressBar1.SetValue(0);
     const auto& names = context_.Commands.Values().PresetNames;
-    form_.List1.SetItems({names.begin(), names.begin() + Positions});
+    form_.List1.SetItems({names.begin(), names.begin() + MemoryPositions});
     form_.List1.Select(0);
     CopyName();
     context_.RunDialog(ToolDialog::Store);
@@ -56,13 +55,12 @@ void StoreDialog::StorePreset(int position, std::string& name) {
     const std::size_t p = At(position);
     model::ParamRow& values = context_.Commands.Values();
     model::PresetImageRow& image = context_.Commands.Image();
-    if (name.size() < model::MemoryNameLength) {
-        name.resize(model::MemoryNameLength, ' ');
+    if (name.size() < MemoryNameLength) {
+        name.resize(MemoryNameLength, ' ');
     }
-    values.PresetNames[p] = name.substr(0, model::MemoryNameLength);
-    for (std::size_t i = 0; i < model::MemoryNameLength; ++i) {
-        image.SystemPage[model::PresetNamesAddress + model::MemoryNameLength * p + i] =
-            static_cast<std::uint8_t>(name[i]);
+    values.PresetNames[p] = name.substr(0, MemoryNameLength);
+    for (std::size_t i = 0; i < MemoryNameLength; ++i) {
+        image.SystemPage[model::PresetNamesAddress + MemoryNameLength * p + i] = static_cast<std::uint8_t>(name[i]);
     }
     form_.ProgressBar1.SetValue(0);
     form_.ProgressBar1.SetMaximum(BarMaximum);
@@ -84,8 +82,8 @@ bool StoreDialog::WriteAll(std::size_t position) {
         return true;
     }
     context_.Commands.Values().PresetUsed[position] = model::PresetUsedMark;
-    const std::size_t name = model::PresetNamesAddress + model::MemoryNameLength * position;
-    for (std::size_t address = name; address < name + model::MemoryNameLength; ++address) {
+    const std::size_t name = model::PresetNamesAddress + MemoryNameLength * position;
+    for (std::size_t address = name; address < name + MemoryNameLength; ++address) {
         if (Write(address, image.SystemPage[address])) {
             return true;
         }

@@ -5,8 +5,6 @@
 namespace nrv::response {
 namespace {
 
-constexpr std::size_t InputCount = 2;
-
 void Add(Curve& sum, const Curve& part) {
     for (std::size_t point = 0; point < GridPoints; ++point) {
         sum[point] += part[point];
@@ -17,20 +15,19 @@ void Add(Curve& sum, const Curve& part) {
 
 void WindowCurves::Sum(int channel) {
     const std::size_t c = static_cast<std::size_t>(channel);
-    const std::size_t first = model::FirstPeqOf(c);
+    const std::size_t first = FirstPeqOf(c);
     Curve& sum = sums_[c];
-    sum = PeqCurve[first];
-    for (std::size_t s = first + 1; s < first + model::PeqCountOf(c); ++s) {
-        Add(sum, PeqCurve[s]);
+    sum = sections_[first];
+    for (std::size_t s = first + 1; s < first + PeqCountOf(c); ++s) {
+        Add(sum, sections_[s]);
     }
-    if (c < InputCount) {
-        Add(sum, ShelfCurve[2 * c]);
-        Add(sum, ShelfCurve[2 * c + 1]);
-    } else {
-        const std::size_t output = c - InputCount;
-        Add(sum, ShelfCurve[4 + output]);
-        Add(sum, CrossoverCurve[2 * output]);
-        Add(sum, CrossoverCurve[2 * output + 1]);
+    for (std::size_t h = FirstToneOf(c); h < FirstToneOf(c) + ToneCountOf(c); ++h) {
+        Add(sum, shelves_[h]);
+    }
+    if (!IsInput(c)) {
+        for (std::size_t x = 0; x < SidesPerOutput; ++x) {
+            Add(sum, crossovers_[FirstSideOf(OutputOf(c)) + x]);
+        }
     }
     stale_[c] = false;
 }

@@ -67,7 +67,7 @@ void EqualiserEditing::Wire(controls::FrmCtrl& form) {
 }
 
 void EqualiserEditing::WirePeq(controls::FrmCtrl& form) {
-    for (int section = 0; section < controls::PeqCount; ++section) {
+    for (int section = 0; section < PeqCount; ++section) {
         const std::size_t s = At(section);
         const auto change = [this, section] {
             if (!context_.Windows.ControlEventsOff) {
@@ -94,7 +94,7 @@ void EqualiserEditing::WireTone(controls::FrmCtrl& form) {
             Warn(refusal);
         }
     };
-    for (int filter = 0; filter < controls::ToneCount; ++filter) {
+    for (int filter = 0; filter < ToneCount; ++filter) {
         const std::size_t h = At(filter);
         form.Slider3[h].Moved = [guarded, filter] { guarded(filter, "  Incorrect value"); };
         form.Combo1[h].Chosen = [this, guarded, filter] {
@@ -107,7 +107,7 @@ void EqualiserEditing::WireTone(controls::FrmCtrl& form) {
 }
 
 void EqualiserEditing::WireCrossover(controls::FrmCtrl& form) {
-    for (int side = 0; side < controls::CrossoverCount; ++side) {
+    for (int side = 0; side < CrossoverCount; ++side) {
         const std::size_t x = At(side);
         form.Combo2[x].Chosen = [this, side] {
             if (!context_.Windows.ControlEventsOff) {

@@ -10,7 +10,6 @@
 namespace nrv::response {
 namespace {
 
-constexpr int InputCount = 2;
 constexpr double PixelsPerDb = 3.183333333333333;
 constexpr double ZeroDbRow = 95.4;
 /// Far outside every surface and inside what a toolkit can draw.
@@ -39,7 +38,7 @@ class RowOf {
     RowOf(const model::ParamRow& values, WindowCurves& curves, int channel, int view_mode)
         : own_(curves.ChannelCurve(channel).data()),
           start_(ZeroDbRow - values.MasterGain * PixelsPerDb - values.ChannelGain[At(channel)] * PixelsPerDb) {
-        if (channel >= InputCount && (view_mode == 1 || view_mode == 2)) {
+        if (!IsInput(channel) && (view_mode == 1 || view_mode == 2)) {
             const int input = view_mode - 1;
             input_ = curves.ChannelCurve(input).data();
             input_gain_ = values.ChannelGain[At(input)] * PixelsPerDb;
@@ -86,7 +85,7 @@ void Response::PlotOverlayPoint(double f, int drawn, int onto) {
         return;
     }
     graph.SetPen(CurveColour(drawn));
-    const int mode = drawn < InputCount ? 0 : ViewMode[At(drawn - InputCount)];
+    const int mode = IsInput(drawn) ? 0 : ViewMode[At(OutputOf(drawn))];
     graph.LineTo(PlotColumn[point], RowOf(Values(), Curves(), drawn, mode)(point));
 }
 
@@ -99,7 +98,7 @@ void Response::DrawCurve(int drawn, int onto) {
     controls::Picture& graph = windows_.Current().Picture1[At(onto)];
     StartWalk(graph);
     graph.SetPen(CurveColour(drawn));
-    const int mode = drawn < InputCount ? 0 : ViewMode[At(drawn - InputCount)];
+    const int mode = IsInput(drawn) ? 0 : ViewMode[At(OutputOf(drawn))];
     const RowOf row_of(Values(), Curves(), drawn, mode);
     std::array<controls::Picture::Point, GridPoints - 1> line;
     for (std::size_t point = 1; point < GridPoints; ++point) {
@@ -111,10 +110,10 @@ void Response::DrawCurve(int drawn, int onto) {
 /// Clears a channel's graph and lays the chosen overlays on it.
 void Response::DrawBackground(int channel) {
     windows_.Current().Picture1[At(channel)].Clear();
-    if (channel < InputCount) {
+    if (IsInput(channel)) {
         return;
     }
-    for (int other = InputCount; other < controls::ChannelCount; ++other) {
+    for (int other = InputCount; other < ChannelCount; ++other) {
         if (other != channel && OverlayMatrix[At(channel)][At(other)]) {
             DrawOverlay(other, channel);
         }
@@ -127,21 +126,21 @@ void Response::RedrawChannel(int channel) {
 }
 
 std::string Response::ViewCaption(int output) const {
-    const std::string& name = stores_.ChannelNames[At(windows_.CurrentDevice())][At(model::ChannelOfOutput(output))];
+    const std::string& name = stores_.ChannelNames[At(windows_.CurrentDevice())][At(ChannelOfOutput(output))];
     return name + std::string(model::SourceSuffixes[At(ViewMode[At(output)])]);
 }
 
 void Response::SetViewMode(int option) {
-    const int output = option / 3;
+    const int output = option / SumsPerOutput;
     model::Entry(ViewMode, output); // refuses what the table has no place for
-    ViewMode[At(output)] = option % 3;
-    if (output >= controls::OutputCount) {
+    ViewMode[At(output)] = option % SumsPerOutput;
+    if (output >= OutputCount) {
         return; // no box views it
     }
     const std::string caption = ViewCaption(output);
-    for (int tab = 0; tab < controls::OutputCount; ++tab) {
-        for (int row = 0; row < controls::OutputCount - 1; ++row) {
-            if (tab != output && controls::ViewedOutput(tab, row) == output) {
+    for (int tab = 0; tab < OutputCount; ++tab) {
+        for (int row = 0; row < OutputCount - 1; ++row) {
+            if (tab != output && ViewedOutput(tab, row) == output) {
                 windows_.Current().ViewBox(row, tab).SetCaption(caption);
             }
         }

@@ -16,7 +16,7 @@ constexpr double LastOutputTone = 4.0;
 
 /// The kind of a tone filter, 0 to 9, from its list position: the high shelves of the inputs list fewer kinds.
 int KindOfShelf(int filter, double position) {
-    const bool of_input = filter < 4;
+    const bool of_input = IsToneOfInput(filter);
     const int type = static_cast<int>(std::clamp(position, 0.0, of_input ? LastInputTone : LastOutputTone));
     const bool high_of_input = of_input && filter % 2 == 1;
     return high_of_input && type > 0 ? type + 2 : type;
@@ -31,31 +31,28 @@ Shelf ShelfOf(const model::ParamRow& values, int filter) {
 
 void Response::UpdatePeqCurve(int section) {
     const std::size_t s = At(section);
-    const int channel = model::ChannelOfPeq(section);
+    const int channel = ChannelOfPeq(section);
     DrawBackground(channel);
     // Q comes from the position of the bandwidth control, not from the stored bandwidth.
     const double q = model::Entry(model::QTable, windows_.Current().UpDown3[s].Shown());
-    Evaluate(Bell{Values().PeqGain[s], Values().PeqFrequency[s], q}, Curves().PeqCurve[s]);
-    Curves().PartChanged(channel);
+    Evaluate(Bell{Values().PeqGain[s], Values().PeqFrequency[s], q}, Curves().FillPeq(section));
     DrawCurve(channel, channel);
 }
 
 void Response::UpdateShelfCurve(int filter) {
-    const int channel = model::ChannelOfTone(filter);
+    const int channel = ChannelOfTone(filter);
     DrawBackground(channel);
-    Evaluate(ShelfOf(Values(), filter), Curves().ShelfCurve[At(filter)]);
-    Curves().PartChanged(channel);
+    Evaluate(ShelfOf(Values(), filter), Curves().FillShelf(filter));
     DrawCurve(channel, channel);
 }
 
 void Response::UpdateCrossoverCurve(int side) {
     const std::size_t x = At(side);
-    const int channel = model::ChannelOfCrossover(side);
+    const int channel = ChannelOfCrossover(side);
     DrawBackground(channel);
-    const Side pass_side = model::CrossoverInChannel(side) == 0 ? Side::HighPass : Side::LowPass;
+    const Side pass_side = CrossoverInChannel(side) == 0 ? Side::HighPass : Side::LowPass;
     const int slope = static_cast<int>(std::clamp(Values().CrossoverSlope[x], 0.0, LastSlope));
-    Evaluate(Crossover{pass_side, slope, Values().CrossoverFrequency[x]}, Curves().CrossoverCurve[x]);
-    Curves().PartChanged(channel);
+    Evaluate(Crossover{pass_side, slope, Values().CrossoverFrequency[x]}, Curves().FillCrossover(side));
     DrawCurve(channel, channel);
 }
 

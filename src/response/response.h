@@ -15,9 +15,10 @@ class Response {
     Response(controls::Windows& windows, model::DeviceStores& stores) : windows_(windows), stores_(stores) {}
 
     // What belongs to the program and not to a window.
-    std::array<int, 21> ViewMode{};                     ///< by output: 0 "Out only", 1 with In A, 2 with In B
-    std::array<std::array<bool, 8>, 8> OverlayMatrix{}; ///< [c][j]: the graph of channel c also shows channel j
-    bool PlotSuspended = false;                         ///< curves are computed, nothing is drawn
+    std::array<int, 21> ViewMode{}; ///< by output: 0 "Out only", 1 with In A, 2 with In B
+    std::array<std::array<bool, ChannelCount>, ChannelCount>
+        OverlayMatrix{};        ///< [c][j]: the graph of channel c also shows channel j
+    bool PlotSuspended = false; ///< curves are computed, nothing is drawn
 
     // Recompute one part over the grid from the stored values, bring its channel's sum up to date and draw its graph
     // anew.

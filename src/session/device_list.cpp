@@ -82,8 +82,8 @@ void DeviceList::Concern(int id) {
 bool DeviceList::ReadLabel(int id) {
     std::string& label = state_.DeviceNames[At(id)];
     label.clear();
-    for (std::size_t j = 0; j < model::MemoryNameLength; ++j) {
-        link_.Current.At("byte " + std::to_string(j + 1) + " of " + std::to_string(model::MemoryNameLength));
+    for (std::size_t j = 0; j < MemoryNameLength; ++j) {
+        link_.Current.At("byte " + std::to_string(j + 1) + " of " + std::to_string(MemoryNameLength));
         if (link_.MemoryRead(id, static_cast<int>(model::LabelAddress + j))) {
             return true;
         }

@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::uint8_t FactoryOptionBits = 32;
 constexpr const char* FactoryPresetName = "Factory Preset";
-constexpr std::size_t MemoryPositions = 8;
 
 std::string ProgressText(int index, int last) {
     // One decimal: 11.1 for the second of ten.
@@ -155,7 +154,7 @@ bool Discovery::ReadPage(int id) {
         }
         values.DevicePassword[i] = link_.MemoryValue();
     }
-    for (std::size_t position = 0; position < MemoryPositions; ++position) {
+    for (std::size_t position = 0; position < std::size_t{MemoryPositions}; ++position) {
         if (ReadByte(id, model::PresetUsedAddress + position)) {
             return true;
         }
@@ -178,8 +177,8 @@ bool Discovery::ReadOptionBits(int id) {
 
 bool Discovery::ReadPresetNames(int id) {
     model::ParamRow& values = Values(id);
-    for (std::size_t position = 0; position < MemoryPositions; ++position) {
-        const std::size_t address = model::PresetNamesAddress + model::MemoryNameLength * position;
+    for (std::size_t position = 0; position < std::size_t{MemoryPositions}; ++position) {
+        const std::size_t address = model::PresetNamesAddress + MemoryNameLength * position;
         if (values.PresetUsed[position] == model::PresetUsedMark) {
             if (ReadName(id, address, values.PresetNames[position])) {
                 return true;
@@ -194,17 +193,17 @@ bool Discovery::ReadPresetNames(int id) {
 void Discovery::NameAsEmpty(int id, std::size_t position) {
     std::string& name = Values(id).PresetNames[position];
     name.clear();
-    for (std::size_t j = 0; j < model::MemoryNameLength; ++j) {
+    for (std::size_t j = 0; j < MemoryNameLength; ++j) {
         const std::string_view character = model::EmptyPresetChars[j];
         name += character;
-        Image(id).SystemPage[model::PresetNamesAddress + model::MemoryNameLength * position + j] =
+        Image(id).SystemPage[model::PresetNamesAddress + MemoryNameLength * position + j] =
             static_cast<std::uint8_t>(character.front());
     }
 }
 
 bool Discovery::ReadName(int id, std::size_t address, std::string& name) {
     name.clear();
-    for (std::size_t j = 0; j < model::MemoryNameLength; ++j) {
+    for (std::size_t j = 0; j < MemoryNameLength; ++j) {
         if (ReadByte(id, address + j)) {
             return true;
         }
@@ -229,7 +228,7 @@ void Discovery::SetDemoDefaults(int id) {
     values.ChannelMute.fill(0.0);
     values.DevicePassword.fill(DefaultPasswordCharacter);
     std::fill_n(values.PresetUsed.begin(), MemoryPositions, 0.0);
-    for (std::size_t position = 0; position < MemoryPositions; ++position) {
+    for (std::size_t position = 0; position < std::size_t{MemoryPositions}; ++position) {
         NameAsEmpty(id, position);
     }
     values.CurrentPresetName = FactoryPresetName;

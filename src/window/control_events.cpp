@@ -59,7 +59,7 @@ void ControlWindow::WireGains(controls::FrmCtrl& form) {
         const int index = static_cast<int>(i);
         form.Slider1[i].Moved = Guarded([this, index] {
             model::SetGain(context_, index);
-            response_.RedrawChannel(model::ChannelOfControl(index));
+            response_.RedrawChannel(ChannelOfControl(index));
         });
         form.Check1[i].Clicked = Guarded([this, index] { model::SetMute(context_, index); });
         form.Check2[i].Clicked = Guarded([this, index] { model::SetPhase(context_, index); });
@@ -82,10 +82,10 @@ void ControlWindow::WireDelays(controls::FrmCtrl& form) {
 }
 
 void ControlWindow::WireOutputs(controls::FrmCtrl& form) {
-    for (int output = 0; output < controls::OutputCount; ++output) {
+    for (int output = 0; output < OutputCount; ++output) {
         form.Combo3[At(output)].Chosen = [this, output] { model::SetSource(context_, output); };
     }
-    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
         const std::size_t c = At(channel);
         form.Slider4[c].Moved = [this, channel] { model::SetThreshold(context_, channel); };
         form.Slider5[c].Moved = [this, channel] { model::SetRelease(context_, channel); };
@@ -95,22 +95,22 @@ void ControlWindow::WireOutputs(controls::FrmCtrl& form) {
 
 void ControlWindow::WireGraphs(controls::FrmCtrl& form) {
     form.SSTab1.Changed = [this, &form] {
-        if (form.SSTab1.Tab() < controls::ChannelCount) {
+        if (form.SSTab1.Tab() < ChannelCount) {
             response_.RedrawChannel(form.SSTab1.Tab());
         }
     };
-    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
         const std::size_t c = At(channel);
         form.Check3[c].Clicked = [this, channel] { response::ShowCursor(context_, channel); };
         form.Command1[c].Clicked = [this, channel] {
             if (boxes_.AreYouSure("Flat Eq")) {
-                link_.Current.Call("the flattening", model::PeqCountOf(channel));
+                link_.Current.Call("the flattening", PeqCountOf(channel));
                 model::FlatEqualiser(context_, response_, channel);
             }
         };
     }
-    for (int output = 0; output < controls::OutputCount; ++output) {
-        for (int row = 0; row < controls::OutputCount - 1; ++row) {
+    for (int output = 0; output < OutputCount; ++output) {
+        for (int row = 0; row < OutputCount - 1; ++row) {
             form.ViewBox(row, output).Clicked = [this, output, row] {
                 response::ViewOverlay(context_, response_, output, row);
             };

@@ -50,7 +50,7 @@ void ControlWindow::Fill(int slot) {
         const FlagGuard unplotted(response_.PlotSuspended);
         presets::ApplyImage(context_, response_);
     }
-    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
         response_.RedrawChannel(channel);
     }
     apply_lock_state_();

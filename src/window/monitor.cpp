@@ -19,7 +19,7 @@ constexpr std::array<controls::Colour, controls::LampsPerChannel> LampColours = 
 
 void Monitor::Start(controls::FrmCtrl& form) {
     const std::size_t id = static_cast<std::size_t>(context_.DeviceId());
-    for (std::size_t channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (std::size_t channel = 0; channel < ChannelCount; ++channel) {
         meter_shown_[channel][id] = NeverShown;
     }
     form.Timer1.Tick = [this, &timer = form.Timer1] { Tick(timer); };
@@ -46,7 +46,7 @@ void Monitor::Tick(controls::Timer& timer) {
 
 void Monitor::Poll(int device_id) {
     const std::size_t id = At(device_id);
-    for (std::size_t channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (std::size_t channel = 0; channel < ChannelCount; ++channel) {
         double& level = meter_now_[channel][id];
         level = context_.Link.RxFrame[FirstLevelByte + channel];
         if (channel >= FirstOutput) {
@@ -56,13 +56,13 @@ void Monitor::Poll(int device_id) {
             limit_now_[channel][id] = level >= LimitLevel ? 1 : 0;
         }
     }
-    for (std::size_t channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (std::size_t channel = 0; channel < ChannelCount; ++channel) {
         if (meter_now_[channel][id] != meter_shown_[channel][id]) {
             ShowMeter(static_cast<int>(channel));
             meter_shown_[channel][id] = meter_now_[channel][id];
         }
     }
-    for (std::size_t channel = FirstOutput; channel < controls::ChannelCount; ++channel) {
+    for (std::size_t channel = FirstOutput; channel < ChannelCount; ++channel) {
         if (limit_now_[channel][id] != limit_shown_[channel][id]) {
             // Two boxes off: Out 1 marks the box of In A, and the boxes of Out 5 and Out 6 are never marked. That is
             // meant.

@@ -11,9 +11,9 @@ using namespace nrv::response;
 
 struct Parts {
     int Channel;
-    std::vector<std::size_t> Peq;
-    std::vector<std::size_t> Shelves;
-    std::vector<std::size_t> Sides;
+    std::vector<int> Peq;
+    std::vector<int> Shelves;
+    std::vector<int> Sides;
 };
 
 const std::vector<Parts>& PartsOfChannels() {
@@ -39,35 +39,34 @@ TEST(CurveStore, PartsAndSumsThatWereNeverComputedAreZero) {
     WindowCurves& curves = store.Of(10);
     for (int channel = 0; channel < 8; ++channel) {
         EXPECT_TRUE(IsFlat(curves.ChannelCurve(channel), 0.0));
-        curves.PartChanged(channel);
+        curves.FillPeq(FirstPeqOf(channel));
         EXPECT_TRUE(IsFlat(curves.ChannelCurve(channel), 0.0));
     }
-    EXPECT_TRUE(IsFlat(curves.PeqCurve[43], 0.0));
-    EXPECT_TRUE(IsFlat(curves.ShelfCurve[9], 0.0));
-    EXPECT_TRUE(IsFlat(curves.CrossoverCurve[11], 0.0));
+    EXPECT_TRUE(IsFlat(curves.PeqCurve(43), 0.0));
+    EXPECT_TRUE(IsFlat(curves.ShelfCurve(9), 0.0));
+    EXPECT_TRUE(IsFlat(curves.CrossoverCurve(11), 0.0));
 }
 
 TEST(CurveStore, SumsEachPartIntoItsOwnChannelAlone) {
     CurveStore store;
     for (const Parts& parts : PartsOfChannels()) {
-        const auto expect_alone = [&](Curve& part, WindowCurves& curves, const char* kind, std::size_t index) {
-            part.fill(1.5);
+        const auto expect_alone = [&](const auto& fill, const char* kind, int index) {
+            fill(index).fill(1.5);
             for (int channel = 0; channel < 8; ++channel) {
-                curves.PartChanged(channel);
-                EXPECT_TRUE(IsFlat(curves.ChannelCurve(channel), channel == parts.Channel ? 1.5 : 0.0))
+                EXPECT_TRUE(IsFlat(store.Of(0).ChannelCurve(channel), channel == parts.Channel ? 1.5 : 0.0))
                     << kind << " " << index << ", channel " << channel;
             }
-            part.fill(0.0);
+            fill(index).fill(0.0);
         };
         WindowCurves& curves = store.Of(0);
-        for (const std::size_t section : parts.Peq) {
-            expect_alone(curves.PeqCurve[section], curves, "section", section);
+        for (const int section : parts.Peq) {
+            expect_alone([&](int s) -> Curve& { return curves.FillPeq(s); }, "section", section);
         }
-        for (const std::size_t filter : parts.Shelves) {
-            expect_alone(curves.ShelfCurve[filter], curves, "tone filter", filter);
+        for (const int filter : parts.Shelves) {
+            expect_alone([&](int h) -> Curve& { return curves.FillShelf(h); }, "tone filter", filter);
         }
-        for (const std::size_t side : parts.Sides) {
-            expect_alone(curves.CrossoverCurve[side], curves, "side", side);
+        for (const int side : parts.Sides) {
+            expect_alone([&](int x) -> Curve& { return curves.FillCrossover(x); }, "side", side);
         }
     }
 }
@@ -76,32 +75,31 @@ TEST(CurveStore, AddsUpWhatAllPartsHoldAtEachPoint) {
     CurveStore store;
     WindowCurves& curves = store.Of(3);
     // Small whole numbers, so that every sum is exact.
-    const auto level = [](std::size_t part, std::size_t point) {
-        return static_cast<double>((7 * part + point) % 101);
+    const auto level = [](int part, std::size_t point) {
+        return static_cast<double>((7 * static_cast<std::size_t>(part) + point) % 101);
     };
     for (std::size_t point = 0; point < GridPoints; ++point) {
-        for (std::size_t s = 0; s < 44; ++s) {
-            curves.PeqCurve[s][point] = level(s, point);
+        for (int s = 0; s < 44; ++s) {
+            curves.FillPeq(s)[point] = level(s, point);
         }
-        for (std::size_t h = 0; h < 10; ++h) {
-            curves.ShelfCurve[h][point] = level(100 + h, point);
+        for (int h = 0; h < 10; ++h) {
+            curves.FillShelf(h)[point] = level(100 + h, point);
         }
-        for (std::size_t x = 0; x < 12; ++x) {
-            curves.CrossoverCurve[x][point] = -level(200 + x, point);
+        for (int x = 0; x < 12; ++x) {
+            curves.FillCrossover(x)[point] = -level(200 + x, point);
         }
     }
     for (const Parts& parts : PartsOfChannels()) {
-        curves.PartChanged(parts.Channel);
         const Curve& total = curves.ChannelCurve(parts.Channel);
         for (std::size_t point = 0; point < GridPoints; ++point) {
             double expected = 0.0;
-            for (const std::size_t s : parts.Peq) {
+            for (const int s : parts.Peq) {
                 expected += level(s, point);
             }
-            for (const std::size_t h : parts.Shelves) {
+            for (const int h : parts.Shelves) {
                 expected += level(100 + h, point);
             }
-            for (const std::size_t x : parts.Sides) {
+            for (const int x : parts.Sides) {
                 expected -= level(200 + x, point);
             }
             ASSERT_EQ(total[point], expected) << "channel " << parts.Channel << ", point " << point;
@@ -112,8 +110,7 @@ TEST(CurveStore, AddsUpWhatAllPartsHoldAtEachPoint) {
 TEST(CurveStore, KeepsTheCurvesOfEachWindowApart) {
     CurveStore store;
     for (int slot = 0; slot < 11; ++slot) {
-        store.Of(slot).PeqCurve[0].fill(slot);
-        store.Of(slot).PartChanged(0);
+        store.Of(slot).FillPeq(0).fill(slot);
     }
     for (int slot = 0; slot < 11; ++slot) {
         EXPECT_TRUE(IsFlat(store.Of(slot).ChannelCurve(0), slot));

@@ -359,7 +359,7 @@ TEST(PlotPoint, WhileSuspendedNeitherMovesThePenNorChangesTheColourAndTablesGoOn
     EXPECT_TRUE(graph.Strokes().empty());
     graph.LineTo(41, 51);
     ExpectStroke(graph.Strokes()[0], {1, 2, 3}, {{40, 50}, {41, 51}});
-    EXPECT_EQ(desk.Display.Curves().PeqCurve[20][90], 6.0); // 100 Hz
+    EXPECT_EQ(desk.Display.Curves().PeqCurve(20)[90], 6.0); // 100 Hz
     EXPECT_NEAR(desk.Display.ChannelTotal(2)[90], 6.0 + ShelfLevel(1, 6.0L, 100.0L, 100.0L) - 10.0 * std::log10(2.0),
                 1e-9);
     desk.Display.PlotSuspended = false;

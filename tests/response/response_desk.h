@@ -46,8 +46,7 @@ struct ResponseDesk {
     }
     /// A level over the whole of a channel, as its first section.
     void SetLevel(int channel, double level) {
-        Display.Curves().PeqCurve[static_cast<std::size_t>(model::FirstPeqOf(channel))].fill(level);
-        Display.Curves().PartChanged(channel);
+        Display.Curves().FillPeq(FirstPeqOf(channel)).fill(level);
     }
 };
 

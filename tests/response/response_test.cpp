@@ -41,7 +41,7 @@ TEST(Response, PeqCurveTakesQFromThePositionOfTheBandwidthControl) {
         desk.Values().PeqBandwidth[24] = 2.0; // says something else and is not asked
         desk.Display.UpdatePeqCurve(24);
         ExpectCurve(
-            desk.Display.Curves().PeqCurve[24], [&](double f) { return BellLevel(6.4L, 1000.0L, at.Q, f); }, "bell");
+            desk.Display.Curves().PeqCurve(24), [&](double f) { return BellLevel(6.4L, 1000.0L, at.Q, f); }, "bell");
     }
 }
 
@@ -50,7 +50,7 @@ TEST(Response, PeqCurveTakesTheNearestPositionOfABandwidthOutsideTheScale) {
     desk.SetPeq(0, -9.0, 250.0, 255);
     desk.Display.UpdatePeqCurve(0);
     ExpectCurve(
-        desk.Display.Curves().PeqCurve[0], [](double f) { return BellLevel(-9.0L, 250.0L, 0.642857142857143L, f); },
+        desk.Display.Curves().PeqCurve(0), [](double f) { return BellLevel(-9.0L, 250.0L, 0.642857142857143L, f); },
         "bell");
 }
 
@@ -59,7 +59,7 @@ TEST(Response, SectionOfGainZeroIsFlatWhateverItsQ) {
     for (const int code : {0, 8, 59}) {
         desk.SetPeq(43, 0.0, 500.0, code);
         desk.Display.UpdatePeqCurve(43);
-        EXPECT_TRUE(IsFlat(desk.Display.Curves().PeqCurve[43], 0.0));
+        EXPECT_TRUE(IsFlat(desk.Display.Curves().PeqCurve(43), 0.0));
     }
 }
 
@@ -68,7 +68,7 @@ TEST(Response, SectionGivesExactlyItsGainAtItsFrequencyAndTheHighestIsNotNarrowe
     for (const double gain : {15.0, -15.0}) {
         desk.SetPeq(12, gain, 630.0, 19);
         desk.Display.UpdatePeqCurve(12);
-        const Curve& curve = desk.Display.Curves().PeqCurve[12];
+        const Curve& curve = desk.Display.Curves().PeqCurve(12);
         EXPECT_EQ(curve[620], gain); // 630 Hz
         // Two thirds of an octave up: 630 to 780 Hz, Q 1.5 as it stands.
         const double detuning = 630.0 / 780.0 - 780.0 / 630.0;
@@ -79,7 +79,7 @@ TEST(Response, SectionGivesExactlyItsGainAtItsFrequencyAndTheHighestIsNotNarrowe
 TEST(Response, HighShelvingOfAnInputAtEntry2IsSecondOrderHigh) {
     ResponseDesk desk;
     for (const int filter : {1, 3}) {
-        const Curve& curve = desk.Display.Curves().ShelfCurve[static_cast<std::size_t>(filter)];
+        const Curve& curve = desk.Display.Curves().ShelfCurve(filter);
         desk.SetShelf(filter, 2, -7.5, 2500.0);
         desk.Display.UpdateShelfCurve(filter);
         ExpectCurve(
@@ -101,7 +101,7 @@ TEST(Response, LowShelvingOfAnInputKeepsItsEntry) {
             desk.SetShelf(filter, type, 5.5, 160.0);
             desk.Display.UpdateShelfCurve(filter);
             ExpectCurve(
-                desk.Display.Curves().ShelfCurve[static_cast<std::size_t>(filter)],
+                desk.Display.Curves().ShelfCurve(filter),
                 [type](double f) { return ShelfLevel(type, 5.5L, 160.0L, f); }, "low");
         }
     }
@@ -114,7 +114,7 @@ TEST(Response, ToneFilterOfAnOutputKeepsItsEntryTwoBeingLowAndFourHigh) {
             desk.SetShelf(filter, type, -3.5, 1062.0);
             desk.Display.UpdateShelfCurve(filter);
             ExpectCurve(
-                desk.Display.Curves().ShelfCurve[static_cast<std::size_t>(filter)],
+                desk.Display.Curves().ShelfCurve(filter),
                 [type](double f) { return ShelfLevel(type, -3.5L, 1062.0L, f); }, "output");
         }
     }
@@ -137,7 +137,7 @@ TEST(Response, EvenSidesAreHighPassesAndOddOnesLowPasses) {
         desk.SetCrossover(side, slope, 475.0);
         desk.Display.UpdateCrossoverCurve(side);
         ExpectCurve(
-            desk.Display.Curves().CrossoverCurve[static_cast<std::size_t>(side)],
+            desk.Display.Curves().CrossoverCurve(side),
             [&](double f) {
                 return LevelOf(side % 2 == 0 ? FilterOf(slope).HighPass(f, 475.0) : FilterOf(slope).LowPass(f, 475.0));
             },
@@ -149,27 +149,27 @@ TEST(Response, SideInBypassIsFlat) {
     ResponseDesk desk;
     desk.SetCrossover(7, 8, 475.0);
     desk.Display.UpdateCrossoverCurve(7);
-    EXPECT_FALSE(IsFlat(desk.Display.Curves().CrossoverCurve[7], 0.0));
+    EXPECT_FALSE(IsFlat(desk.Display.Curves().CrossoverCurve(7), 0.0));
     desk.SetCrossover(7, 0, 475.0);
     desk.Display.UpdateCrossoverCurve(7);
-    EXPECT_TRUE(IsFlat(desk.Display.Curves().CrossoverCurve[7], 0.0));
+    EXPECT_TRUE(IsFlat(desk.Display.Curves().CrossoverCurve(7), 0.0));
 }
 
 TEST(Response, ListPositionPastItsEndStandsForTheNearestEntry) {
     ResponseDesk desk;
     desk.SetCrossover(0, 10, 475.0);
     desk.Display.UpdateCrossoverCurve(0);
-    const Curve last_slope = desk.Display.Curves().CrossoverCurve[0];
+    const Curve last_slope = desk.Display.Curves().CrossoverCurve(0);
     desk.SetCrossover(0, 200, 475.0);
     desk.Display.UpdateCrossoverCurve(0);
-    EXPECT_EQ(desk.Display.Curves().CrossoverCurve[0], last_slope);
+    EXPECT_EQ(desk.Display.Curves().CrossoverCurve(0), last_slope);
 
     desk.SetShelf(0, 2, 4.5, 3150.0); // an input's list ends at 2
     desk.Display.UpdateShelfCurve(0);
-    const Curve last_kind = desk.Display.Curves().ShelfCurve[0];
+    const Curve last_kind = desk.Display.Curves().ShelfCurve(0);
     desk.SetShelf(0, 99, 4.5, 3150.0);
     desk.Display.UpdateShelfCurve(0);
-    EXPECT_EQ(desk.Display.Curves().ShelfCurve[0], last_kind);
+    EXPECT_EQ(desk.Display.Curves().ShelfCurve(0), last_kind);
 }
 
 TEST(Response, TotalOfAnOutputIsTheSumOfItsSectionsItsToneFilterAndItsSides) {
@@ -240,14 +240,18 @@ TEST(Response, ChangingOneSectionLeavesTheOthersAndChangesTheTotalByItsDifferenc
     desk.SetPeq(4, -8.2, 630.0, 30);
     desk.Display.UpdatePeqCurve(4);
     WindowCurves& after = desk.Display.Curves();
-    for (std::size_t section = 0; section < 44; ++section) {
-        EXPECT_EQ(after.PeqCurve[section] == before->PeqCurve[section], section != 4) << section;
+    for (int section = 0; section < 44; ++section) {
+        EXPECT_EQ(after.PeqCurve(section) == before->PeqCurve(section), section != 4) << section;
     }
-    EXPECT_EQ(after.ShelfCurve, before->ShelfCurve);
-    EXPECT_EQ(after.CrossoverCurve, before->CrossoverCurve);
+    for (int filter = 0; filter < 10; ++filter) {
+        EXPECT_EQ(after.ShelfCurve(filter), before->ShelfCurve(filter)) << filter;
+    }
+    for (int side = 0; side < 12; ++side) {
+        EXPECT_EQ(after.CrossoverCurve(side), before->CrossoverCurve(side)) << side;
+    }
     for (std::size_t point = 0; point < GridPoints; ++point) {
         EXPECT_NEAR(desk.Display.ChannelTotal(0)[point] - total_before[point],
-                    after.PeqCurve[4][point] - before->PeqCurve[4][point], 1e-12);
+                    after.PeqCurve(4)[point] - before->PeqCurve(4)[point], 1e-12);
     }
     for (int channel = 1; channel < 8; ++channel) {
         EXPECT_TRUE(IsFlat(desk.Display.ChannelTotal(channel), 0.0));

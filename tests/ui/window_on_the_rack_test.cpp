@@ -138,14 +138,14 @@ class WindowOnTheRackTest : public QObject {
     }
     QStringList AllLamps(int slot = 0) {
         QStringList all;
-        for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+        for (int channel = 0; channel < ChannelCount; ++channel) {
             all.append(Lamps(channel, slot));
         }
         return all;
     }
     QList<int> MarkedBoxes() {
         QList<int> marked;
-        for (int box = 0; box < controls::ChannelCount; ++box) {
+        for (int box = 0; box < ChannelCount; ++box) {
             if (qobject_cast<ui::ValueText*>(desk_->Control("Text9", box))->Marked()) {
                 marked.append(box);
             }
@@ -178,7 +178,7 @@ void WindowOnTheRackTest::ALockDisablesTheToldControlsAndAnUnlockEnablesThem() {
     // The names can be looked at by their blocks, and no more.
     desk_->ShowTab(controls::OverviewTab);
     QVERIFY(desk_->WithDialog(desk_->Control("Label300", 2), "FrmEditLabel", [](QWidget& dialog) {
-        for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+        for (int channel = 0; channel < ChannelCount; ++channel) {
             QVERIFY(!driver::Find(QStringLiteral("Text1(%1)").arg(channel), &dialog)->isEnabled());
         }
         QVERIFY(!In(dialog, "Command1(0)")->isEnabled());

@@ -58,8 +58,8 @@ class FilterRow {
             AddCrossoverAndRouting();
         }
         AddEqualiser();
-        for (int filter = 0; filter < ToneFilterCount(channel_); ++filter) {
-            AddToneFilter(FirstToneFilter(channel_) + filter);
+        for (int filter = 0; filter < ToneCountOf(channel_); ++filter) {
+            AddToneFilter(FirstToneOf(channel_) + filter);
         }
         AddDynamics();
     }
@@ -107,7 +107,7 @@ class FilterRow {
 
     void AddEqualiser() {
         auto& panel = NextPanel("Frame5", channel_, columns_.Equaliser);
-        const int count = SectionCount(channel_);
+        const int count = PeqCountOf(channel_);
         const int pitch = (columns_.Equaliser - UnitWidth - 5) / count;
         const auto unit = [&](int y, int text_height, const QString& text) {
             builder_.AddText(panel, QRect(4, y, UnitWidth - 2, text_height), text, TextRole::Scale,
@@ -125,7 +125,7 @@ class FilterRow {
     }
 
     void AddSection(Panel& panel, int number, const QRect& column) {
-        const int section = FirstSection(channel_) + number;
+        const int section = FirstPeqOf(channel_) + number;
         const int left = column.left() + 1;
         const int width = column.width() - 2;
         constexpr int arrows_width = 12;

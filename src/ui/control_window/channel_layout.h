@@ -4,32 +4,7 @@
 
 namespace nrv::ui {
 
-// Which filters and sides belong to a channel, and where things stand on a channel's tab.
-
-constexpr bool IsInput(int channel) {
-    return channel < 2;
-}
-constexpr int OutputOf(int channel) {
-    return channel - 2;
-}
-constexpr int SectionCount(int channel) {
-    return IsInput(channel) ? 10 : 4;
-}
-constexpr int FirstSection(int channel) {
-    return IsInput(channel) ? 10 * channel : 20 + 4 * OutputOf(channel);
-}
-/// The channel of an equaliser section, 0 to 43.
-constexpr int ChannelOfSection(int section) {
-    return section < 20 ? section / 10 : 2 + (section - 20) / 4;
-}
-constexpr int ToneFilterCount(int channel) {
-    return IsInput(channel) ? 2 : 1;
-}
-constexpr int FirstToneFilter(int channel) {
-    return IsInput(channel) ? 2 * channel : 4 + OutputOf(channel);
-}
-
-// Pixels. Panels stand 4 apart; a page begins below the tabs.
+// Where things stand on a tab. Pixels. Panels stand 4 apart; a page begins below the tabs.
 inline constexpr int PageTop = 56;
 inline constexpr int PageWidth = 728;
 inline constexpr int PageHeight = 466;

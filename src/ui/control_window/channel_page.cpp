@@ -51,7 +51,7 @@ void AddViewChoices(PageBuilder& builder, Panel& panel, int output, int y) {
     constexpr std::array<QRect, 3> options = {QRect(128, 0, 84, CheckHeight), QRect(220, 0, 130, CheckHeight),
                                               QRect(360, 0, 130, CheckHeight)};
     for (int choice = 0; choice < 3; ++choice) {
-        builder.Add<QRadioButton>(panel, "Option2", 3 * output + choice,
+        builder.Add<QRadioButton>(panel, "Option2", SumsPerOutput * output + choice,
                                   options[static_cast<std::size_t>(choice)].translated(0, y));
     }
     constexpr std::array<std::string_view, 5> boxes = {"Check4", "Check5", "Check6", "Check7", "Check8"};
@@ -69,7 +69,7 @@ void AddGraph(PageBuilder& builder, QWidget& page, int channel) {
     AddScales(builder, panel);
     builder.Add<GraphView>(panel, "Picture1", channel,
                            QRect(GraphOrigin, QSize(GraphView::GraphWidth, GraphView::GraphHeight)));
-    for (int section = FirstSection(channel); section < FirstSection(channel) + SectionCount(channel); ++section) {
+    for (int section = FirstPeqOf(channel); section < FirstPeqOf(channel) + PeqCountOf(channel); ++section) {
         builder.Add<MarkerDot>(panel, "Label5", section, QRect(0, 0, MarkerDot::Extent, MarkerDot::Extent),
                                ChannelColour(channel), GraphOrigin);
     }
@@ -81,7 +81,7 @@ void AddGraph(PageBuilder& builder, QWidget& page, int channel) {
 }
 
 void AddGain(PageBuilder& builder, QWidget& page, int channel) {
-    const int index = channel + controls::ChannelCount;
+    const int index = channel + ChannelCount;
     const int panel_height = GraphPanelBottom(channel) - PanelsTop - Gap - DelayPanelHeight;
     auto& panel = builder.Add<Panel>(page, "Frame1", index, QRect(SideLeft, PanelsTop, SideWidth, panel_height));
     panel.SetAccent(ChannelColour(channel));
@@ -93,7 +93,7 @@ void AddGain(PageBuilder& builder, QWidget& page, int channel) {
 }
 
 void AddDelay(PageBuilder& builder, QWidget& page, int channel) {
-    const int index = channel + controls::ChannelCount;
+    const int index = channel + ChannelCount;
     auto& panel =
         builder.Add<Panel>(page, "Frame3", index,
                            QRect(SideLeft, GraphPanelBottom(channel) - DelayPanelHeight, SideWidth, DelayPanelHeight));

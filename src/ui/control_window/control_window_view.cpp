@@ -39,7 +39,7 @@ ControlWindowView::ControlWindowView(controls::FrmCtrl& form, const controls::Ev
     Build();
     lights_ = new SectionLights(this);
     controls::ForEachControl(form_, ControlBinder(widgets_, entry_));
-    for (int section = 0; section < controls::PeqCount; ++section) {
+    for (int section = 0; section < PeqCount; ++section) {
         BindMarker(section);
     }
     BindTabs();
@@ -79,7 +79,7 @@ void ControlWindowView::Build() {
         page->hide();
         pages_[At(tab)] = page;
     }
-    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
         BuildChannelPage(widgets_, *pages_[At(channel)], channel);
         graphs_[At(channel)] = qobject_cast<GraphView*>(widgets_.Find("Picture1", channel));
         plates_[At(channel)] = new ValuePlate(*graphs_[At(channel)]);
@@ -154,9 +154,9 @@ void ControlWindowView::BindMarker(int section) {
     });
     connect(dot, &MarkerDot::Released, this, [this, &marker, section] {
         entry_.Run([&] { controls::Run(marker.Released); });
-        plates_[At(ChannelOfSection(section))]->hide();
+        plates_[At(ChannelOfPeq(section))]->hide();
     });
-    connect(dot, &MarkerDot::TakenAway, this, [this, section] { plates_[At(ChannelOfSection(section))]->hide(); });
+    connect(dot, &MarkerDot::TakenAway, this, [this, section] { plates_[At(ChannelOfPeq(section))]->hide(); });
     std::vector<QWidget*> section_controls;
     for (const char* const name : {"Text3", "Slider2", "Text4", "Text5", "UpDown3"}) {
         section_controls.push_back(widgets_.Find(name, section));
@@ -169,7 +169,7 @@ void ControlWindowView::ShowPlate(int section) {
         QStringLiteral("%1 Hz   %2 dB   %3 Oct")
             .arg(FromBytes(form_.Text4[At(section)].Text()), SignedGain(form_.Text3[At(section)].Text()),
                  FromBytes(form_.Text5[At(section)].Text()));
-    plates_[At(ChannelOfSection(section))]->ShowAt(markers_[At(section)]->geometry().center(), text);
+    plates_[At(ChannelOfPeq(section))]->ShowAt(markers_[At(section)]->geometry().center(), text);
 }
 
 } // namespace nrv::ui

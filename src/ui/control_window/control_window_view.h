@@ -52,9 +52,9 @@ class ControlWindowView : public QWidget {
     QTimer* timer_ = nullptr;
     SectionLights* lights_ = nullptr;
     std::array<QWidget*, controls::TabCount> pages_{};
-    std::array<GraphView*, controls::ChannelCount> graphs_{};
-    std::array<MarkerDot*, controls::PeqCount> markers_{};
-    std::array<ValuePlate*, controls::ChannelCount> plates_{};
+    std::array<GraphView*, ChannelCount> graphs_{};
+    std::array<MarkerDot*, PeqCount> markers_{};
+    std::array<ValuePlate*, ChannelCount> plates_{};
     bool attached_ = true;
 };
 

@@ -48,7 +48,7 @@ void AddRouting(PageBuilder& builder, QWidget& page) {
                                 .X = width / 2 - 20 + 40 * input,
                                 .FeedsFrom = QPoint(0, RowMiddle(InputRows[static_cast<std::size_t>(input)])),
                                 .Branches = {}};
-        for (int output = 0; output < controls::OutputCount; ++output) {
+        for (int output = 0; output < OutputCount; ++output) {
             const int y = RowMiddle(output) + (input == 0 ? -BranchOffset : BranchOffset);
             const QRect place(bus.X - Wire::DotCentre, y - Wire::DotCentre, width - bus.X + Wire::DotCentre,
                               Wire::BranchHeight);
@@ -66,8 +66,8 @@ void BuildDelaysPage(PageBuilder& builder, QWidget& page) {
     for (int input = 0; input < 2; ++input) {
         AddStrip(builder, page, input, QPoint(PanelsLeft, RowTop(InputRows[static_cast<std::size_t>(input)])));
     }
-    for (int output = 0; output < controls::OutputCount; ++output) {
-        AddStrip(builder, page, output + 2, QPoint(DrawingRight, RowTop(output)));
+    for (int output = 0; output < OutputCount; ++output) {
+        AddStrip(builder, page, ChannelOfOutput(output), QPoint(DrawingRight, RowTop(output)));
     }
     auto& units = builder.Add<Panel>(page, "Frame4", controls::NoIndex,
                                      QRect(PanelsLeft, RowTop(UnitsRow) + 20, StripWidth, StripHeight - 20));

@@ -52,7 +52,7 @@ void AddStrip(PageBuilder& builder, QWidget& page, int channel) {
 }
 
 void AddMaster(PageBuilder& builder, QWidget& page) {
-    constexpr int left = PanelsLeft + controls::ChannelCount * (StripWidth + Gap);
+    constexpr int left = PanelsLeft + ChannelCount * (StripWidth + Gap);
     constexpr int width = PanelsRight - left;
     constexpr int input_height = 62;
     constexpr int master_height = StripHeight - Gap - input_height;
@@ -74,7 +74,7 @@ void AddMaster(PageBuilder& builder, QWidget& page) {
 } // namespace
 
 void BuildGainsPage(PageBuilder& builder, QWidget& page) {
-    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
         AddStrip(builder, page, channel);
     }
     AddMaster(builder, page);

@@ -52,7 +52,7 @@ class Diagram {
         for (int input = 0; input < 2; ++input) {
             AddInput(input);
         }
-        for (int output = 0; output < controls::OutputCount; ++output) {
+        for (int output = 0; output < OutputCount; ++output) {
             AddOutput(output);
         }
         for (int input = 0; input < 2; ++input) {
@@ -104,7 +104,7 @@ class Diagram {
                                 Block::Kind::Stage);
             x += OutputBlockPitch;
         }
-        AddChannel(output + 2, Around(OutputLeft, middle, ChannelWidth),
+        AddChannel(ChannelOfOutput(output), Around(OutputLeft, middle, ChannelWidth),
                    QPoint(OutputLeft + ChannelWidth + 4, middle - PictureSize / 2));
         drawing_.AddWire(QPoint(SourceLeft + SourceWidth, middle), OutputLeft, CurrentTheme().Groove);
     }
@@ -116,7 +116,7 @@ class Diagram {
                                 .X = BusAt[static_cast<std::size_t>(input)],
                                 .FeedsFrom = QPoint(InputChainRight, InputMiddle(input)),
                                 .Branches = {}};
-        for (int output = 0; output < controls::OutputCount; ++output) {
+        for (int output = 0; output < OutputCount; ++output) {
             const int y = RowMiddle(output) + (input == 0 ? -BranchOffset : BranchOffset);
             const QRect place(bus.X - Wire::DotCentre, y - Wire::DotCentre, SourceLeft - bus.X + Wire::DotCentre,
                               Wire::BranchHeight);

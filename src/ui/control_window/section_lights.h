@@ -44,7 +44,7 @@ class SectionLights : public QObject {
     void Show(int section);
     void Light(Section& section);
 
-    std::array<Section, controls::PeqCount> sections_;
+    std::array<Section, PeqCount> sections_;
     int focused_ = -1;
 };
 

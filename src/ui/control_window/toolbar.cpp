@@ -56,13 +56,13 @@ void BuildTabs(PageBuilder& builder, QWidget& window) {
     constexpr std::array<int, 3> other_tab_widths = {52, 54, 62};
     auto& strip = builder.Add<TabStrip>(window, "SSTab1", controls::NoIndex,
                                         QRect(PanelsLeft, TabsTop, PanelsRight - PanelsLeft, TabStrip::StripHeight));
-    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
         strip.AddTab(channel_tab_width, true);
     }
     for (const int width : other_tab_widths) {
         strip.AddTab(width, false);
     }
-    for (int channel = 0; channel < controls::ChannelCount; ++channel) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
         const QRect place = strip.MarkPlace(channel).translated(strip.pos());
         auto& mark = builder.Add<Lamp>(window, "Shape2", channel, place, ChannelColour(channel), 1.0);
         mark.setAttribute(Qt::WA_TransparentForMouseEvents);

@@ -13,13 +13,6 @@
 #include <QVBoxLayout>
 
 namespace nrv::ui {
-namespace {
-
-constexpr int Positions = 8;
-constexpr int NameLength = controls::FrmStore::NameLength;
-
-} // namespace
-
 StoreDialog::StoreDialog(controls::FrmStore& record, const controls::EventEntry& entry, QWidget* parent)
     : ToolDialogBase(record.Window, QStringLiteral("FrmStore"), entry, parent) {
     auto* panel = new Panel(this);
@@ -30,7 +23,7 @@ StoreDialog::StoreDialog(controls::FrmStore& record, const controls::EventEntry&
     auto* memory = new QVBoxLayout;
     memory->setSpacing(CaptionGap);
     memory->addWidget(MakeCaption(record.ListCaption, QStringLiteral("ListCaption")));
-    QListWidget* list = MakeLines(record.List1, QStringLiteral("List1"), Positions, NameLength);
+    QListWidget* list = MakeLines(record.List1, QStringLiteral("List1"), MemoryPositions, MemoryNameLength);
     list->setAccessibleName(FromBytes(record.ListCaption.Caption()));
     memory->addWidget(list);
     columns->addLayout(memory);
@@ -67,7 +60,7 @@ ReadDialog::ReadDialog(controls::FrmRead& record, const controls::EventEntry& en
     column->setContentsMargins(Inner, Inner, Inner, Inner);
     column->setSpacing(CaptionGap);
     column->addWidget(MakeCaption(record.ListCaption, QStringLiteral("ListCaption")));
-    QListWidget* list = MakeLines(record.List1, QStringLiteral("List1"), Positions, NameLength);
+    QListWidget* list = MakeLines(record.List1, QStringLiteral("List1"), MemoryPositions, MemoryNameLength);
     list->setAccessibleName(FromBytes(record.ListCaption.Caption()));
     column->addWidget(list);
     Column().addWidget(panel);
