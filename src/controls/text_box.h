@@ -8,19 +8,27 @@ namespace nrv::controls {
 inline constexpr char BackspaceKey = 8;
 inline constexpr char EnterKey = 13;
 
+/// What becomes of a key: the character that enters the box, 0 for none, and whether it stands for one that was
+/// refused.
+struct KeyEntry {
+    constexpr KeyEntry(char entering, bool refused = false) : Entering(entering), Refused(refused) {}
+    char Entering;
+    bool Refused;
+    friend constexpr bool operator==(const KeyEntry& entry, char character) { return entry.Entering == character; }
+};
+
 /// A line of text. Setting the text in code runs nothing.
 class TextBox : public Control {
   public:
     static constexpr std::size_t NoLimit = 0;
 
-    /// What becomes of a key: takes the character and returns the one that enters the box in its place, 0 for none.
-    std::function<char(char)> KeyPressed;
+    std::function<KeyEntry(char)> KeyPressed;
 
     const std::string& Text() const { return text_; }
     void SetText(const std::string& text) { Assign(text_, text, Aspect::Text); }
     /// The view's word on what the user has made of the text.
     void UserText(const std::string& text) { text_ = text; }
-    char UserKey(char key) { return KeyPressed ? KeyPressed(key) : key; }
+    KeyEntry UserKey(char key) { return KeyPressed ? KeyPressed(key) : key; }
 
     std::size_t MaxLength() const { return max_length_; }
     void SetMaxLength(std::size_t length) { Assign(max_length_, length, Aspect::Items); }

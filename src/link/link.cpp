@@ -11,17 +11,6 @@ constexpr int ProbeMilliseconds = 200;
 constexpr std::size_t ProbeAnswerIndex = 4;
 constexpr std::uint8_t ProbeAnswer = 0xC3;
 
-// A wait is over when (now - start) x scale passes the limit, in days: with a clock of whole seconds that is the tenth
-// tick, the nineteenth and the fifth. The figures look like fractions of a millisecond and are not.
-constexpr double FrameScale = 1000.0;
-constexpr double FrameLimit = 0.11;
-constexpr double BulkLimit = 0.21;
-constexpr double CheckScale = 2000.0;
-
-constexpr int FrameRetries = 4;
-constexpr int BulkRetries = 5;
-constexpr int CheckRetries = 1;
-
 bool GetsNoReply(const Payload& payload) {
     return payload[0] == ExitNoticeCommand || payload[0] == UnconnectCommand;
 }
@@ -32,7 +21,7 @@ int FramesWith(const Payload& payload) {
 }
 
 std::string DoesNotAnswer(int id) {
-    return "ID:" + std::to_string(id) + " does not answer";
+    return IdText(id) + " does not answer";
 }
 
 /// A sentence without its full stop.
@@ -44,6 +33,27 @@ std::string Clause(std::string sentence) {
 }
 
 } // namespace
+
+/// How long an exchange is waited for. A wait is over when (now - start) x scale passes the limit, in days: with a
+/// clock of whole seconds that is the tenth tick for a frame, the nineteenth for a long reply, the fifth for a check.
+/// The figures look like fractions of a millisecond and are not.
+struct Link::Patience {
+    int ReplyLength;
+    int Transmissions;
+    double Scale;
+    double Limit;
+
+    static const Patience OfFrame;
+    static const Patience OfBulk;
+    static const Patience OfCheck;
+};
+
+constexpr Link::Patience Link::Patience::OfFrame{
+    .ReplyLength = FrameLength, .Transmissions = 5, .Scale = 1000.0, .Limit = 0.11};
+constexpr Link::Patience Link::Patience::OfBulk{
+    .ReplyLength = BulkLength, .Transmissions = 6, .Scale = 1000.0, .Limit = 0.21};
+constexpr Link::Patience Link::Patience::OfCheck{
+    .ReplyLength = FrameLength, .Transmissions = 2, .Scale = 2000.0, .Limit = 0.11};
 
 Link::Link(SerialPort& port, Clock& clock, Process& process, MessageBoxes& boxes, controls::Timer& serial_timer,
            Operation& operation)
@@ -97,22 +107,15 @@ bool Link::SendFrame(int id, const Payload& payload) {
     TransactionDone = false;
     std::string reason = DoesNotAnswer(id);
     try {
-        for (int attempt = 0; attempt <= FrameRetries; ++attempt) {
+        if (GetsNoReply(payload)) {
             FillFrame(id, payload);
             port_.Output(TxFrame);
-            if (GetsNoReply(payload)) {
-                return false;
-            }
-            // What waits is not thrown away before the next transmission: a late answer counts towards the 13.
-            if (WaitForReply(id, FrameRetries - attempt, FrameLength, FrameScale, FrameLimit) == Wait::Replied) {
-                TakeReply(FrameLength);
-                TransactionDone = true;
-                Current.CountAnswered();
-                if (attempt > 0 && AnsweredLate) {
-                    AnsweredLate();
-                }
-                return false;
-            }
+            return false;
+        }
+        if (Exchange(id, payload, Patience::OfFrame)) {
+            TransactionDone = true;
+            Current.CountAnswered();
+            return false;
         }
     } catch (const RuntimeError& error) {
         // A port that is gone gets no further attempt.
@@ -154,13 +157,8 @@ bool Link::BulkExchange(int id, const Payload& payload) {
         return false;
     }
     try {
-        for (int attempt = 0; attempt <= BulkRetries; ++attempt) {
-            FillFrame(id, payload);
-            port_.Output(TxFrame);
-            if (WaitForReply(id, BulkRetries - attempt, BulkLength, FrameScale, BulkLimit) == Wait::Replied) {
-                TakeReply(BulkLength);
-                return true;
-            }
+        if (Exchange(id, payload, Patience::OfBulk)) {
+            return true;
         }
     } catch (const RuntimeError&) {
         return false;
@@ -170,6 +168,13 @@ bool Link::BulkExchange(int id, const Payload& payload) {
     boxes_.Show({"Time out", "", BoxIcon::Exclamation});
     process_.End();
     return false;
+}
+
+void Link::FetchPreset(int id, std::uint8_t position, std::span<std::uint8_t, BulkLength> preset) {
+    ReopenPort(BulkLength);
+    BulkExchange(id, {PresetReadCommand, position});
+    std::copy_n(RxFrame.begin(), BulkLength, preset.begin());
+    ReopenPort(FrameLength);
 }
 
 bool Link::ProbeDevice(int id) {
@@ -204,18 +209,13 @@ bool Link::CheckDevice(int id) {
         return false;
     }
     TransactionDone = false;
-    for (int attempt = 0; attempt <= CheckRetries; ++attempt) {
-        FillFrame(id, {});
-        port_.Output(TxFrame);
-        if (WaitForReply(id, CheckRetries - attempt, FrameLength, CheckScale, FrameLimit) == Wait::Replied) {
-            TakeReply(FrameLength);
-            TransactionDone = true;
-            return RxFrame[ProbeAnswerIndex] == ProbeAnswer;
-        }
+    if (Exchange(id, {}, Patience::OfCheck)) {
+        TransactionDone = true;
+        return RxFrame[ProbeAnswerIndex] == ProbeAnswer;
     }
     // The box names the device of the window last active, not the one that was asked; that is meant.
     const int named = failure_handler_ != nullptr ? failure_handler_->CurrentDevice() : 0;
-    boxes_.Show({"Time-Out: Communication problem with device ID:" + std::to_string(named), "", BoxIcon::Exclamation});
+    boxes_.Show({"Time-Out: Communication problem with device " + IdText(named), "", BoxIcon::Exclamation});
     DeviceChecked[row] = false;
     if (failure_handler_ != nullptr) {
         failure_handler_->MarkUnchecked(id);
@@ -233,18 +233,33 @@ void Link::FillFrame(int id, std::span<const std::uint8_t> payload) {
     TxFrame[12] = 0xF7;
 }
 
-Link::Wait Link::WaitForReply(int id, int attempts_left, int length, double scale, double limit) {
+bool Link::Exchange(int id, std::span<const std::uint8_t> payload, const Patience& patience) {
+    for (int left = patience.Transmissions; left > 0; --left) {
+        FillFrame(id, payload);
+        port_.Output(TxFrame);
+        // What waits is not thrown away before the next transmission: a late answer counts towards the reply.
+        if (WaitForReply(patience)) {
+            TakeReply(static_cast<std::size_t>(patience.ReplyLength));
+            if (left < patience.Transmissions && AnsweredLate) {
+                AnsweredLate();
+            }
+            return true;
+        }
+        if (left > 1 && Waiting) {
+            Waiting(id);
+        }
+    }
+    return false;
+}
+
+bool Link::WaitForReply(const Patience& patience) {
     const double start = clock_.Now();
     while (true) {
-        const double elapsed = (clock_.Now() - start) * scale;
-        if (elapsed > limit) {
-            if (attempts_left > 0 && Waiting) {
-                Waiting(id);
-            }
-            return Wait::TimedOut;
+        if ((clock_.Now() - start) * patience.Scale > patience.Limit) {
+            return false;
         }
-        if (port_.InBufferCount() >= length) {
-            return Wait::Replied;
+        if (port_.InBufferCount() >= patience.ReplyLength) {
+            return true;
         }
     }
 }

@@ -50,6 +50,16 @@ inline constexpr std::uint8_t LivePreset = 0xFF;
 /// The payload of a frame: P1, the command, to P9; what is not given is 0.
 using Payload = std::array<std::uint8_t, 9>;
 
+/// The frame that sets a parameter: what it is of at P2 and P3, its codes at P6 to P9.
+constexpr Payload ParameterFrame(Command command, int channel, int section, const std::array<int, 4>& codes) {
+    Payload payload{static_cast<std::uint8_t>(command), static_cast<std::uint8_t>(channel),
+                    static_cast<std::uint8_t>(section)};
+    for (std::size_t n = 0; n < codes.size(); ++n) {
+        payload[5 + n] = static_cast<std::uint8_t>(codes[n]);
+    }
+    return payload;
+}
+
 /// The serial line: frames, waiting, retrying, and the flags that say what may be sent.
 ///
 /// One request is in flight at a time. Nothing throws across an exchange but the error of `CheckDevice` that is meant.
@@ -106,6 +116,11 @@ class Link {
     /// lengths are the caller's matter. True when the reply came.
     bool BulkExchange(int id, const Payload& payload);
 
+    /// Fetches a memory position, or the settings that are live, with the port set up for the long reply and back.
+    /// `preset` takes what the buffer holds whatever came of the exchange, which is meant. Throws RuntimeError when the
+    /// port cannot be closed and reopened.
+    void FetchPreset(int id, std::uint8_t position, std::span<std::uint8_t, BulkLength> preset);
+
     /// One transmission and 200 ms, in which events run. True when a device answered.
     bool ProbeDevice(int id);
 
@@ -114,13 +129,15 @@ class Link {
     bool CheckDevice(int id);
 
   private:
-    enum class Wait { Replied, TimedOut };
+    struct Patience;
 
     void SetUpPort();
     bool MaySend() const { return !DemoMode && LinkReady && !TxSuppressed; }
     void FillFrame(int id, std::span<const std::uint8_t> payload);
+    /// Transmits until a reply stands in `RxFrame`; false when the last wait is over too. Throws RuntimeError.
+    bool Exchange(int id, std::span<const std::uint8_t> payload, const Patience& patience);
+    bool WaitForReply(const Patience& patience);
     void TakeReply(std::size_t length);
-    Wait WaitForReply(int id, int attempts_left, int length, double scale, double limit);
     bool ReportFailure(const Payload& payload, const std::string& reason);
 
     SerialPort& port_;

@@ -8,7 +8,7 @@ namespace nrv::lock {
 namespace {
 
 template <class Action>
-std::function<char(char)> OnEnter(Action action) {
+std::function<controls::KeyEntry(char)> OnEnter(Action action) {
     return [action](char key) {
         if (key == controls::EnterKey) {
             action();

@@ -8,9 +8,7 @@
 #include "ports/numbering.h"
 #include "ports/runtime_error.h"
 
-#include <algorithm>
 #include <array>
-#include <cmath>
 #include <string>
 
 namespace nrv::model {
@@ -18,9 +16,6 @@ namespace {
 
 /// The blocks of the "Overview" tab whose tool tips show a channel's delay.
 constexpr std::array<std::size_t, 8> DelayLabels{3, 8, 11, 16, 21, 26, 31, 36};
-constexpr double MillisecondsPerFineStep = 0.021;
-/// Far beyond every delay, and no further: what is reckoned from a typed one stays a number.
-constexpr double LongestTyped = 1e9;
 
 bool InMetres(const CommandContext& context) {
     return context.Values().DelayUnit == 1.0;
@@ -47,15 +42,11 @@ void TakeTypedDelay(const CommandContext& context, MessageBoxes& boxes, int inde
         return;
     }
     const double number = ParseNumber(text.substr(0, text.find(' ')));
-    const double ms = InMetres(context) ? number / MetresPerMs : number;
-    // 3.4 m are 10 ms and not a bit less.
-    const double typed = ToDecimal(std::clamp(ms, -LongestTyped, LongestTyped), 9);
-    const double whole = std::floor(typed);
-    const double fine = RoundHalfEven((typed - whole) / MillisecondsPerFineStep);
+    const DelayPositions typed = InMetres(context) ? DelayFromMetres(number) : DelayFromMs(number);
     {
         const FlagGuard events_off(context.Windows.ControlEventsOff);
-        form.UpDown2[i].SetPosition(static_cast<int>(std::clamp(whole, 0.0, static_cast<double>(DelayCoarseTop))));
-        form.UpDown1[i].SetPosition(static_cast<int>(std::clamp(fine, 0.0, static_cast<double>(DelayFineTop))));
+        form.UpDown2[i].SetPosition(typed.Coarse);
+        form.UpDown1[i].SetPosition(typed.Fine);
     }
     SetDelay(context, index);
 }
@@ -80,8 +71,8 @@ void SetDelay(const CommandContext& context, int index) {
     body[field] = split.Bytes[2];
     body[field + 1] = split.Bytes[3];
     body[field + 2] = static_cast<std::uint8_t>(fine);
-    if (context.Send({link::DelayCommand, static_cast<std::uint8_t>(channel), 0, 0, 0, 0, body[field], body[field + 1],
-                      body[field + 2]})) {
+    if (context.Send(link::DelayCommand, static_cast<int>(channel), 0,
+                     {0, body[field], body[field + 1], body[field + 2]})) {
         return;
     }
     {
@@ -115,7 +106,7 @@ void SetDelayUnit(const CommandContext& context, int unit) {
     }
 }
 
-char TypedDelay(const CommandContext& context, MessageBoxes& boxes, int index, char key) {
+controls::KeyEntry TypedDelay(const CommandContext& context, MessageBoxes& boxes, int index, char key) {
     if (context.Windows.ControlEventsOff) {
         return key;
     }
@@ -126,7 +117,7 @@ char TypedDelay(const CommandContext& context, MessageBoxes& boxes, int index, c
     if ((key >= '0' && key <= '9') || key == controls::BackspaceKey || key == ' ' || key == '.') {
         return key;
     }
-    return key == ',' ? '.' : ' ';
+    return key == ',' ? controls::KeyEntry('.') : controls::KeyEntry(' ', true);
 }
 
 } // namespace nrv::model

@@ -15,6 +15,6 @@ void SetDelayUnit(const CommandContext& context, int unit);
 
 /// A key in a delay's text box, control index 0 to 15: returns what enters the box in its place. Enter takes the number
 /// over.
-char TypedDelay(const CommandContext& context, MessageBoxes& boxes, int index, char key);
+controls::KeyEntry TypedDelay(const CommandContext& context, MessageBoxes& boxes, int index, char key);
 
 } // namespace nrv::model

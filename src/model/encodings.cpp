@@ -3,6 +3,7 @@
 #include "model/tables.h"
 #include "ports/runtime_error.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -15,8 +16,16 @@ double FifthsOfDecibel(int code, double lowest) {
     return ToDecimal(std::floor(code / 5.0 * 10.0) / 10.0 + lowest, 1);
 }
 
+constexpr double MsPerFineStep = 0.021;
+/// Far beyond every delay, and no further: what is reckoned from a typed one stays a number.
+constexpr double LongestTypedMs = 1e9;
+
 double UnroundedMs(int coarse, int fine) {
-    return fine * 0.021 + coarse;
+    return fine * MsPerFineStep + coarse;
+}
+
+int Held(double position, int top) {
+    return static_cast<int>(std::clamp(position, 0.0, static_cast<double>(top)));
 }
 
 } // namespace
@@ -122,6 +131,22 @@ double LimiterThresholdFromCode(int code) {
 
 double FrequencyFromCode(int code) {
     return Entry(FrequencyTable, code);
+}
+
+DelayPositions DelayFromMs(double ms) {
+    // 3.4 m are 10 ms and not a bit less.
+    const double typed = ToDecimal(std::clamp(ms, -LongestTypedMs, LongestTypedMs), 9);
+    const double whole = std::floor(typed);
+    const double fine = RoundHalfEven((typed - whole) / MsPerFineStep);
+    return {Held(whole, DelayCoarseTop), Held(fine, DelayFineTop)};
+}
+
+DelayPositions DelayFromMetres(double metres) {
+    return DelayFromMs(metres / MetresPerMs);
+}
+
+int PeqPositionFromGain(double gain_db) {
+    return static_cast<int>(RoundHalfEven(75.0 - gain_db * 5.0));
 }
 
 double DelayInMs(int coarse, int fine) {

@@ -82,6 +82,18 @@ double LimiterThresholdFromCode(int code);
 /// Hz of a frequency code. Throws `RuntimeError` of kind IndexOutOfRange outside 0 to 120.
 double FrequencyFromCode(int code);
 
+/// A delay as the positions of its two up-downs.
+struct DelayPositions {
+    int Coarse = 0; ///< 0 to 2500
+    int Fine = 0;   ///< 0 to 47
+};
+/// The positions of a delay in milliseconds, or of one in metres, each held to its range.
+DelayPositions DelayFromMs(double ms);
+DelayPositions DelayFromMetres(double metres);
+
+/// Position, 0 to 150, of the fader of a PEQ gain in dB; rounded half to even.
+int PeqPositionFromGain(double gain_db);
+
 /// Milliseconds, 0 to 2500.987, of a coarse (0 to 2500) and a fine (0 to 47) position.
 double DelayInMs(int coarse, int fine);
 

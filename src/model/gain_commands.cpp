@@ -15,9 +15,8 @@ namespace {
 constexpr std::array<std::size_t, 8> GainLabels{1, 6, 13, 18, 23, 28, 33, 38};
 constexpr std::array<std::size_t, 2> MasterLabels{0, 5};
 
-/// The text follows the fader as it shows; the code is the byte that was there.
-std::string GainText(const controls::Fader& fader) {
-    return NumberText(ChannelGainFromCode(ChannelGainTop - fader.Shown()));
+std::string GainText(const FaderCode& code) {
+    return NumberText(ChannelGainFromCode(code.Shown));
 }
 
 } // namespace
@@ -27,28 +26,28 @@ void SetGain(const CommandContext& context, int index) {
     const std::size_t i = At(index);
     const std::size_t twin = TwinOfControl(i);
     const std::size_t channel = ChannelOfControl(i);
-    const int code = ChannelGainTop - form.Slider1[i].Position();
-    const std::string text = GainText(form.Slider1[i]);
+    const FaderCode code = CodeOf(form.Slider1[i], ChannelGainTop);
+    const std::string text = GainText(code);
     form.Text1[i].SetText(text);
     form.Text1[twin].SetText(text);
     form.Slider1[twin].SetPosition(form.Slider1[i].Position());
     context.Values().ChannelGain[channel] = ParseNumber(text);
-    context.Image().PresetBody[GainOffsets[channel] + 1] = CodeByte(code);
+    context.Image().PresetBody[GainOffsets[channel] + 1] = CodeByte(code.Held);
     form.Label100[GainLabels[channel]].SetToolTip(text + " dB");
-    context.Send({link::GainCommand, CodeByte(static_cast<int>(channel)), 0, 0, 0, 0, 0, 0, CodeByte(code)});
+    context.Send(link::GainCommand, static_cast<int>(channel), 0, {0, 0, 0, code.Held});
 }
 
 void SetMasterGain(const CommandContext& context) {
     controls::FrmCtrl& form = context.Form();
-    const int code = ChannelGainTop - form.Slider100.Position();
-    const std::string text = GainText(form.Slider100);
+    const FaderCode code = CodeOf(form.Slider100, ChannelGainTop);
+    const std::string text = GainText(code);
     form.Text100.SetText(text);
     context.Values().MasterGain = ParseNumber(text);
-    context.Image().PresetBody[MasterGainCode] = CodeByte(code);
+    context.Image().PresetBody[MasterGainCode] = CodeByte(code.Held);
     for (const std::size_t label : MasterLabels) {
         form.Label100[label].SetToolTip(text + " dB");
     }
-    context.Send({link::MasterGainCommand, 0, 0, 0, 0, 0, 0, 0, CodeByte(code)});
+    context.Send(link::MasterGainCommand, 0, 0, {0, 0, 0, code.Held});
 }
 
 void SetMute(const CommandContext& context, int index) {
@@ -60,8 +59,7 @@ void SetMute(const CommandContext& context, int index) {
     form.Label300[channel].SetToolTip(muted ? "Mute" : "Unmute");
     form.Line6[channel].SetVisible(muted);
     form.Line7[channel].SetVisible(muted);
-    const std::uint8_t mute = muted ? 1 : 0;
-    if (context.Send({link::MuteCommand, CodeByte(static_cast<int>(channel)), 0, 0, 0, 0, 0, 0, mute})) {
+    if (context.Send(link::MuteCommand, static_cast<int>(channel), 0, {0, 0, 0, muted ? 1 : 0})) {
         return;
     }
     StoreMuteBits(SumOfMutes(context.Values()), context.Image());

@@ -6,7 +6,9 @@
 #include "ports/numbering.h"
 
 #include <array>
+#include <span>
 #include <string>
+#include <string_view>
 
 namespace nrv::model {
 namespace {
@@ -19,7 +21,24 @@ constexpr std::array<std::size_t, 8> LimiterLabels{40, 41, 12, 17, 22, 27, 32, 3
 void SendLimiter(const CommandContext& context, int channel) {
     const auto& body = context.Image().PresetBody;
     const std::size_t block = LimiterOffsets[At(channel)];
-    context.Send({link::LimiterCommand, CodeByte(channel), 0, 0, 0, body[block], body[block + 1], 0, body[block + 3]});
+    context.Send(link::LimiterCommand, channel, 0, {body[block], body[block + 1], 0, body[block + 3]});
+}
+
+/// Release or attack: its fader, text, texts by code, value, and byte in the limiter's block.
+struct TimeControls {
+    const controls::Fader& Slider;
+    controls::TextBox& Text;
+    std::span<const std::string_view> Texts;
+    double& Value;
+    std::size_t Byte;
+};
+
+void SetTime(const CommandContext& context, int channel, const TimeControls& time) {
+    const FaderCode code = CodeOf(time.Slider, static_cast<int>(time.Texts.size()) - 1);
+    time.Text.SetText(std::string(time.Texts[At(code.Shown)]));
+    time.Value = code.Held;
+    context.Image().PresetBody[LimiterOffsets[At(channel)] + time.Byte] = CodeByte(code.Held);
+    SendLimiter(context, channel);
 }
 
 std::string SideHint(const controls::FrmCtrl& form, std::size_t side) {
@@ -41,8 +60,8 @@ void SetCrossover(const CommandContext& context, int side) {
     const std::size_t block = CrossoverOffsets[x];
     context.Image().PresetBody[block + 1] = frequency_code;
     context.Image().PresetBody[block + 2] = CodeByte(slope);
-    context.Send({link::CrossoverCommand, CodeByte(ChannelOfCrossover(side)), CodeByte(CrossoverInChannel(side)), 0, 0,
-                  0, 0, frequency_code, CodeByte(slope)});
+    context.Send(link::CrossoverCommand, ChannelOfCrossover(side), CrossoverInChannel(side),
+                 {0, 0, frequency_code, slope});
 }
 
 void ShowCrossoverHint(const CommandContext& context, int side) {
@@ -56,37 +75,29 @@ void SetThreshold(const CommandContext& context, int channel) {
     controls::FrmCtrl& form = context.Form();
     const std::size_t c = At(channel);
     const int top = IsInput(channel) ? NoiseGateThresholdTop : LimiterThresholdTop;
-    const int code = top - form.Slider4[c].Position();
-    // The text follows the fader as it shows; the code is the byte that was there.
-    const int shown = top - form.Slider4[c].Shown();
-    const std::string text =
-        IsInput(channel) ? std::string(LowLevelTexts[At(shown)]) : NumberText(LimiterThresholdFromCode(shown));
+    const FaderCode code = CodeOf(form.Slider4[c], top);
+    const std::string text = IsInput(channel) ? std::string(LowLevelTexts[At(code.Shown)])
+                                              : NumberText(LimiterThresholdFromCode(code.Shown));
     form.Text9[c].SetText(text);
-    context.Values().LimiterThreshold[c] = code;
-    context.Image().PresetBody[LimiterOffsets[c] + 3] = CodeByte(code);
-    const bool off = IsInput(channel) && shown == 0;
+    context.Values().LimiterThreshold[c] = code.Held;
+    context.Image().PresetBody[LimiterOffsets[c] + 3] = CodeByte(code.Held);
+    const bool off = IsInput(channel) && code.Shown == 0;
     form.Label100[LimiterLabels[c]].SetToolTip(off ? text : text + " dBu");
     SendLimiter(context, channel);
 }
 
 void SetRelease(const CommandContext& context, int channel) {
     controls::FrmCtrl& form = context.Form();
-    const std::size_t c = At(channel);
-    const int code = ReleaseTop - form.Slider5[c].Position();
-    form.Text10[c].SetText(std::string(ReleaseTexts[At(ReleaseTop - form.Slider5[c].Shown())]));
-    context.Values().LimiterRelease[c] = code;
-    context.Image().PresetBody[LimiterOffsets[c] + 1] = CodeByte(code);
-    SendLimiter(context, channel);
+    SetTime(context, channel,
+            {form.Slider5[At(channel)], form.Text10[At(channel)], ReleaseTexts,
+             context.Values().LimiterRelease[At(channel)], 1});
 }
 
 void SetAttack(const CommandContext& context, int channel) {
     controls::FrmCtrl& form = context.Form();
-    const std::size_t c = At(channel);
-    const int code = AttackTop - form.Slider6[c].Position();
-    form.Text11[c].SetText(std::string(AttackTexts[At(AttackTop - form.Slider6[c].Shown())]));
-    context.Values().LimiterAttack[c] = code;
-    context.Image().PresetBody[LimiterOffsets[c]] = CodeByte(code);
-    SendLimiter(context, channel);
+    SetTime(context, channel,
+            {form.Slider6[At(channel)], form.Text11[At(channel)], AttackTexts,
+             context.Values().LimiterAttack[At(channel)], 0});
 }
 
 void SetSource(const CommandContext& context, int output) {
@@ -105,7 +116,7 @@ void SetSource(const CommandContext& context, int output) {
         form.Line2[y].SetVisible(from_b);
     }
     form.Label200[y].SetToolTip(form.Combo3[y].ShownText());
-    context.Send({link::SourceCommand, CodeByte(ChannelOfOutput(output)), 0, 0, 0, 0, 0, 0, CodeByte(source)});
+    context.Send(link::SourceCommand, ChannelOfOutput(output), 0, {0, 0, 0, source});
 }
 
 } // namespace nrv::model

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <type_traits>
 
 namespace nrv::model {
@@ -28,6 +29,11 @@ static_assert(std::is_standard_layout_v<PresetImageRow>);
 
 /// How many bytes of `PresetBody` the device stores and returns.
 inline constexpr std::size_t PresetBodyOnDevice = 432;
+
+/// The bytes of an image that the device stores and returns.
+inline std::span<std::uint8_t, PresetBodyOnDevice> OnDevice(PresetImageRow& image) {
+    return std::span(image.PresetBody).first<PresetBodyOnDevice>();
+}
 
 // Bytes of `PresetBody` with a second meaning, both in a name of an input.
 

@@ -21,7 +21,7 @@ void SetPhase(const CommandContext& context, int index) {
     context.Values().ChannelPhase[channel] = form.Check2[i].Checked() ? 1.0 : 0.0;
     context.Image().PresetBody[PhaseOffsets[channel]] = value;
     form.Label100[PhaseLabels[channel]].SetToolTip(form.Check2[i].Checked() ? "180'" : "0'");
-    if (context.Send({link::PhaseCommand, static_cast<std::uint8_t>(channel), 0, 0, 0, 0, 0, 0, value})) {
+    if (context.Send(link::PhaseCommand, static_cast<int>(channel), 0, {0, 0, 0, value})) {
         return;
     }
     const FlagGuard events_off(context.Windows.ControlEventsOff);
@@ -38,7 +38,7 @@ void SetInputType(const CommandContext& context) {
     option_bits = static_cast<std::uint8_t>(digital ? option_bits | InputTypeBit : option_bits & ~InputTypeBit);
     form.Label400[0].SetCaption(digital ? " SPDIF " : "Input 1");
     form.Label400[1].SetCaption(digital ? " SPDIF " : "Input 2");
-    context.Send({link::InputTypeCommand, 0, 0, 0, 0, 0, 0, 0, static_cast<std::uint8_t>(type)});
+    context.Send(link::InputTypeCommand, 0, 0, {0, 0, 0, type});
 }
 
 } // namespace nrv::model

@@ -1,7 +1,5 @@
 #include "model/tables.h"
 
-#include "model/encodings.h"
-
 #include <cmath>
 #include <span>
 
@@ -85,24 +83,9 @@ std::array<double, 60> BuildQTable() {
     return table;
 }
 
-double DecadesOfTheScale() {
-    return Log10(20000.0) - Log10(20.0);
-}
-
-std::array<double, 20001> BuildPlotX(double pixels_per_decade) {
-    std::array<double, 20001> table{};
-    for (std::size_t hz = 10; hz < table.size(); ++hz) {
-        table[hz] = hz < 20 ? -1.0 : pixels_per_decade * Log10(static_cast<double>(hz) / 20.0);
-    }
-    return table;
-}
-
 } // namespace
 
 constinit const std::array<std::uint8_t, 432> FactoryImage = BuildFactoryImage();
 const std::array<double, 60> QTable = BuildQTable();
-const double MarkerUnitsPerDecade = 8655.0 / DecadesOfTheScale();
-const double PixelsPerDecade = 575.0 / DecadesOfTheScale();
-const std::array<double, 20001> PlotX = BuildPlotX(PixelsPerDecade);
 
 } // namespace nrv::model

@@ -102,17 +102,6 @@ inline constexpr std::array<std::string_view, 30> AttackTexts{
 /// Number of filter stages of each crossover slope code.
 inline constexpr std::array<std::int16_t, 11> SlopeStageTable{0, 1, 2, 2, 2, 2, 3, 3, 4, 4, 4};
 
-// Scale factors, computed once before main().
-
-/// Marker units (8655 across the graph) per decade of frequency.
-extern const double MarkerUnitsPerDecade;
-
-/// Pixels (575 across the graph) per decade of frequency.
-extern const double PixelsPerDecade;
-
-/// Horizontal pixel of each whole hertz from 20 to 20000; -1 from 10 to 19, 0 below.
-extern const std::array<double, 20001> PlotX;
-
 /// Entry of a table under an index that came from outside, such as a byte of an image.
 /// Throws `RuntimeError` of kind IndexOutOfRange when the table has no such entry.
 template <typename T, std::size_t N, std::integral Index>

@@ -78,10 +78,10 @@ void ApplyOptionBits(const CommandContext& context) {
 }
 
 /// Which mutes and options hold from here on. False when the bulk update failed.
-bool ApplyHead(const CommandContext& context, const ApplyFlags& flags) {
+bool ApplyHead(const CommandContext& context, ImageCase image_case) {
     model::ParamRow& values = context.Values();
     model::PresetImageRow& image = context.Image();
-    if (!flags.PresetApplying) {
+    if (image_case == ImageCase::Opening) {
         // A window opens: the live marks, not the preset's.
         model::DecodeMuteBits(image.SystemPage[model::MuteBitsAddress], values);
         ApplyMutes(context, false);
@@ -89,11 +89,11 @@ bool ApplyHead(const CommandContext& context, const ApplyFlags& flags) {
         return true;
     }
     if (values.MuteWithPreset == 1.0) {
-        if (!flags.ImageFromDevice && context.Send({link::BulkUpdateCommand, 0})) {
+        if (image_case == ImageCase::FromFile && context.Send({link::BulkUpdateCommand, 0})) {
             return false;
         }
         model::DecodeMuteBits(image.PresetBody[model::MuteBitsCopy], values);
-        ApplyMutes(context, flags.ImageFromDevice);
+        ApplyMutes(context, image_case == ImageCase::FromDevice);
         ApplyOptionBits(context);
         return true;
     }
@@ -259,10 +259,10 @@ void ApplyViewState(const CommandContext& context, Response& response) {
 
 } // namespace
 
-void ApplyImage(const CommandContext& context, Response& response, const ApplyFlags& flags) {
+void ApplyImage(const CommandContext& context, Response& response, ImageCase image_case) {
     controls::TabControl& tabs = context.Form().SSTab1;
     const int remembered_tab = tabs.Tab();
-    if (!ApplyHead(context, flags)) {
+    if (!ApplyHead(context, image_case)) {
         return;
     }
     ApplySources(context);
@@ -276,7 +276,8 @@ void ApplyImage(const CommandContext& context, Response& response, const ApplyFl
     ApplyNames(context, response);
     ApplyMasterGain(context);
     ApplyViewState(context, response);
-    if (flags.PresetApplying && context.Values().MuteWithPreset == 1.0 && context.Send({link::BulkUpdateCommand, 1})) {
+    if (image_case != ImageCase::Opening && context.Values().MuteWithPreset == 1.0 &&
+        context.Send({link::BulkUpdateCommand, 1})) {
         return;
     }
     tabs.SetTab(remembered_tab);

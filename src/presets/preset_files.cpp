@@ -50,7 +50,7 @@ void PresetFiles::SavePresetFile() {
         parts_.Tell(std::string("The preset was not saved. ") + error.what());
         return;
     }
-    TitleAfterSave(parts_.Context, FileNameText(*file));
+    TitleAfterSave(parts_.Context.Commands, FileNameText(*file));
 }
 
 void PresetFiles::LoadPresetFile() {
@@ -80,9 +80,9 @@ void PresetFiles::Load(const fs::path& file) {
     std::ranges::copy(bytes, BytesOf(parts_.Context.Commands.Image()).begin());
     KeepDeviceSettings();
     parts_.Context.Current().Call("the load", FramesOfLoad(parts_.Context.Commands));
-    ApplyImage(parts_.Context.Commands, parts_.Context.Response, {.ImageFromDevice = false, .PresetApplying = true});
+    ApplyImage(parts_.Context.Commands, parts_.Context.Response, ImageCase::FromFile);
     if (!parts_.Context.Current().Reported()) {
-        TitleAfterLoad(parts_.Context, FileNameText(file));
+        TitleAfterLoad(parts_.Context.Commands, FileNameText(file));
     }
 }
 

@@ -68,13 +68,13 @@ void ReadDialog::ReadPreset(int position) {
         throw;
     }
     RedrawAll();
-    TitleFromDevice(context_, At(position));
+    TitleFromDevice(context_.Commands, At(position));
 }
 
 void ReadDialog::Apply() {
     const FlagGuard suppressed(context_.Commands.Link.TxSuppressed);
     const FlagGuard unplotted(context_.Response.PlotSuspended);
-    ApplyImage(context_.Commands, context_.Response, {.ImageFromDevice = true, .PresetApplying = true});
+    ApplyImage(context_.Commands, context_.Response, ImageCase::FromDevice);
 }
 
 void ReadDialog::RedrawAll() {
@@ -93,11 +93,7 @@ bool ReadDialog::Fetch(int position) {
     model::PresetImageRow& image = context_.Commands.Image();
     image.SystemPage[model::MuteBitsAddress] = link.MemoryValue();
     DecodeShiftedMutes(link.MemoryValue(), context_.Commands.Values());
-    link.ReopenPort(link::BulkLength);
-    link.BulkExchange(id, {link::PresetReadCommand, static_cast<std::uint8_t>(position)});
-    // What the buffer holds is taken whatever came of the exchange; that is meant.
-    std::copy_n(link.RxFrame.begin(), link::BulkLength, image.PresetBody.begin());
-    link.ReopenPort(link::FrameLength);
+    link.FetchPreset(id, static_cast<std::uint8_t>(position), model::OnDevice(image));
     return true;
 }
 

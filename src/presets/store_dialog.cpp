@@ -71,7 +71,7 @@ void StoreDialog::StorePreset(int position, std::string& name) {
     if (WriteAll(p)) {
         return;
     }
-    TitleFromDevice(context_, p);
+    TitleFromDevice(context_.Commands, p);
     form_.ProgressBar1.SetVisible(false);
 }
 

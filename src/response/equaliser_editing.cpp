@@ -2,11 +2,11 @@
 
 #include "model/encodings.h"
 #include "model/equaliser_commands.h"
+#include "model/marker_mapping.h"
 #include "model/number_text.h"
 #include "model/output_commands.h"
 #include "ports/numbering.h"
 #include "ports/runtime_error.h"
-#include "response/marker_mapping.h"
 
 #include <algorithm>
 #include <cmath>
@@ -59,6 +59,18 @@ void HoldBelowTop(controls::TextBox& box) {
 }
 
 } // namespace
+
+void FlatEqualiser(const model::CommandContext& context, Response& response, int channel) {
+    const int first = FirstPeqOf(channel);
+    for (int section = first; section < first + PeqCountOf(channel); ++section) {
+        const std::size_t s = At(section);
+        context.Form().Slider2[s].SetPosition(model::PeqPositionFromGain(0.0));
+        // What stands typed in the box and was never entered is no frequency of the section.
+        context.Form().Text4[s].SetText(NumberText(context.Values().PeqFrequency[s]));
+        model::SetPeq(context, section);
+        response.UpdatePeqCurve(section);
+    }
+}
 
 void EqualiserEditing::Wire(controls::FrmCtrl& form) {
     WirePeq(form);
@@ -142,21 +154,21 @@ void EqualiserEditing::DragMarker(controls::FrmCtrl& form, int section, double x
         return;
     }
     form.MarkerMoved[s] = true;
-    double left = form.Label5[s].Left() + x - MarkerHalf;
-    double top = form.Label5[s].Top() + y - MarkerHalf;
+    double left = form.Label5[s].Left() + x - model::MarkerHalf;
+    double top = form.Label5[s].Top() + y - model::MarkerHalf;
     left = std::max(left, FieldLeft);
     top = std::max(top, FieldTop);
     left = std::min(left, FieldRight);
     top = std::min(top, FieldBottom);
 
     // The marker stops at the limits of gain although the field is taller.
-    const double gain = std::clamp(MarkerGain(top), -HighestGain, HighestGain);
-    form.Label5[s].MoveTo(left, MarkerTop(gain));
+    const double gain = std::clamp(model::MarkerGain(top), -HighestGain, HighestGain);
+    form.Label5[s].MoveTo(left, model::MarkerTop(gain));
     form.Text3[s].SetText(NumberText(std::floor(gain * 10.0) / 10.0));
     form.Text3[s].Refresh();
     const double shown_gain = ParseNumber(form.Text3[s].Text());
-    form.Slider2[s].SetPosition(static_cast<int>(model::RoundHalfEven(75.0 - shown_gain * 5.0)));
-    const double frequency = std::min(MarkerFrequency(left), HighestFrequency);
+    form.Slider2[s].SetPosition(model::PeqPositionFromGain(shown_gain));
+    const double frequency = std::min(model::MarkerFrequency(left), HighestFrequency);
     form.Text4[s].SetText(NumberText(model::SnapToFrequencyTable(frequency)));
     form.Text4[s].Refresh();
     context_.Values().PeqGain[s] = shown_gain;
@@ -181,7 +193,8 @@ bool EqualiserEditing::IsCurrent(const controls::FrmCtrl& form) const {
 }
 
 template <class Change>
-char EqualiserEditing::KeyInFrequency(controls::TextBox& box, char key, const char* refusal, Change change) {
+controls::KeyEntry EqualiserEditing::KeyInFrequency(controls::TextBox& box, char key, const char* refusal,
+                                                    Change change) {
     if (IsDigit(key) || key == BackspaceKey) {
         return key;
     }
@@ -195,10 +208,10 @@ char EqualiserEditing::KeyInFrequency(controls::TextBox& box, char key, const ch
         }
     }
     Warn(refusal);
-    return Refused;
+    return {Refused, true};
 }
 
-char EqualiserEditing::KeyInPeqFrequency(int section, char key) {
+controls::KeyEntry EqualiserEditing::KeyInPeqFrequency(int section, char key) {
     if (context_.Windows.ControlEventsOff) {
         return key;
     }
@@ -206,16 +219,16 @@ char EqualiserEditing::KeyInPeqFrequency(int section, char key) {
                           [&] { ChangePeq(section); });
 }
 
-char EqualiserEditing::KeyInToneFrequency(int filter, char key) {
+controls::KeyEntry EqualiserEditing::KeyInToneFrequency(int filter, char key) {
     return KeyInFrequency(context_.Form().Text7[At(filter)], key, "  Incorrect frequency value",
                           [&] { ChangeTone(filter); });
 }
 
-char EqualiserEditing::KeyInCrossoverFrequency(int side, char key) {
+controls::KeyEntry EqualiserEditing::KeyInCrossoverFrequency(int side, char key) {
     return KeyInFrequency(context_.Form().Text8[At(side)], key, "  Incorrect f value", [&] { ChangeCrossover(side); });
 }
 
-char EqualiserEditing::KeyInBandwidth(int section, char key) {
+controls::KeyEntry EqualiserEditing::KeyInBandwidth(int section, char key) {
     constexpr std::size_t CharactersRead = 4;
     if (context_.Windows.ControlEventsOff || IsDigit(key) || key == BackspaceKey || key == '.') {
         return key;
@@ -235,7 +248,7 @@ char EqualiserEditing::KeyInBandwidth(int section, char key) {
         }
     }
     Warn("  Incorrect Q value");
-    return ' ';
+    return {' ', true};
 }
 
 void EqualiserEditing::Warn(const char* text) {

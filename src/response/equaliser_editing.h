@@ -8,6 +8,9 @@
 
 namespace nrv::response {
 
+/// Every PEQ section of a channel, 0 to 7, to 0 dB at its stored frequency and bandwidth: one frame for each section.
+void FlatEqualiser(const model::CommandContext& context, Response& response, int channel);
+
 /// Turns what the user does to a filter's controls and to the markers on the graph into values: what is typed is
 /// checked and held to its range, what is dragged follows the mouse, then the command sends the frame and the curve
 /// follows.
@@ -32,14 +35,14 @@ class EqualiserEditing {
     void DropMarker(controls::FrmCtrl& form, int section);
     bool IsCurrent(const controls::FrmCtrl& form) const;
 
-    char KeyInPeqFrequency(int section, char key);
-    char KeyInBandwidth(int section, char key);
-    char KeyInToneFrequency(int filter, char key);
-    char KeyInCrossoverFrequency(int side, char key);
+    controls::KeyEntry KeyInPeqFrequency(int section, char key);
+    controls::KeyEntry KeyInBandwidth(int section, char key);
+    controls::KeyEntry KeyInToneFrequency(int filter, char key);
+    controls::KeyEntry KeyInCrossoverFrequency(int side, char key);
 
     /// Digits and backspace pass, Enter holds the frequency and runs the change, all else is refused with the text.
     template <class Change>
-    char KeyInFrequency(controls::TextBox& box, char key, const char* refusal, Change change);
+    controls::KeyEntry KeyInFrequency(controls::TextBox& box, char key, const char* refusal, Change change);
     void Warn(const char* text);
 
     model::CommandContext context_;

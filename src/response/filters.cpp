@@ -61,17 +61,18 @@ void WithShelfRatio(const Shelf& shelf, Visit visit) {
     const double c2 = c * c;
     const double cross = std::numbers::sqrt2 * c;
     switch (shelf.Kind) {
-    case FirstOrderLow:
+    case ShelfKind::FirstOrderLow:
         return visit([=](double f) { return (c + f) / (c / a + f); });
-    case SecondOrderLow:
+    case ShelfKind::SecondOrderLow:
         return visit([=](double f) { return (c2 + f * f + cross * f) / (c2 / a + f * f + cross * f / root_a); });
-    case FirstOrderHigh:
+    case ShelfKind::FirstOrderHigh:
         return visit([=](double f) { return (c + f) * a / (c * a + f); });
-    case SecondOrderHigh:
+    case ShelfKind::SecondOrderHigh:
         return visit([=](double f) { return (c2 + f * f + cross * f) * a / (c2 * a + f * f + cross * f * root_a); });
-    default:
-        return visit([](double) { return 1.0; });
+    case ShelfKind::Bypass:
+        break;
     }
+    visit([](double) { return 1.0; });
 }
 
 } // namespace

@@ -19,17 +19,11 @@ void Evaluate(const Bell& bell, Curve& curve);
 double BellDivisor(double absolute_gain);
 
 /// The kinds of shelf by their number.
-enum ShelfKind : int {
-    ShelfBypass = 0,
-    FirstOrderLow = 1,
-    SecondOrderLow = 2,
-    FirstOrderHigh = 3,
-    SecondOrderHigh = 4
-};
+enum class ShelfKind { Bypass = 0, FirstOrderLow = 1, SecondOrderLow = 2, FirstOrderHigh = 3, SecondOrderHigh = 4 };
 
-/// A shelving filter: a ratio of plain real sums, the same form for boost and cut. A kind with no form is a bypass.
+/// A shelving filter: a ratio of plain real sums, the same form for boost and cut.
 struct Shelf {
-    int Kind;
+    ShelfKind Kind;
     double GainDb;
     double CornerHz;
 };

@@ -1,3 +1,4 @@
+#include "model/graph_scale.h"
 #include "model/tables.h"
 #include "ports/numbering.h"
 #include "response/response.h"
@@ -10,8 +11,9 @@
 namespace nrv::response {
 namespace {
 
-constexpr double PixelsPerDb = 3.183333333333333;
-constexpr double ZeroDbRow = 95.4;
+using model::PixelsPerDb;
+using model::ZeroDbRow;
+
 /// Far outside every surface and inside what a toolkit can draw.
 constexpr double FarRow = 16000.0;
 

@@ -1,6 +1,6 @@
 #include "response/plot_grid.h"
 
-#include "model/encodings.h"
+#include "model/graph_scale.h"
 
 namespace nrv::response {
 namespace {
@@ -33,14 +33,10 @@ constexpr std::array<double, GridPoints> OfEachFrequency(Value value) {
     return values;
 }
 
-/// Worked out here and not read from the table of every hertz: of two translation units neither is sure to be first.
 std::array<int, GridPoints> WalkColumns() {
-    const double pixels_per_decade = 575.0 / (model::Log10(20000.0) - model::Log10(20.0));
     std::array<int, GridPoints> columns{};
     for (std::size_t point = 0; point < GridPoints; ++point) {
-        const double f = Grid[point];
-        columns[point] =
-            f < 20.0 ? -1 : static_cast<int>(model::RoundHalfEven(pixels_per_decade * model::Log10(f / 20.0)));
+        columns[point] = static_cast<int>(model::RoundHalfEven(model::PlotX(static_cast<int>(Grid[point]))));
     }
     return columns;
 }

@@ -126,8 +126,11 @@ void DeviceList::Open(int row) {
     if ((state_.DeviceUnconnected[At(id)] || port_gone) && !Reconnect(row, id)) {
         return;
     }
-    if (PassesCheck(id) && TakeSlot(id)) {
-        ShowInSlot(id);
+    if (!PassesCheck(id)) {
+        return;
+    }
+    if (const std::optional<int> slot = TakeSlot(id)) {
+        ShowInSlot(*slot, id);
     }
 }
 
@@ -196,19 +199,19 @@ bool DeviceList::PassesCheck(int id) {
     return true;
 }
 
-bool DeviceList::TakeSlot(int id) {
+std::optional<int> DeviceList::TakeSlot(int id) {
     ++windows_.OpenWindowTop;
     if (windows_.OpenWindowTop >= controls::SlotCount) {
         windows_.OpenWindowTop = controls::SlotCount - 1;
         // The limit is eleven windows, whatever the text says.
         boxes_.Show({"Out of memory: max number of window open is 32", "Out of memory", BoxIcon::Exclamation});
-        return false;
+        return std::nullopt;
     }
     const auto uses_it = [id](const controls::WindowSlot& slot) { return slot.InUse && slot.DeviceId == id; };
     if (std::ranges::any_of(windows_.WindowSlots, uses_it)) {
         boxes_.Show({"The window is already open", "Speakers Edit", BoxIcon::Exclamation});
         --windows_.OpenWindowTop;
-        return false;
+        return std::nullopt;
     }
     const auto free = std::ranges::find(windows_.WindowSlots, false, &controls::WindowSlot::InUse);
     if (free == windows_.WindowSlots.end()) {
@@ -218,10 +221,10 @@ bool DeviceList::TakeSlot(int id) {
     const int index = static_cast<int>(free - windows_.WindowSlots.begin());
     *free = {true, id, index};
     windows_.NewSlot = index;
-    return true;
+    return index;
 }
 
-void DeviceList::ShowInSlot(int id) {
+void DeviceList::ShowInSlot(int slot, int id) {
     try {
         const controls::BusyPointer busy(form_.Window, controls::Pointer::ArrowAndHourglass);
         form_.LoadingNotice.SetVisible(true);
@@ -232,7 +235,7 @@ void DeviceList::ShowInSlot(int id) {
             status_.Tell("Device " + IdText(id) + " could not be read; what its window shows is not what it holds.");
         }
     } catch (const RuntimeError&) {
-        windows_.WindowSlots[At(windows_.NewSlot)].InUse = false;
+        windows_.WindowSlots[At(slot)].InUse = false;
         --windows_.OpenWindowTop;
         form_.LoadingNotice.SetVisible(false);
         throw;

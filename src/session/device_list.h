@@ -11,6 +11,7 @@
 #include "session/status_line.h"
 
 #include <functional>
+#include <optional>
 
 namespace nrv::session {
 
@@ -51,8 +52,9 @@ class DeviceList {
     void Open(int row);
     bool Reconnect(int row, int id);
     bool PassesCheck(int id);
-    bool TakeSlot(int id);
-    void ShowInSlot(int id);
+    /// No slot when the device gets no window.
+    std::optional<int> TakeSlot(int id);
+    void ShowInSlot(int slot, int id);
     void CloseWindowOf(int id);
 
     controls::FrmSearchNet& form_;

@@ -115,11 +115,7 @@ void Discovery::LoadFlaggedDevices(Take take) {
 }
 
 void Discovery::ReadDeviceImage(int id) {
-    link_.ReopenPort(link::BulkLength);
-    link_.BulkExchange(id, {link::PresetReadCommand, link::LivePreset});
-    // What the buffer holds is taken whatever came of the exchange; that is meant.
-    std::copy_n(link_.RxFrame.begin(), link::BulkLength, Image(id).PresetBody.begin());
-    link_.ReopenPort(link::FrameLength);
+    link_.FetchPreset(id, link::LivePreset, model::OnDevice(Image(id)));
 }
 
 bool Discovery::ReadDeviceState(int id) {

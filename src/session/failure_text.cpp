@@ -1,10 +1,8 @@
 #include "session/failure_text.h"
 
-namespace nrv::session {
+#include "ports/numbering.h"
 
-std::string IdText(int id) {
-    return "ID:" + std::to_string(id);
-}
+namespace nrv::session {
 
 std::string FailureText(const Operation& operation) {
     std::string text = operation.Reason() + "; ";

@@ -6,8 +6,6 @@
 
 namespace nrv::session {
 
-/// "ID:5", as every text names a device.
-std::string IdText(int id);
 /// What an operation that reported a failure did not do and what to do next: "ID:5 does not answer; the copy stopped
 /// after 5 of 28 frames. Double-click its row to connect it again."
 std::string FailureText(const Operation& operation);

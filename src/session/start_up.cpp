@@ -66,10 +66,8 @@ void StartUp::ConnectSeveral() {
     if (OpenLine() && discovery_.SearchDevices()) {
         return;
     }
-    if (WantsDemoMode()) {
-        link_.DemoMode = true;
-        discovery_.LoadDemoDevices();
-    }
+    GoOnInDemoMode();
+    discovery_.LoadDemoDevices();
 }
 
 void StartUp::ConnectOne() {
@@ -77,10 +75,8 @@ void StartUp::ConnectOne() {
         link_.PortOpened = link_.ProbeDevice(state_.SingleId);
     }
     if (!link_.PortOpened) {
-        if (WantsDemoMode()) {
-            link_.DemoMode = true;
-            discovery_.LoadDemoDevice();
-        }
+        GoOnInDemoMode();
+        discovery_.LoadDemoDevice();
         return;
     }
     SpeakerRecord& record = state_.SpeakerRecords[At(state_.SingleId)];
@@ -108,17 +104,19 @@ bool StartUp::OpenLine() {
     return link_.PortOpened;
 }
 
-/// Asks the demo question; No ends the process.
-bool StartUp::WantsDemoMode() {
-    const MessageBox question{"COM not found or Devices unconnected, do you want continue in demo mode?", "Warning",
-                              BoxIcon::None, BoxButtons::YesNo};
-    if (boxes_.Show(question) == BoxAnswer::Yes) {
-        return true;
+/// Asks whether to; No ends the process.
+void StartUp::GoOnInDemoMode() {
+    if (!WantsDemoMode()) {
+        state_.SkipExitPrompt = true;
+        host_.UnloadMainWindow();
+        process_.End();
     }
-    state_.SkipExitPrompt = true;
-    host_.UnloadMainWindow();
-    process_.End();
-    return false;
+    link_.DemoMode = true;
+}
+
+bool StartUp::WantsDemoMode() {
+    return boxes_.Show({"COM not found or Devices unconnected, do you want continue in demo mode?", "Warning",
+                        BoxIcon::None, BoxButtons::YesNo}) == BoxAnswer::Yes;
 }
 
 void StartUp::Exit() {

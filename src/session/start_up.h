@@ -44,6 +44,7 @@ class StartUp {
     void ConnectSeveral();
     void ConnectOne();
     bool OpenLine();
+    void GoOnInDemoMode();
     bool WantsDemoMode();
     void Exit();
     bool LeaveProgram();

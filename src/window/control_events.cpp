@@ -105,7 +105,7 @@ void ControlWindow::WireGraphs(controls::FrmCtrl& form) {
         form.Command1[c].Clicked = [this, channel] {
             if (boxes_.AreYouSure("Flat Eq")) {
                 link_.Current.Call("the flattening", PeqCountOf(channel));
-                model::FlatEqualiser(context_, response_, channel);
+                response::FlatEqualiser(context_, response_, channel);
             }
         };
     }

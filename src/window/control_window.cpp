@@ -3,6 +3,7 @@
 #include "ports/flag_guard.h"
 #include "ports/runtime_error.h"
 #include "presets/apply_image.h"
+#include "presets/preset_titles.h"
 #include "response/view_options.h"
 #include "session/failure_text.h"
 #include "session/unconnected.h"
@@ -10,8 +11,6 @@
 #include <algorithm>
 
 namespace nrv::window {
-using session::IdText;
-
 ControlWindow::ControlWindow(const Parts& parts)
     : windows_(parts.Windows), list_(parts.List), link_(parts.Link), state_(parts.State), status_(parts.Status),
       boxes_(parts.Boxes), host_(parts.Host),
@@ -48,17 +47,17 @@ void ControlWindow::Fill(int slot) {
     {
         const FlagGuard suppressed(link_.TxSuppressed);
         const FlagGuard unplotted(response_.PlotSuspended);
-        presets::ApplyImage(context_, response_);
+        presets::ApplyImage(context_, response_, presets::ImageCase::Opening);
     }
     for (int channel = 0; channel < ChannelCount; ++channel) {
         response_.RedrawChannel(channel);
     }
     apply_lock_state_();
+    // Nobody asks it: a window is shown when it is filled, so that the first needs no hiding either.
     windows_.FirstWindowPending = false;
     monitor_.Start(form);
     link_.TransactionDone = true;
-    form.Window.SetCaption(IdText(context_.DeviceId()) +
-                           " NRV-718 - Name Preset loaded from device: " + context_.Values().CurrentPresetName);
+    presets::TitleAtOpening(context_);
     list_.LoadingNotice.SetVisible(false);
     list_.LoadingNotice.Refresh();
 }
@@ -153,17 +152,7 @@ std::string ControlWindow::MetersRest() const {
 }
 
 void ControlWindow::MarkUnchecked(int id) {
-    constexpr int FirstColumn = 1;
-    constexpr int LastColumn = 6;
-    for (int row = 0; row <= state_.FoundLast; ++row) {
-        if (session::FoundId(state_, row) != id) {
-            continue;
-        }
-        // The list has column 0 alone, so the first write fails and the error ends the opening; that is meant.
-        for (int column = FirstColumn; column <= LastColumn; ++column) {
-            list_.Devices.SetCell(row, column, "---");
-        }
-    }
+    session::MarkUnchecked(state_, list_, id);
 }
 
 } // namespace nrv::window

@@ -273,7 +273,7 @@ TEST_F(EqualiserCommands, FlatSendsOneFrameForEachSectionInRisingOrder) {
         }
         const auto before = image;
         Forget();
-        model::FlatEqualiser(Context(), program.Response, channel);
+        response::FlatEqualiser(Context(), program.Response, channel);
         EXPECT_EQ(world.Port.Sent, expected);
         for (int section = 0; section < 44; ++section) {
             const std::size_t s = static_cast<std::size_t>(section);
@@ -329,7 +329,7 @@ TEST_F(EqualiserCommands, FlatKeepsFrequencyAndBandwidthWhateverStandsTypedBesid
 TEST_F(EqualiserCommands, FlatLeavesToneFiltersAlone) {
     form.Slider3[4].UserMove(0);
     Forget();
-    model::FlatEqualiser(Context(), program.Response, 2);
+    response::FlatEqualiser(Context(), program.Response, 2);
     EXPECT_EQ(form.Slider3[4].Position(), 0);
     EXPECT_EQ(image.PresetBody[174], 36);
     EXPECT_EQ(world.Port.CountSent(0x06), 0);
@@ -338,7 +338,7 @@ TEST_F(EqualiserCommands, FlatLeavesToneFiltersAlone) {
 TEST_F(EqualiserCommands, FlatBringsTheCurveDown) {
     form.Slider2[2].UserMove(0);
     EXPECT_GT(*std::ranges::max_element(program.Response.ChannelTotal(0)), 14.0);
-    model::FlatEqualiser(Context(), program.Response, 0);
+    response::FlatEqualiser(Context(), program.Response, 0);
     for (const double level : program.Response.ChannelTotal(0)) {
         EXPECT_NEAR(level, 0.0, 1e-9);
     }
@@ -384,7 +384,7 @@ TEST_F(EqualiserCommands, FlatGoesOnAfterAFailedFrame) {
     }
     Forget();
     line.Devices.at(Id).Alive = false;
-    model::FlatEqualiser(Context(), program.Response, 2);
+    response::FlatEqualiser(Context(), program.Response, 2);
     EXPECT_EQ(world.Port.Sent.size(), 20U); // five attempts for each of four sections
     for (const std::size_t gain : {154U, 159U, 164U, 169U}) {
         EXPECT_EQ(image.PresetBody[gain], 75);
@@ -431,7 +431,7 @@ TEST_F(DemoEqualiser, EveryStepButTheSendingHappens) {
     EXPECT_EQ(form.Label100[7].ToolTip(), "~~~~~~");
     EXPECT_NEAR(form.Label5[12].Top(), 1447.5 - 10.1 * 48.0 + 60.0, 1e-6);
     EXPECT_GT(*std::ranges::max_element(program.Response.ChannelTotal(1)), 9.5);
-    model::FlatEqualiser({program.Link, program.Stores, program.Windows}, program.Response, 1);
+    response::FlatEqualiser({program.Link, program.Stores, program.Windows}, program.Response, 1);
     EXPECT_EQ(program.Stores.PresetImage[0].PresetBody[91], 75);
     EXPECT_TRUE(world.Port.Sent.empty());
     EXPECT_TRUE(world.Boxes.Shown.empty());

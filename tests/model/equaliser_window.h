@@ -44,7 +44,7 @@ class EqualiserWindow : public ProgramTest {
     /// What the user's keys make of a box: each goes through the box's event and what comes back enters at the end.
     void Type(controls::TextBox& box, const std::string& keys) {
         for (const char key : keys) {
-            const char entering = box.UserKey(key);
+            const char entering = box.UserKey(key).Entering;
             if (entering == controls::BackspaceKey) {
                 box.UserText(box.Text().substr(0, box.Text().size() - 1));
             } else if (entering != 0 && entering != controls::EnterKey) {

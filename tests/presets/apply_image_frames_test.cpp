@@ -178,7 +178,7 @@ TEST_F(ApplyImageFrames, LoadedMutesComeFromThePresetsCopyAndNotFromTheLiveMarks
         image.SystemPage[16] = 0x04;
         image.SystemPage[18] = 0x7E;
         image.PresetBody[71] = 0x81;
-        program.Link.TxSuppressed = flags.ImageFromDevice;
+        program.Link.TxSuppressed = flags == ReadFromDevice;
         Apply(flags);
         program.Link.TxSuppressed = false;
         EXPECT_THAT(values.ChannelMute, ::testing::ElementsAre(1.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 1.0));

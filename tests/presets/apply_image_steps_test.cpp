@@ -155,7 +155,7 @@ TEST_F(ApplyImageSteps, CheckIsSuppressedDuringTheMutesOfAnImageReadFromTheDevic
         form.Check1[c].Observe([&](controls::Aspect) { between.push_back(program.Link.CheckSuppressed); });
     }
     struct Case {
-        presets::ApplyFlags Flags;
+        presets::ImageCase Flags;
         double Option;
         bool Expected;
     };
@@ -277,7 +277,7 @@ TEST_F(ApplyImageSteps, TabIsShownAgainAfterEveryKindOfLoad) {
             for (const int tab : {0, 7, 8, 10}) {
                 values.MuteWithPreset = option;
                 image.SystemPage[16] = option == 1.0 ? 4 : 0;
-                program.Link.TxSuppressed = flags.ImageFromDevice || !flags.PresetApplying;
+                program.Link.TxSuppressed = flags != LoadedFromFile;
                 form.SSTab1.SetTab(tab);
                 Apply(flags);
                 program.Link.TxSuppressed = false;

@@ -9,13 +9,13 @@ namespace nrv::testing {
 /// An open window into which images are put and applied.
 class LoadWindow : public CommandWindow {
   protected:
-    static constexpr presets::ApplyFlags ReadFromDevice{.ImageFromDevice = true, .PresetApplying = true};
-    static constexpr presets::ApplyFlags LoadedFromFile{.ImageFromDevice = false, .PresetApplying = true};
-    static constexpr presets::ApplyFlags WindowOpens{};
+    static constexpr presets::ImageCase ReadFromDevice = presets::ImageCase::FromDevice;
+    static constexpr presets::ImageCase LoadedFromFile = presets::ImageCase::FromFile;
+    static constexpr presets::ImageCase WindowOpens = presets::ImageCase::Opening;
 
-    void Apply(const presets::ApplyFlags& flags) { presets::ApplyImage(Context(), program.Response, flags); }
+    void Apply(presets::ImageCase flags) { presets::ApplyImage(Context(), program.Response, flags); }
     /// As the callers apply what is already in the device.
-    void ApplySilently(const presets::ApplyFlags& flags) {
+    void ApplySilently(presets::ImageCase flags) {
         program.Link.TxSuppressed = true;
         program.Response.PlotSuspended = true;
         Apply(flags);

@@ -253,7 +253,7 @@ TEST_F(UserEdits, ImageControlsAndValuesAgreeAfterEveryKindOfLoad) {
         for (const auto& flags : {ReadFromDevice, LoadedFromFile, WindowOpens}) {
             PutPreset();
             values.MuteWithPreset = option;
-            program.Link.TxSuppressed = flags.ImageFromDevice || !flags.PresetApplying;
+            program.Link.TxSuppressed = flags != LoadedFromFile;
             // Without the option the input type stands as it was, and the image's bit follows it.
             values.InputType = form.Combo4.Index();
             Apply(flags);

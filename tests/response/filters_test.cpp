@@ -107,7 +107,7 @@ TEST(Shelf, IsItsRatioOfSumsAtEveryCornerAndFrequency) {
         for (const double gain : {-12.0, 0.5, 6.0}) {
             double worst = 0.0;
             for (const double corner : model::FrequencyTable) {
-                const Curve curve = CurveOf(Shelf{kind, gain, corner});
+                const Curve curve = CurveOf(Shelf{ShelfKind(kind), gain, corner});
                 const ReferenceShelf expected(kind, gain, corner);
                 for (std::size_t point = 0; point < GridPoints; ++point) {
                     worst = std::max(worst, std::abs(curve[point] - expected.At(PlotGrid[point])));
@@ -119,7 +119,7 @@ TEST(Shelf, IsItsRatioOfSumsAtEveryCornerAndFrequency) {
 }
 
 TEST(Shelf, LowKindsTendToTheirGainBelowAndToZeroAbove) {
-    for (const int kind : {FirstOrderLow, SecondOrderLow}) {
+    for (const ShelfKind kind : {ShelfKind::FirstOrderLow, ShelfKind::SecondOrderLow}) {
         for (const double gain : {-12.0, 6.0}) {
             EXPECT_NEAR(CurveOf(Shelf{kind, gain, 20000.0})[PointOf(10.0)], gain, 0.02);
             EXPECT_NEAR(CurveOf(Shelf{kind, gain, 20.0})[PointOf(20000.0)], 0.0, 0.03);
@@ -128,7 +128,7 @@ TEST(Shelf, LowKindsTendToTheirGainBelowAndToZeroAbove) {
 }
 
 TEST(Shelf, HighKindsTendToZeroBelowAndToTheirGainAbove) {
-    for (const int kind : {FirstOrderHigh, SecondOrderHigh}) {
+    for (const ShelfKind kind : {ShelfKind::FirstOrderHigh, ShelfKind::SecondOrderHigh}) {
         for (const double gain : {-12.0, 6.0}) {
             EXPECT_NEAR(CurveOf(Shelf{kind, gain, 20000.0})[PointOf(10.0)], 0.0, 0.03);
             EXPECT_NEAR(CurveOf(Shelf{kind, gain, 20.0})[PointOf(20000.0)], gain, 0.03);
@@ -138,25 +138,26 @@ TEST(Shelf, HighKindsTendToZeroBelowAndToTheirGainAbove) {
 
 TEST(Shelf, FirstOrderLowDoublingBelow1000HertzGives250At1000) {
     const double doubling = 20.0 * std::log10(2.0);
-    EXPECT_NEAR(Level(Shelf{FirstOrderLow, doubling, 1000.0}, 1000.0), 20.0 * std::log10(2000.0 / 1500.0), 1e-12);
-    EXPECT_NEAR(Level(Shelf{FirstOrderLow, doubling, 1000.0}, 1000.0), 2.50, 0.005);
+    EXPECT_NEAR(Level(Shelf{ShelfKind::FirstOrderLow, doubling, 1000.0}, 1000.0), 20.0 * std::log10(2000.0 / 1500.0),
+                1e-12);
+    EXPECT_NEAR(Level(Shelf{ShelfKind::FirstOrderLow, doubling, 1000.0}, 1000.0), 2.50, 0.005);
 }
 
 TEST(Shelf, LevelAtAFrequencyIsThatOfItsCurve) {
     for (const int kind : {0, 1, 2, 3, 4}) {
-        const Shelf shelf{kind, -7.5, 630.0};
+        const Shelf shelf{ShelfKind(kind), -7.5, 630.0};
         const Curve curve = CurveOf(shelf);
         for (const double f : {10.0, 630.0, 799.0, 20000.0}) {
             EXPECT_NEAR(Level(shelf, f), curve[PointOf(f)], 1e-12);
         }
     }
-    EXPECT_NEAR(Level(Shelf{SecondOrderHigh, 6.0, 1000.0}, 1234.5), ShelfLevel(4, 6.0L, 1000.0L, 1234.5L),
+    EXPECT_NEAR(Level(Shelf{ShelfKind::SecondOrderHigh, 6.0, 1000.0}, 1234.5), ShelfLevel(4, 6.0L, 1000.0L, 1234.5L),
                 Tolerance); // off the grid too
 }
 
 TEST(Shelf, BypassAndKindsWithNoFormAreFlat) {
     for (const int kind : {-1, 0, 5, 202}) {
-        const Curve curve = CurveOf(Shelf{kind, 6.0, 100.0});
+        const Curve curve = CurveOf(Shelf{ShelfKind(kind), 6.0, 100.0});
         EXPECT_TRUE(std::ranges::all_of(curve, [](double level) { return level == 0.0; })) << "kind " << kind;
     }
 }

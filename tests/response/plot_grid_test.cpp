@@ -1,4 +1,4 @@
-#include "model/tables.h"
+#include "model/graph_scale.h"
 #include "response/plot_grid.h"
 #include "response/prototypes.h"
 
@@ -62,7 +62,7 @@ TEST(PlotColumn, PutsThreeDecadesOn575Pixels) {
 
 TEST(PlotColumn, IsTheRoundedEntryOfTheTableOfEveryHertz) {
     for (std::size_t point = 0; point < GridPoints; ++point) {
-        EXPECT_EQ(PlotColumn[point], std::nearbyint(model::PlotX[static_cast<std::size_t>(PlotGrid[point])]));
+        EXPECT_EQ(PlotColumn[point], std::nearbyint(model::PlotX(static_cast<int>(PlotGrid[point]))));
     }
 }
 

@@ -124,7 +124,7 @@ void Bind(controls::TextBox& box, TextField& field, const controls::EventEntry& 
         field.SetMarked(box.Marked());
     });
     field.SetKeyFilter([&box, entry](char key) {
-        char entering = 0;
+        controls::KeyEntry entering = 0;
         entry.Run([&] { entering = box.UserKey(key); });
         return entering;
     });

@@ -4,10 +4,11 @@
 #include "ui/binding/text.h"
 
 #include <QDeadlineTimer>
-#include <QHash>
-#include <QStringList>
 
 #include <algorithm>
+#include <array>
+#include <sstream>
+#include <string_view>
 
 #ifdef Q_OS_UNIX
 #include <poll.h>
@@ -27,27 +28,25 @@ struct LineSettings {
     QSerialPort::StopBits StopBits = QSerialPort::OneStop;
 };
 
+/// "19200,N,8,1" and its like: baud, parity (N, E, O), data bits, stop bits.
 LineSettings Parse(const std::string& text) {
-    static const QHash<QString, QSerialPort::Parity> parities = {{QStringLiteral("N"), QSerialPort::NoParity},
-                                                                 {QStringLiteral("E"), QSerialPort::EvenParity},
-                                                                 {QStringLiteral("O"), QSerialPort::OddParity},
-                                                                 {QStringLiteral("M"), QSerialPort::MarkParity},
-                                                                 {QStringLiteral("S"), QSerialPort::SpaceParity}};
-    static const QHash<QString, QSerialPort::DataBits> data_bits = {{QStringLiteral("5"), QSerialPort::Data5},
-                                                                    {QStringLiteral("6"), QSerialPort::Data6},
-                                                                    {QStringLiteral("7"), QSerialPort::Data7},
-                                                                    {QStringLiteral("8"), QSerialPort::Data8}};
-    static const QHash<QString, QSerialPort::StopBits> stop_bits = {
-        {QStringLiteral("1"), QSerialPort::OneStop},
-        {QStringLiteral("1.5"), QSerialPort::OneAndHalfStop},
-        {QStringLiteral("2"), QSerialPort::TwoStop}};
-    const QStringList parts = FromBytes(text).toUpper().split(QLatin1Char(','));
-    const qint32 baud = parts.first().toInt();
-    if (parts.size() != 4 || baud <= 0 || !parities.contains(parts[1]) || !data_bits.contains(parts[2]) ||
-        !stop_bits.contains(parts[3])) {
+    LineSettings line;
+    char parity = 0;
+    int data_bits = 0;
+    int stop_bits = 0;
+    std::istringstream parts(text);
+    char comma = 0;
+    parts >> line.Baud >> comma >> parity >> comma >> data_bits >> comma >> stop_bits;
+    const std::size_t which = std::string_view("NEO").find(parity);
+    if (!parts || !parts.eof() || line.Baud <= 0 || which == std::string_view::npos || data_bits < 5 || data_bits > 8 ||
+        (stop_bits != 1 && stop_bits != 2)) {
         throw RuntimeError(ErrorKind::PortUnavailable, "\"" + text + "\" are no settings of a serial port.");
     }
-    return {baud, parities[parts[1]], data_bits[parts[2]], stop_bits[parts[3]]};
+    constexpr std::array parities = {QSerialPort::NoParity, QSerialPort::EvenParity, QSerialPort::OddParity};
+    line.Parity = parities[which];
+    line.DataBits = static_cast<QSerialPort::DataBits>(data_bits);
+    line.StopBits = stop_bits == 1 ? QSerialPort::OneStop : QSerialPort::TwoStop;
+    return line;
 }
 
 /// The system's word on whether the device behind an open port is still there; the toolkit's errors tell a port that

@@ -27,7 +27,7 @@ class QtSerialPort : public link::SerialPort {
 
     /// 0 to 32; what it stands for is looked up when the port opens. Refused while the port is open.
     void SetCommPort(int number) override;
-    /// "19200,N,8,1": baud, parity (N, E, O, M, S), data bits, stop bits.
+    /// "19200,N,8,1": baud, parity (N, E, O), data bits, stop bits.
     void SetSettings(const std::string& settings) override;
     bool PortOpen() override { return port_.isOpen(); }
     /// Opening an open port and closing a closed one do nothing. Opening empties the input.

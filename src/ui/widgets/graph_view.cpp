@@ -11,11 +11,9 @@
 namespace nrv::ui {
 namespace {
 
-constexpr double LowestFrequency = 20.0;   // Hz
-constexpr double HighestFrequency = 20000; // Hz
-constexpr int FineLevelStep = 2;           // dB
-constexpr int LevelStep = 10;              // dB
-constexpr int LevelRange = 30;             // dB
+constexpr int FineLevelStep = 2; // dB
+constexpr int LevelStep = 10;    // dB
+constexpr int LevelRange = 30;   // dB
 
 // A curve's point lies on a whole pixel; a grid line of the same place covers that pixel.
 
@@ -36,7 +34,7 @@ void PaintPaper(QPainter& painter) {
     for (const double decade : {10.0, 100.0, 1000.0, 10000.0}) {
         for (int multiple = 1; multiple < 10; ++multiple) {
             const double hertz = decade * multiple;
-            if (hertz >= LowestFrequency && hertz <= HighestFrequency) {
+            if (hertz >= model::LowestHz && hertz <= model::HighestHz) {
                 VerticalLine(painter, hertz, paper.FineFrequencies);
             }
         }
@@ -79,11 +77,11 @@ GraphView::GraphView(QWidget* parent) : QWidget(parent) {
 }
 
 double GraphView::PlaceOfFrequency(double hertz) {
-    return std::log10(hertz / LowestFrequency) * PixelsPerDecade;
+    return std::log10(hertz / model::LowestHz) * model::PixelsPerDecade;
 }
 
 double GraphView::PlaceOfLevel(double decibels) {
-    return ZeroLevelAt - decibels * PixelsPerDb;
+    return model::ZeroDbRow - decibels * model::PixelsPerDb;
 }
 
 void GraphView::ShowPicture(const controls::Picture* picture) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/control.h"
+#include "model/graph_scale.h"
 
 #include <QLine>
 #include <QList>
@@ -14,11 +15,8 @@ class GraphView : public QWidget {
   public:
     explicit GraphView(QWidget* parent);
 
-    static constexpr int GraphWidth = 576;
-    static constexpr int GraphHeight = 192;
-    static constexpr double PixelsPerDecade = 575.0 / 3.0;
-    static constexpr double PixelsPerDb = 191.0 / 60.0;
-    static constexpr double ZeroLevelAt = 95.4;
+    static constexpr int GraphWidth = model::GraphWidth;
+    static constexpr int GraphHeight = model::GraphHeight;
 
     static double PlaceOfFrequency(double hertz);
     static double PlaceOfLevel(double decibels);

@@ -1,5 +1,6 @@
 #include "ui/widgets/marker_dot.h"
 
+#include "model/graph_scale.h"
 #include "ui/look/painting.h"
 #include "ui/look/theme.h"
 
@@ -32,8 +33,8 @@ void MarkerDot::SetNumber(const QString& number) {
 void MarkerDot::PlaceAt(double left, double top) {
     left_ = left;
     top_ = top;
-    const QPoint centre(static_cast<int>(std::lround((left + CentreFromCorner) / UnitsPerPixel)),
-                        static_cast<int>(std::lround((top + CentreFromCorner) / UnitsPerPixel)));
+    const QPoint centre(static_cast<int>(std::lround((left + model::MarkerHalf) / model::UnitsPerPixel)),
+                        static_cast<int>(std::lround((top + model::MarkerHalf) / model::UnitsPerPixel)));
     move(graph_origin_ + centre - QPoint(CentrePixel, CentrePixel));
 }
 
@@ -72,7 +73,7 @@ void MarkerDot::mousePressEvent(QMouseEvent* event) {
 
 void MarkerDot::mouseMoveEvent(QMouseEvent* event) {
     const QPointF on_graph = mapToParent(event->position()) - QPointF(graph_origin_);
-    emit Dragged(on_graph.x() * UnitsPerPixel - left_, on_graph.y() * UnitsPerPixel - top_);
+    emit Dragged(on_graph.x() * model::UnitsPerPixel - left_, on_graph.y() * model::UnitsPerPixel - top_);
 }
 
 void MarkerDot::mouseReleaseEvent(QMouseEvent* event) {

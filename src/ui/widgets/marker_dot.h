@@ -13,9 +13,7 @@ class MarkerDot : public QWidget {
     /// `graph_origin` is the graph's top left corner in the parent.
     MarkerDot(QWidget* parent, const QColor& colour, QPoint graph_origin);
 
-    static constexpr double UnitsPerPixel = 15.0;
-    static constexpr double CentreFromCorner = 60.0; ///< position units
-    static constexpr int Extent = 15;                ///< pixels of the widget's side
+    static constexpr int Extent = 15; ///< pixels of the widget's side
 
     const QString& Number() const { return number_; }
     void SetNumber(const QString& number);

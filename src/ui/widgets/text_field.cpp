@@ -21,11 +21,6 @@ bool IsTyped(const QKeyEvent& event) {
            modifiers != (Qt::ControlModifier | Qt::ShiftModifier) && !modifiers.testFlag(Qt::MetaModifier);
 }
 
-/// What a refused key leaves in its place.
-bool IsMarkOfRefusal(char entering) {
-    return entering == '?' || entering == ' ';
-}
-
 } // namespace
 
 TextField::TextField(QWidget* parent) : QLineEdit(parent) {
@@ -64,15 +59,15 @@ bool TextField::CanTake() const {
 
 void TextField::Take(char key, const std::function<void()>& let_through) {
     const QPointer<TextField> self(this);
-    const char entering = filter_ ? filter_(key) : key;
+    const controls::KeyEntry entering = filter_ ? filter_(key) : key;
     // The key may have closed this window or locked its device.
     if (self.isNull() || !CanTake()) {
         return;
     }
-    if (entering == key) {
+    if (entering.Entering == key) {
         let_through();
-    } else if (entering != 0) {
-        insert(QString(QLatin1Char(entering)));
+    } else if (entering.Entering != 0) {
+        insert(QString(QLatin1Char(entering.Entering)));
     }
 }
 
@@ -80,14 +75,14 @@ void TextField::TypeText(const QString& text) {
     const QPointer<TextField> self(this);
     QString entered; // put in at once: laying out a long line anew for each character would take seconds
     for (const char key : text.toLatin1()) {
-        const char entering = filter_ ? filter_(key) : key;
+        const controls::KeyEntry entering = filter_ ? filter_(key) : key;
         if (self.isNull() || !CanTake()) {
             return;
         }
-        if (entering != 0) {
-            entered += QLatin1Char(entering);
+        if (entering.Entering != 0) {
+            entered += QLatin1Char(entering.Entering);
         }
-        if (entering != key && IsMarkOfRefusal(entering)) {
+        if (entering.Refused) {
             break;
         }
     }

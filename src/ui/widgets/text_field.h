@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/text_box.h"
+
 #include <QLineEdit>
 
 #include <functional>
@@ -10,8 +12,8 @@ namespace nrv::ui {
 class TextField : public QLineEdit {
     Q_OBJECT
   public:
-    /// What becomes of a character, told as one byte of Latin-1; 0 for nothing. Enter is 13, Backspace 8.
-    using KeyFilter = std::function<char(char)>;
+    /// What becomes of a character, told as one byte of Latin-1. Enter is 13, Backspace 8.
+    using KeyFilter = std::function<controls::KeyEntry(char)>;
 
     explicit TextField(QWidget* parent);
 
