@@ -10,6 +10,7 @@
 #include <QSlider>
 #include <QTableWidget>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -53,6 +54,8 @@ class Witness {
                 facts.emplace_back("open dialog", window->objectName().toStdString());
             }
         }
+        // What the mouse is over comes to the top of its siblings, which changes nothing else.
+        std::sort(facts.begin(), facts.end());
         return facts;
     }
     void AddDevice(Facts& facts) const {
