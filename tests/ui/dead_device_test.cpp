@@ -6,6 +6,7 @@
 #include "ui/look/theme.h"
 
 #include <filesystem>
+#include <optional>
 
 using namespace nrv;
 using namespace nrv::test;
@@ -51,6 +52,7 @@ class DeadDeviceTest : public QObject {
   private slots:
     void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
+        impatience_.emplace();
         desk_ = std::make_unique<RackDesk>(ThreeDevices());
         desk_->Connect();
         for (const int slot : {0, 1, 2}) {
@@ -74,6 +76,8 @@ class DeadDeviceTest : public QObject {
     void ADeathInACopyStopsItThere();
     void ADeathInALoadStopsItThere();
     void ADeathInAFlatteningStopsItThere();
+    void AnErrorAfterTheDeathIsNoSecondBox();
+    void ClicksUnderTheBoxAndOnWhatIsLeftDoNothing();
     void ALoadWithThePortGoneTellsItOnce();
     void ACopyWithThePortGoneTellsItOnce();
     void ALoadOnALineThatDiedBeforeTellsItOnce();
@@ -155,6 +159,7 @@ class DeadDeviceTest : public QObject {
             .arg(all);
     }
 
+    std::optional<Impatience> impatience_;
     std::unique_ptr<RackDesk> desk_;
     std::unique_ptr<Witness> other_;
     std::unique_ptr<Witness> third_;
@@ -197,6 +202,63 @@ void DeadDeviceTest::ADeathInAFlatteningStopsItThere() {
     driver::Click(desk_->Control("Command1", 3));
     QCOMPARE(Difference(desk_->TakeFrames(), UpToTheDeath(whole, 2)), QString());
     CheckEnd(boxes, 1, Stopped("the flattening", 2, 4));
+}
+
+void DeadDeviceTest::AnErrorAfterTheDeathIsNoSecondBox() {
+    // A text that the copy cannot read, two channels of commands behind the one that fails.
+    BoxAnswers boxes(AnyNumberOfOk({QStringLiteral("OK"), QStringLiteral("Yes")}));
+    desk_->ShowTab(3);
+    Type(desk_->Control("Text8", 2), QStringLiteral("50x"));
+    QCOMPARE(desk_->Form().Text8[2].Text(), std::string("50?"));
+    QCOMPARE(boxes.Seen().size(), std::size_t{1});
+    const int slope = desk_->Form().Combo2[2].Index();
+    driver::Choose(qobject_cast<QComboBox*>(desk_->Control("Combo2", 8)), slope == 0 ? 1 : slope - 1);
+    QVERIFY(desk_->Form().Combo2[8].Index() != slope);
+    desk_->TakeFrames();
+    desk_->LetDie(Id);
+    CopyOut2ToOut5();
+    QTest::qWait(50);
+    QCOMPARE(boxes.Seen().size(), std::size_t{3});
+    QCOMPARE(boxes.Seen()[2].Title, QLatin1String(BoxTitle));
+    QCOMPARE(desk_->TakeFrames().size(), std::size_t{5});
+    QVERIFY(!desk_->IsOpen(0));
+    QCOMPARE(other_->Difference(), QString());
+    QCOMPARE(third_->Difference(), QString());
+}
+
+void DeadDeviceTest::ClicksUnderTheBoxAndOnWhatIsLeftDoNothing() {
+    desk_->ShowTab(controls::GainsTab);
+    const QPointer<QWidget> mute = desk_->Control("Check1", 2);
+    const QPointer<QWidget> fader = desk_->Control("Slider1", 2);
+    const QPointer<QWidget> tool = desk_->Control("Command2", controls::UnconnectTool);
+    BoxAnswers boxes(AnyNumberOfOk());
+    boxes.OnBox = [&](QWidget&) {
+        driver::Click(mute);
+        driver::Click(desk_->Control("Check1", 2, 1));
+        driver::Click(desk_->Control("Command2", controls::UnconnectTool, 2));
+        driver::Press(desk_->Control("Slider1", 2, 1), Qt::Key_Up);
+        desk_->Window(0)->close();
+        desk_->Window(2)->close();
+        driver::DoubleClickRow(driver::Find(QStringLiteral("Devices")), 0);
+    };
+    const int muted = 1 - desk_->Form().Check1[2].Value();
+    desk_->LetDie(Id);
+    driver::Click(mute);
+    // Its widgets live on until the events of now are over.
+    for (const QPointer<QWidget>& left : {mute, tool}) {
+        QVERIFY(left != nullptr);
+        driver::Click(left);
+    }
+    QVERIFY(fader != nullptr);
+    QTest::keyClick(fader, Qt::Key_Up);
+    QCOMPARE(
+        Difference(desk_->TakeFrames(), std::vector<simulator::Frame>(5, Request(Id, {9, 2, 0, 0, 0, 0, 0, 0, muted}))),
+        QString());
+    QTest::qWait(50);
+    QVERIFY(mute == nullptr && fader == nullptr && tool == nullptr);
+    CheckEnd(boxes, 0,
+             QStringLiteral("ID:5 does not answer; the change was not sent. Double-click its row to connect it again. "
+                            "The meters rest until the next change."));
 }
 
 void DeadDeviceTest::ALoadOnALineThatDiedBeforeTellsItOnce() {

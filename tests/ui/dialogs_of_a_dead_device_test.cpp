@@ -4,6 +4,7 @@
 #include "ui/look/theme.h"
 
 #include <filesystem>
+#include <optional>
 
 using namespace nrv;
 using namespace nrv::test;
@@ -38,6 +39,7 @@ class DialogsOfADeadDeviceTest : public QObject {
   private slots:
     void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
+        impatience_.emplace();
         desk_ = std::make_unique<RackDesk>(TwoDevices());
         desk_->Connect();
         std::filesystem::create_directory(desk_->Folder().Path() / "preset");
@@ -103,6 +105,7 @@ class DialogsOfADeadDeviceTest : public QObject {
         CheckGone();
     }
 
+    std::optional<Impatience> impatience_;
     std::unique_ptr<RackDesk> desk_;
     std::unique_ptr<Witness> other_;
 };

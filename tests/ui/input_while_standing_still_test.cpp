@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <optional>
 #include <thread>
 
 using namespace nrv;
@@ -107,6 +108,7 @@ class InputWhileStandingStillTest : public QObject {
   private slots:
     void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
+        impatience_.emplace();
         desk_ = std::make_unique<RackDesk>(TwoDevices());
         desk_->Connect();
         for (const int slot : {0, 1}) {
@@ -148,6 +150,7 @@ class InputWhileStandingStillTest : public QObject {
         QCOMPARE(FramesTo(desk_->TakeFrames(), Id).size(), std::size_t{2});
     }
 
+    std::optional<Impatience> impatience_;
     std::unique_ptr<RackDesk> desk_;
     std::unique_ptr<Witness> other_;
     std::unique_ptr<WindowSystemQueue> queue_;

@@ -4,8 +4,7 @@
 #include "rack_witness.h"
 #include "ui/look/theme.h"
 
-#include <QTimer>
-
+#include <optional>
 #include <sys/resource.h>
 
 using namespace nrv;
@@ -51,6 +50,7 @@ class LostAndFoundTest : public QObject {
 
   private slots:
     void initTestCase() { ui::ApplyTheme(*qApp); }
+    void init() { impatience_.emplace(); }
     void cleanup() {
         other_.reset();
         desk_.reset();
@@ -90,6 +90,7 @@ class LostAndFoundTest : public QObject {
         QVERIFY(driver::WaitUntil([&] { return desk_->Logic().List.Timer1.Running(); }));
     }
 
+    std::optional<Impatience> impatience_;
     std::unique_ptr<RackDesk> desk_;
     std::unique_ptr<Witness> other_;
 };

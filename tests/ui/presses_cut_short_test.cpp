@@ -4,6 +4,8 @@
 #include "ui/look/theme.h"
 #include "ui/widgets/fader.h"
 
+#include <optional>
+
 using namespace nrv;
 using namespace nrv::test;
 using driver::BoxAnswers;
@@ -32,6 +34,7 @@ class PressesCutShortTest : public QObject {
   private slots:
     void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
+        impatience_.emplace();
         desk_ = std::make_unique<RackDesk>(TwoDevices());
         desk_->Connect();
         for (const int slot : {0, 1}) {
@@ -74,6 +77,7 @@ class PressesCutShortTest : public QObject {
     }
     int Code(bool arrows, int id = Id) { return desk_->Live(id)[ImageLayout::Peq(0, 0) + (arrows ? 2 : 4)]; }
 
+    std::optional<Impatience> impatience_;
     std::unique_ptr<RackDesk> desk_;
     std::unique_ptr<Witness> other_;
 };

@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QSlider>
 #include <QTableWidget>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstring>
@@ -123,6 +124,29 @@ class Witness {
     int id_;
     int slot_;
     Facts before_;
+};
+
+/// Closes, unanswered, what still stands over the windows after some seconds: a test whose box never came, or one too
+/// many, then fails in place of waiting for ever.
+class Impatience {
+  public:
+    Impatience() {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
+            timer_.start(interval);
+            for (QWidget* window : QApplication::topLevelWidgets()) {
+                if (auto* dialog = qobject_cast<QDialog*>(window); dialog != nullptr && dialog->isVisible()) {
+                    qWarning("%s stood too long", qPrintable(dialog->objectName()));
+                    dialog->reject();
+                }
+            }
+        });
+        timer_.start(patience);
+    }
+
+  private:
+    static constexpr int patience = 6000;
+    static constexpr int interval = 100;
+    QTimer timer_;
 };
 
 /// The frames of those that went to a device.

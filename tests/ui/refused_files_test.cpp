@@ -4,6 +4,7 @@
 #include "ui/look/theme.h"
 
 #include <filesystem>
+#include <optional>
 
 using namespace nrv;
 using namespace nrv::test;
@@ -38,6 +39,7 @@ class RefusedFilesTest : public QObject {
   private slots:
     void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
+        impatience_.emplace();
         desk_ = std::make_unique<RackDesk>(TwoDevices());
         desk_->Connect();
         for (const int slot : {0, 1}) {
@@ -69,6 +71,7 @@ class RefusedFilesTest : public QObject {
         });
     }
 
+    std::optional<Impatience> impatience_;
     std::unique_ptr<RackDesk> desk_;
     std::unique_ptr<Witness> other_;
     fs::path presets_;

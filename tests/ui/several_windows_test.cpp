@@ -4,6 +4,8 @@
 #include "ui/look/theme.h"
 #include "ui/widgets/fader.h"
 
+#include <optional>
+
 using namespace nrv;
 using namespace nrv::test;
 using driver::BoxAnswers;
@@ -33,6 +35,7 @@ class SeveralWindowsTest : public QObject {
   private slots:
     void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
+        impatience_.emplace();
         desk_ = std::make_unique<RackDesk>(ThreeDevices());
         desk_->Connect();
     }
@@ -63,6 +66,7 @@ class SeveralWindowsTest : public QObject {
         desk_->TakeFrames();
     }
 
+    std::optional<Impatience> impatience_;
     std::unique_ptr<RackDesk> desk_;
 };
 
