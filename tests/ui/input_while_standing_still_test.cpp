@@ -79,13 +79,12 @@ void PostClick(QWidget* widget) {
     }
 }
 
+/// What is modal has the keyboard.
 void KeyToWhatHasTheFocus(Qt::Key key) {
-    QWidget* target = QApplication::focusWidget();
-    if (target == nullptr) {
-        target = QApplication::activeWindow();
-    }
-    if (target != nullptr) {
-        QTest::keyClick(target, key);
+    QWidget* window =
+        QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : QApplication::activeWindow();
+    if (window != nullptr) {
+        QTest::keyClick(window->focusWidget() != nullptr ? window->focusWidget() : window, key);
     }
 }
 
@@ -130,6 +129,7 @@ class InputWhileStandingStillTest : public QObject {
     void ClicksDuringAStoreDoNotLandOnWhatLiesBehind();
     void AClickInALongWaitIsThrownAwayAndOneInAShortWaitIsNot_data();
     void AClickInALongWaitIsThrownAwayAndOneInAShortWaitIsNot();
+    void AClosingInALongWaitIsThrownAway();
     void AKeyInALongWaitDoesNotAnswerTheBoxAfterIt();
     void TheQuestionIsOffTheScreenBeforeTheFirstFrame();
 
@@ -175,6 +175,7 @@ void InputWhileStandingStillTest::ClicksDuringAStoreDoNotLandOnWhatLiesBehind() 
                 queue_->Post([] { KeyToWhatHasTheFocus(Qt::Key_Space); });
                 queue_->Post([this] { driver::Click(desk_->Control("Check1", 3, 1)); });
                 queue_->Post([this] { driver::Click(desk_->Control("Command2", controls::UnconnectTool)); });
+                queue_->Post([this] { QTest::mousePress(desk_->Control("Combo4"), Qt::LeftButton); });
                 queue_->Post([this] { desk_->Window(0)->close(); });
                 queue_->Post([this] { desk_->Window(1)->close(); });
             }
@@ -182,7 +183,8 @@ void InputWhileStandingStillTest::ClicksDuringAStoreDoNotLandOnWhatLiesBehind() 
     }));
     QTest::qWait(100);
     QCOMPARE(posted, 2);
-    QCOMPARE(queue_->Served(), 12);
+    QCOMPARE(queue_->Served(), 14);
+    QVERIFY(QApplication::activePopupWidget() == nullptr);
     QCOMPARE(desk_->Form().Check1[2].Value(), 0);
     QCOMPARE(boxes.Seen().size(), std::size_t{1});
     const std::vector<simulator::Frame> frames = desk_->TakeFrames();
@@ -212,6 +214,35 @@ void InputWhileStandingStillTest::AClickInALongWaitIsThrownAwayAndOneInAShortWai
     QCOMPARE(boxes.Seen().size(), std::size_t{0});
     QCOMPARE(other_->Difference(), QString());
     CheckOrdinaryClick();
+}
+
+void InputWhileStandingStillTest::AClosingInALongWaitIsThrownAway() {
+    bool stays = false;
+    bool goes = false;
+    QVERIFY(desk_->WithTool(controls::PasswordTool, "FrmPassword", [&](QWidget& dialog) {
+        Type(In(dialog, "Text1"), QStringLiteral("000000"));
+        driver::Click(In(dialog, "Command1(0)"));
+        driver::Click(In(dialog, "Check1"));
+        desk_->Line().Order(simulator::Fault::Late(Id, 1, LongWait));
+        const QPointer<QWidget> watched = &dialog;
+        queue_->PostAfter(milliseconds(60), [watched] {
+            if (watched != nullptr) {
+                watched->close();
+            }
+        });
+        driver::Click(In(dialog, "Command1(3)"));
+        QTest::qWait(30);
+        stays = watched != nullptr && watched->isVisible();
+        if (stays) {
+            goes = watched->close();
+        }
+    }));
+    QCOMPARE(queue_->Served(), 1);
+    QVERIFY(stays);
+    QVERIFY(goes);
+    QVERIFY(desk_->Line().WithRack([](simulator::Rack& rack) { return rack.At(Id).Locked(); }));
+    QCOMPARE(desk_->TakeFrames().size(), std::size_t{1});
+    QCOMPARE(other_->Difference(), QString());
 }
 
 void InputWhileStandingStillTest::AKeyInALongWaitDoesNotAnswerTheBoxAfterIt() {
