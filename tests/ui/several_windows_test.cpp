@@ -46,6 +46,7 @@ class SeveralWindowsTest : public QObject {
     void AClickInAWindowBehindWorksOnItsDevice_data();
     void AClickInAWindowBehindWorksOnItsDevice();
     void AToolButtonOfAWindowBehindAsksForItsDevice();
+    void AWindowThatComesForwardUnderAQuestionCountsAfterIt();
     void ClosingAWindowBehindAsksForItsDevice();
     void EachOfThreeWindowsTakesItsOwnDeviceAway();
 
@@ -149,6 +150,24 @@ void SeveralWindowsTest::AToolButtonOfAWindowBehindAsksForItsDevice() {
     QCOMPARE(Difference(desk_->TakeFrames(), {Request(Id, {0x0F})}), QString());
     QCOMPARE(RowText(0), QStringLiteral(" Unconnected      ID:3"));
     QCOMPARE(second.Difference(), QString());
+}
+
+void SeveralWindowsTest::AWindowThatComesForwardUnderAQuestionCountsAfterIt() {
+    for (const int slot : {1, 0}) {
+        QVERIFY(desk_->Open(slot, 1 - slot));
+    }
+    // The device of row 1 was opened first.
+    const Witness other(*desk_, OtherId, 0);
+    desk_->ShowTab(3, 1);
+    desk_->TakeFrames();
+    BoxAnswers boxes({QStringLiteral("Yes")});
+    boxes.OnBox = [this](QWidget&) { BringForward(*desk_, 0); };
+    driver::Click(desk_->Control("Command1", 3, 1));
+    const std::vector<simulator::Frame> frames = desk_->TakeFrames();
+    QCOMPARE(frames.size(), std::size_t{4});
+    QCOMPARE(FramesTo(frames, Id).size(), std::size_t{4});
+    QCOMPARE(other.Difference(), QString());
+    QCOMPARE(Current(), 0);
 }
 
 void SeveralWindowsTest::ClosingAWindowBehindAsksForItsDevice() {
