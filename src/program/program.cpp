@@ -28,6 +28,13 @@ Program::Program(const Ports& ports, Forms& forms)
     Events.Set(BoundaryActions());
 }
 
+void Program::TellPortWentAway(const std::string& what) {
+    // An operation that failed by it has begun its own sentence with it, and says more.
+    if (!Status.Text().starts_with(what.substr(0, what.find_last_not_of('.') + 1))) {
+        Status.Tell(what + " When it is back, double-click the row of a device to connect it again.");
+    }
+}
+
 controls::EventBoundary::Actions Program::BoundaryActions() {
     return {.UserBegins = [this] { Status.Clear(); },
             .MakeCurrent = [this](int slot) { Control.Activate(slot); },

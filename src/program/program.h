@@ -97,9 +97,7 @@ struct Program {
     session::StartUp StartUp;
 
     /// The port closed itself, nobody using it.
-    void TellPortWentAway(const std::string& what) {
-        Status.Tell(what + " When it is back, double-click the row of a device to connect it again.");
-    }
+    void TellPortWentAway(const std::string& what);
 
   private:
     controls::EventBoundary::Actions BoundaryActions();

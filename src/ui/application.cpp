@@ -13,6 +13,7 @@ Application::Application(const std::filesystem::path& folder, const Substitutes&
     : folder_(folder), names_(QString::fromStdString(folder.string())), port_(names_), own_process_(port_),
       boxes_(substitutes.Boxes != nullptr ? *substitutes.Boxes : own_boxes_),
       process_(substitutes.Run != nullptr ? *substitutes.Run : own_process_),
+      clock_(substitutes.WallClock != nullptr ? *substitutes.WallClock : own_clock_),
       host_({forms_.Splash, forms_.Main, forms_.Select, forms_.List, forms_.Windows}, boundary_,
             [this](int slot, QWidget* parent) {
                 return new ControlWindowView(*forms_.Windows.ControlWindows[static_cast<std::size_t>(slot)],

@@ -23,6 +23,7 @@ class Application {
         MessageBoxes* Boxes = nullptr;
         nrv::Process* Run = nullptr;
         FileDialogs* Files = nullptr;
+        nrv::Clock* WallClock = nullptr;
     };
 
     /// `folder` holds the configuration files.
@@ -46,12 +47,13 @@ class Application {
     InputGate gate_{boundary_.Current()};
     ComPortNames names_;
     QtSerialPort port_;
-    link::SystemClock clock_;
+    link::SystemClock own_clock_;
     QtProcess own_process_;
     QtMessageBoxes own_boxes_;
     QtFileDialogs own_files_{boundary_.Current()};
     MessageBoxes& boxes_;
     nrv::Process& process_;
+    nrv::Clock& clock_;
     QtWindowHost host_;
     program::Program program_;
 };

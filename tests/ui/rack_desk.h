@@ -14,6 +14,8 @@
 #include <QTest>
 
 #include <array>
+#include <chrono>
+#include <cmath>
 #include <functional>
 #include <initializer_list>
 #include <memory>
@@ -35,6 +37,29 @@ class TestProcess final : public nrv::Process {
 
   private:
     ui::QtProcess& real_;
+};
+
+/// The clock of whole seconds, which can be made to run faster so that a silent device costs a test little.
+class TestClock final : public nrv::Clock {
+  public:
+    double Now() override {
+        constexpr double seconds_per_day = 86400.0;
+        return std::floor(Seconds()) / seconds_per_day;
+    }
+    void RunFaster(double times) {
+        seconds_ = Seconds();
+        since_ = std::chrono::steady_clock::now();
+        speed_ = times;
+    }
+
+  private:
+    double Seconds() const {
+        return seconds_ + speed_ * std::chrono::duration<double>(std::chrono::steady_clock::now() - since_).count();
+    }
+
+    double seconds_ = 86400.0 * 46000;
+    double speed_ = 1.0;
+    std::chrono::steady_clock::time_point since_ = std::chrono::steady_clock::now();
 };
 
 /// A request of P1 and what follows it; what is not given is 0.
@@ -96,8 +121,8 @@ class RackDesk {
         spare_port_ = std::make_unique<ui::QtSerialPort>(*names_);
         real_process_ = std::make_unique<ui::QtProcess>(*spare_port_);
         process_ = std::make_unique<TestProcess>(*real_process_);
-        application_ =
-            std::make_unique<ui::Application>(folder_.Path(), ui::Application::Substitutes{.Run = process_.get()});
+        application_ = std::make_unique<ui::Application>(
+            folder_.Path(), ui::Application::Substitutes{.Run = process_.get(), .WallClock = &clock_});
     }
 
     /// Brings the program to where a search leaves it: the port open, every device of the rack in the list.
@@ -128,10 +153,19 @@ class RackDesk {
     }
     /// The port goes away.
     void Unplug() { line_.reset(); }
+    /// From now on a device answers nothing, and each wait for it takes a twentieth of a second.
+    void LetDie(int id) {
+        line_->Order(simulator::Fault::Die(id));
+        clock_.RunFaster(200.0);
+    }
+
+    bool PluggedIn() const { return line_ != nullptr; }
+    const std::string& Status() { return Logic().Status.Text(); }
 
     const testing::TestFolder& Folder() const { return folder_; }
     simulator::Line& Line() { return *line_; }
     TestProcess& Process() { return *process_; }
+    TestClock& Clock() { return clock_; }
     ui::Application& Application() { return *application_; }
     program::Program& Logic() { return application_->Logic(); }
     controls::FrmCtrl& Form(int slot = 0) { return *Logic().Windows.ControlWindows[static_cast<std::size_t>(slot)]; }
@@ -188,6 +222,7 @@ class RackDesk {
 
   private:
     testing::TestFolder folder_;
+    TestClock clock_;
     std::unique_ptr<simulator::Line> line_;
     std::unique_ptr<ui::ComPortNames> names_;
     std::unique_ptr<ui::QtSerialPort> spare_port_;
