@@ -17,7 +17,7 @@ struct ApplyFlags {
 /// option without an entry.
 void ApplyImage(const model::CommandContext& context, response::Response& response, const ApplyFlags& flags = {});
 
-/// How many frames a load of the image makes: a source that changes goes out twice.
+/// How many frames a load of the image makes: a source that changes goes out twice, a unit that changes once.
 int FramesOfLoad(const model::CommandContext& context);
 
 } // namespace nrv::presets
