@@ -241,6 +241,9 @@ Link::Wait Link::WaitForReply(int id, int attempts_left, int length, double scal
             return Wait::TimedOut;
         }
         if (port_.InBufferCount() >= length) {
+            if (Answered) {
+                Answered();
+            }
             return Wait::Replied;
         }
     }

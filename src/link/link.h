@@ -64,6 +64,8 @@ class Link {
     Operation& Current;
     /// Told when a device has let a first wait go by and more follow.
     std::function<void(int id)> Waiting;
+    /// Told when an answer came after all.
+    std::function<void()> Answered;
 
     // The state of the link; every module reads it, the operations that are told to do so write it.
     bool DemoMode = false;          ///< no device is talked to at all

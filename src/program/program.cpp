@@ -23,7 +23,8 @@ Program::Program(const Ports& ports, Forms& forms)
                   [this](int slot) { Control.Unload(slot); }}),
       StartUp(
           {Splash, Main, Windows, Link, Connection, Devices, DeviceList, State, Boxes, ports.Run, ports.Host, Status}) {
-    Link.Waiting = [this](int id) { Status.Tell(session::WaitingText(Events.Current(), id)); };
+    Link.Waiting = [this](int id) { Status.TellForNow(session::WaitingText(Events.Current(), id)); };
+    Link.Answered = [this] { Status.NoLonger(); };
     Events.Set(BoundaryActions());
 }
 

@@ -116,6 +116,7 @@ void Discovery::LoadFlaggedDevices(Take take) {
 }
 
 void Discovery::ReadDeviceImage(int id) {
+    link_.Current.At({}); // no byte of the label is waited for any more
     link_.ReopenPort(link::BulkLength);
     link_.BulkExchange(id, {link::PresetReadCommand, link::LivePreset});
     // What the buffer holds is taken whatever came of the exchange; that is meant.
