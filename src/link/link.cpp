@@ -240,8 +240,8 @@ bool Link::Exchange(int id, std::span<const std::uint8_t> payload, const Patienc
         // What waits is not thrown away before the next transmission: a late answer counts towards the reply.
         if (WaitForReply(patience)) {
             TakeReply(static_cast<std::size_t>(patience.ReplyLength));
-            if (left < patience.Transmissions && AnsweredLate) {
-                AnsweredLate();
+            if (Answered) {
+                Answered();
             }
             return true;
         }

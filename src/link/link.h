@@ -72,9 +72,9 @@ class Link {
 
     /// The operation that runs, if any: after its one report nothing more is sent in it.
     Operation& Current;
-    /// Told when a device has let a wait go by and another follows, and when it answered after all.
+    /// Told when a device has let a wait go by and another follows, and when an answer came after all.
     std::function<void(int id)> Waiting;
-    std::function<void()> AnsweredLate;
+    std::function<void()> Answered;
 
     // The state of the link; every module reads it, the operations that are told to do so write it.
     bool DemoMode = false;          ///< no device is talked to at all

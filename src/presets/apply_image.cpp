@@ -289,7 +289,12 @@ int FramesOfLoad(const CommandContext& context) {
     for (int output = 0; output < OutputCount; ++output) {
         frames += context.Form().Combo3[At(output)].Index() != BodyByte(context, model::SourceOffsets[At(output)]);
     }
-    return frames + (context.Values().MuteWithPreset == 1.0 ? 2 : 0); // and the bulk update around them
+    if (context.Values().MuteWithPreset != 1.0) {
+        return frames; // and the unit stays
+    }
+    const int unit = static_cast<int>(model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6));
+    constexpr int BulkUpdates = 2; // before and after
+    return frames + BulkUpdates + (context.Form().Option1[At(unit)].Selected() ? 0 : 1);
 }
 
 } // namespace nrv::presets

@@ -19,7 +19,7 @@ enum class ImageCase {
 void ApplyImage(const model::CommandContext& context, response::Response& response,
                 ImageCase image_case = ImageCase::Opening);
 
-/// How many frames a load of the image makes: a source that changes goes out twice.
+/// How many frames a load of the image makes: a source that changes goes out twice, a unit that changes once.
 int FramesOfLoad(const model::CommandContext& context);
 
 } // namespace nrv::presets

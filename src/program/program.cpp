@@ -24,7 +24,7 @@ Program::Program(const Ports& ports, Forms& forms)
       StartUp(
           {Splash, Main, Windows, Link, Connection, Devices, DeviceList, State, Boxes, ports.Run, ports.Host, Status}) {
     Link.Waiting = [this](int id) { Status.TellForNow(session::WaitingText(Events.Current(), id)); };
-    Link.AnsweredLate = [this] { Status.TakeBack(); };
+    Link.Answered = [this] { Status.NoLonger(); };
     Events.Set(BoundaryActions());
 }
 

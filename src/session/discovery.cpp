@@ -115,6 +115,7 @@ void Discovery::LoadFlaggedDevices(Take take) {
 }
 
 void Discovery::ReadDeviceImage(int id) {
+    link_.Current.At({}); // no byte of the label is waited for any more
     link_.FetchPreset(id, link::LivePreset, model::OnDevice(Image(id)));
 }
 

@@ -2,6 +2,7 @@
 
 #include "controls/control.h"
 
+#include <optional>
 #include <string>
 
 namespace nrv::session {
@@ -12,26 +13,35 @@ class StatusLine {
   public:
     explicit StatusLine(controls::Label& label) : label_(label) {}
     void Tell(const std::string& sentence) {
-        label_.SetCaption(sentence);
-        label_.Refresh();
+        before_.reset();
+        Show(sentence);
     }
-    void Clear() { label_.SetCaption({}); }
-    /// A sentence that may soon be no longer so.
+    /// Says what holds for now; once it does not, what stood there before comes back.
     void TellForNow(const std::string& sentence) {
-        for_now_ = sentence;
-        Tell(sentence);
-    }
-    /// It is no longer so; another sentence told since stays.
-    void TakeBack() {
-        if (Text() == for_now_) {
-            Clear();
+        if (!before_) {
+            before_ = Text();
         }
+        Show(sentence);
+    }
+    void NoLonger() {
+        if (before_) {
+            Tell(std::string(*before_));
+        }
+    }
+    void Clear() {
+        before_.reset();
+        label_.SetCaption({});
     }
     const std::string& Text() const { return label_.Caption(); }
 
   private:
+    void Show(const std::string& sentence) {
+        label_.SetCaption(sentence);
+        label_.Refresh();
+    }
+
     controls::Label& label_;
-    std::string for_now_;
+    std::optional<std::string> before_;
 };
 
 } // namespace nrv::session

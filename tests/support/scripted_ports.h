@@ -42,6 +42,8 @@ class ScriptedPort final : public link::SerialPort {
 
     /// Answers each frame at once when set; an empty answer is silence.
     std::function<Bytes(const Frame&)> Answer;
+    /// Runs before a frame is written.
+    std::function<void()> OnOutput;
     /// Runs at each look at what waits, after the clock moved and before the bytes are counted.
     std::function<void()> OnPoll;
     long SecondsPerPoll = 1;
@@ -57,6 +59,13 @@ class ScriptedPort final : public link::SerialPort {
 
     /// Bytes that arrive once the clock has reached a second.
     void ArriveAt(long second, Bytes bytes) { coming_.emplace_back(second, std::move(bytes)); }
+    /// The port goes away as a real one does: it closes itself, and cannot be opened until it is back.
+    void GoAway() {
+        Gone = true;
+        Present = false;
+        open_ = false;
+    }
+    void ComeBack() { Present = true; }
     /// How many frames with a command went out.
     long CountSent(std::uint8_t command) const {
         return std::ranges::count_if(Sent, [command](const Frame& frame) { return frame[3] == command; });
@@ -75,6 +84,7 @@ class ScriptedPort final : public link::SerialPort {
         }
         if (open && !open_) {
             Waiting.clear();
+            Gone = false;
         }
         open_ = open;
     }
@@ -87,6 +97,9 @@ class ScriptedPort final : public link::SerialPort {
         InputLen = bytes;
     }
     void Output(std::span<const std::uint8_t> bytes) override {
+        if (OnOutput) {
+            OnOutput();
+        }
         RequireOpen();
         Frame frame{};
         std::copy_n(bytes.begin(), std::min(bytes.size(), frame.size()), frame.begin());
@@ -102,6 +115,7 @@ class ScriptedPort final : public link::SerialPort {
         clock_.Seconds += SecondsPerPoll;
         if (OnPoll) {
             OnPoll();
+            RequireOpen();
         }
         for (auto& [second, bytes] : coming_) {
             if (second <= clock_.Seconds) {
