@@ -24,12 +24,14 @@ class Program {
         std::array<int, 2> out{};
         std::array<int, 2> error{};
         if (::pipe2(in.data(), O_CLOEXEC) != 0 || ::pipe2(out.data(), O_CLOEXEC) != 0 ||
-            ::pipe2(error.data(), O_CLOEXEC) != 0)
+            ::pipe2(error.data(), O_CLOEXEC) != 0) {
             throw std::runtime_error("no pipe");
+        }
         std::string program = NRV718_RACK_PROGRAM;
         std::vector<char*> words{program.data()};
-        for (std::string& argument : arguments)
+        for (std::string& argument : arguments) {
             words.push_back(argument.data());
+        }
         words.push_back(nullptr);
         child_ = ::fork();
         if (child_ == 0) {
@@ -56,8 +58,9 @@ class Program {
     Program& operator=(const Program&) = delete;
 
     void Type(const std::string& text) {
-        if (::write(in_.Get(), text.data(), text.size()) < 0)
+        if (::write(in_.Get(), text.data(), text.size()) < 0) {
             throw std::runtime_error("cannot write");
+        }
     }
     void Signal(int signal) const { ::kill(child_, signal); }
 
@@ -72,8 +75,9 @@ class Program {
             pollfd wait{out_.Get(), POLLIN, 0};
             std::array<char, 4096> buffer;
             const ssize_t size = ::poll(&wait, 1, 10000) > 0 ? ::read(out_.Get(), buffer.data(), buffer.size()) : 0;
-            if (size <= 0)
+            if (size <= 0) {
                 return {};
+            }
             text_.append(buffer.data(), static_cast<std::size_t>(size));
         }
     }
@@ -81,8 +85,9 @@ class Program {
     std::string Error() const {
         std::array<char, 4096> buffer;
         std::string text;
-        for (ssize_t size = 0; (size = ::read(error_.Get(), buffer.data(), buffer.size())) > 0;)
+        for (ssize_t size = 0; (size = ::read(error_.Get(), buffer.data(), buffer.size())) > 0;) {
             text.append(buffer.data(), static_cast<std::size_t>(size));
+        }
         return text;
     }
 

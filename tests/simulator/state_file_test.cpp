@@ -14,7 +14,7 @@ Rack SampleRack() {
     Device& device = rack.Add(32, "Last");
     device.PutPreset(7, "Club", FactoryPreset());
     device.SetPassword("secret");
-    device.SetMemory(kMemorySize - 1, 0xA5);
+    device.SetMemory(MemorySize - 1, 0xA5);
     device.SetBulkUpdating(true);
     rack.Handle(Request(32, {1, 7, 0, 0, 0, 0, 0, 0, 99}));
     return rack;
@@ -46,7 +46,7 @@ TEST(StateFile, BringsBackTheWholeRack) {
     EXPECT_EQ(device.Password(), "secret");
     EXPECT_EQ(device.PresetName(7), "Club            ");
     EXPECT_EQ(device.Preset(7), FactoryPreset());
-    EXPECT_EQ(device.Memory(kMemorySize - 1), 0xA5);
+    EXPECT_EQ(device.Memory(MemorySize - 1), 0xA5);
     EXPECT_EQ(EncodeState(rack), EncodeState(SampleRack()));
 }
 
@@ -69,8 +69,9 @@ TEST(StateFile, EmptyRackEndsWithItsChecksum) {
 
 TEST(StateFile, RefusesEveryTruncation) {
     const Bytes whole = EncodeState(SampleRack());
-    for (std::size_t size = 0; size < whole.size(); ++size)
+    for (std::size_t size = 0; size < whole.size(); ++size) {
         ASSERT_NE(Problem({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)}), "") << size;
+    }
     Bytes longer = whole;
     longer.push_back(0);
     EXPECT_NE(Problem(longer), "");
@@ -79,8 +80,9 @@ TEST(StateFile, RefusesEveryTruncation) {
 TEST(StateFile, RefusesEveryFlippedByteOfHeaderAndChecksumAndSamplesBetween) {
     const Bytes whole = EncodeState(SampleRack());
     for (std::size_t at = 0; at < whole.size(); ++at) {
-        if (at >= 24 && at + 4 < whole.size() && at % 97 != 0)
+        if (at >= 24 && at + 4 < whole.size() && at % 97 != 0) {
             continue;
+        }
         Bytes bad = whole;
         bad[at] ^= 0x10;
         ASSERT_NE(Problem(bad), "") << at;

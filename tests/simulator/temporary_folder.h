@@ -1,4 +1,3 @@
-/// A folder for one test, gone at its end.
 #pragma once
 
 #include <cstdlib>
@@ -12,12 +11,14 @@
 
 namespace nrv::simulator {
 
+/// A folder for one test, gone at its end.
 class TemporaryFolder {
   public:
     TemporaryFolder() {
         std::string name = testing::TempDir() + "nrv718_rack_XXXXXX";
-        if (::mkdtemp(name.data()) == nullptr)
+        if (::mkdtemp(name.data()) == nullptr) {
             throw std::runtime_error("no temporary folder");
+        }
         path_ = name;
     }
     ~TemporaryFolder() {
