@@ -7,10 +7,10 @@
 namespace nrv::simulator {
 namespace {
 
-using testing::HasSubstr;
-using testing::StartsWith;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
 
-class Console : public testing::Test {
+class Console : public ::testing::Test {
   protected:
     Console() : line_(MakeRack(), {.Paced = false, .Trace = {}}), terminal_(line_.DevicePath()) { line_.Start(); }
 

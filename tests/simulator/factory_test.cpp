@@ -13,7 +13,7 @@ std::vector<int> Slice(const PresetBody& body, std::size_t start, std::size_t si
             body.begin() + static_cast<std::ptrdiff_t>(start + size)};
 }
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 
 TEST(FactoryPreset, InputABeginsWithGainAndTwentyMillisecondsOfDelay) {
     EXPECT_THAT(Slice(FactoryPreset(), 0, 10), ElementsAre(0, 60, 0, 20, 0, 0, 10, 8, 0, 75));

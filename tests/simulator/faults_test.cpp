@@ -7,7 +7,7 @@
 namespace nrv::simulator {
 namespace {
 
-class Faults : public testing::Test {
+class Faults : public ::testing::Test {
   protected:
     Faults() {
         rack_.Add(5);

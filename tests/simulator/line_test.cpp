@@ -120,7 +120,7 @@ TEST(Line, RecordsEachFrameWithItsTime) {
     terminal.Send(Request(31, {0x12}));
     terminal.Ask(Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61}));
     const auto after = steady_clock::now();
-    EXPECT_THAT(line.Frames(), testing::ElementsAre(Request(31, {0x12}), Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61})));
+    EXPECT_THAT(line.Frames(), ::testing::ElementsAre(Request(31, {0x12}), Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61})));
     const auto records = line.Records();
     ASSERT_EQ(records.size(), 2U);
     EXPECT_GE(records[0].At, before);
@@ -145,9 +145,9 @@ TEST(Line, TracesFramesInWords) {
     terminal.Send(Request(5, {}));
     EXPECT_TRUE(terminal.Silent());
     line.Stop();
-    EXPECT_THAT(lines, testing::ElementsAre("-> ID 5  Gain of Out 2: code 61 (0.2 dB)", "<- ID 5  Obeyed",
-                                            "-> ID 5  Read live preset", "<- ID 5  432 bytes of preset",
-                                            "-> ID 5  Are you there?", "<- ID 5  No answer [lost]"));
+    EXPECT_THAT(lines, ::testing::ElementsAre("-> ID 5  Gain of Out 2: code 61 (0.2 dB)", "<- ID 5  Obeyed",
+                                              "-> ID 5  Read live preset", "<- ID 5  432 bytes of preset",
+                                              "-> ID 5  Are you there?", "<- ID 5  No answer [lost]"));
 }
 
 TEST(Line, RackIsReachedWhileTheLineRuns) {
@@ -233,7 +233,7 @@ TEST(Line, ReaderThatDoesNotReadCostsBytesButNotTheLine) {
 }
 
 TEST(Line, LinkLastsAsLongAsTheLine) {
-    const auto path = std::filesystem::path(testing::TempDir()) / ("nrv_line_link_" + std::to_string(::getpid()));
+    const auto path = std::filesystem::path(::testing::TempDir()) / ("nrv_line_link_" + std::to_string(::getpid()));
     {
         Line line(TwoDevices(), Unpaced());
         line.LinkAs(path);

@@ -1,7 +1,7 @@
 #include "simulator/demo_rack.h"
 #include "simulator/options.h"
 #include "simulator/state_file.h"
-#include "temporary_folder.h"
+#include "support/test_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -26,15 +26,15 @@ TEST(Options, AreReadFromTheCommandLine) {
          "--link=com2", "--unpaced",    "--trace",    "--state",    "rack.state",    "--presets", "--password",
          "secret",      "--locked",     "5",          "--locked=9", "--interactive", "--seconds", "1.5"});
     EXPECT_THAT(options.Devices,
-                testing::ElementsAre(std::pair(5, std::string("Stage left")), std::pair(9, std::string()),
-                                     std::pair(1, std::string()), std::pair(2, std::string())));
-    EXPECT_THAT(options.Links, testing::ElementsAre("./com1", "com2"));
+                ::testing::ElementsAre(std::pair(5, std::string("Stage left")), std::pair(9, std::string()),
+                                       std::pair(1, std::string()), std::pair(2, std::string())));
+    EXPECT_THAT(options.Links, ::testing::ElementsAre("./com1", "com2"));
     EXPECT_FALSE(options.Paced);
     EXPECT_TRUE(options.Trace);
     EXPECT_EQ(options.State, "rack.state");
     EXPECT_TRUE(options.Presets);
     EXPECT_EQ(options.Password, "secret");
-    EXPECT_THAT(options.Locked, testing::ElementsAre(5, 9));
+    EXPECT_THAT(options.Locked, ::testing::ElementsAre(5, 9));
     EXPECT_TRUE(options.Interactive);
     EXPECT_EQ(options.Seconds, 1.5);
     EXPECT_FALSE(options.Help);
@@ -91,7 +91,7 @@ TEST(DemoRack, IsBuiltAsTold) {
 }
 
 TEST(DemoRack, TakesItsDevicesFromTheStateFile) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     const std::string state = (folder / "rack").string();
     EXPECT_EQ(BuildRack(ParseOptions({"--state", state})).Ids(), std::vector<int>{1});
     Rack saved;
@@ -103,7 +103,7 @@ TEST(DemoRack, TakesItsDevicesFromTheStateFile) {
     EXPECT_EQ(rack.At(3).Memory(300), 42);
     EXPECT_EQ(BuildRack(ParseOptions({"--state", state})).Ids(), std::vector<int>{3});
     EXPECT_EQ(BuildRack(ParseOptions({"--state", state, "--device", "3=New"})).At(3).Label(), "New             ");
-    WriteText(state, "nonsense");
+    folder.WriteText("rack", "nonsense");
     EXPECT_THROW(BuildRack(ParseOptions({"--state", state})), StateError);
 }
 

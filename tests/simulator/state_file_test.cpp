@@ -1,5 +1,5 @@
 #include "simulator/state_file.h"
-#include "temporary_folder.h"
+#include "support/test_folder.h"
 #include "terminal.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ std::string Problem(const Bytes& bytes) {
 }
 
 TEST(StateFile, BringsBackTheWholeRack) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     SaveState(SampleRack(), folder / "rack");
     Rack rack;
     rack.Add(3);
@@ -106,8 +106,8 @@ TEST(StateFile, SaysWhatIsWrong) {
 }
 
 TEST(StateFile, DamagedFileLeavesTheRackAsItWas) {
-    const TemporaryFolder folder;
-    WriteText(folder / "bad", "NRV718-RACK 0001 and then nonsense");
+    const testing::TestFolder folder;
+    folder.WriteText("bad", "NRV718-RACK 0001 and then nonsense");
     Rack rack = SampleRack();
     const Bytes before = EncodeState(rack);
     for (const char* name : {"bad", "missing", "."}) {
@@ -122,20 +122,20 @@ TEST(StateFile, DamagedFileLeavesTheRackAsItWas) {
 }
 
 TEST(StateFile, SavingReplacesTheOldFileAndLeavesNothingBeside) {
-    const TemporaryFolder folder;
-    WriteText(folder / "rack", "old");
+    const testing::TestFolder folder;
+    folder.WriteText("rack", "old");
     SaveState(SampleRack(), folder / "rack");
     EXPECT_EQ(folder.Entries(), 1U);
-    EXPECT_EQ(ReadText(folder / "rack").substr(0, 11), "NRV718-RACK");
+    EXPECT_EQ(folder.ReadText("rack").substr(0, 11), "NRV718-RACK");
 }
 
 TEST(StateFile, FailedSaveLeavesWhatIsThere) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     EXPECT_THROW(SaveState(SampleRack(), folder.Path() / "none" / "rack"), StateError);
     std::filesystem::create_directory(folder / "rack");
-    WriteText(folder.Path() / "rack" / "inside", "kept");
+    folder.WriteText("rack/inside", "kept");
     EXPECT_THROW(SaveState(SampleRack(), folder / "rack"), StateError);
-    EXPECT_EQ(ReadText(folder.Path() / "rack" / "inside"), "kept");
+    EXPECT_EQ(folder.ReadText("rack/inside"), "kept");
     EXPECT_EQ(folder.Entries(), 1U);
 }
 
