@@ -167,7 +167,7 @@ void Fader::wheelEvent(QWheelEvent* event) {
 }
 
 void Fader::changeEvent(QEvent* event) {
-    // Losing the window or the right to edit ends a press that will get no release.
+    // A disabled widget gets no release.
     if (event->type() == QEvent::EnabledChange && !isEnabled()) {
         LetGo();
     }
@@ -178,6 +178,7 @@ bool Fader::event(QEvent* event) {
     if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
         update();
     }
+    // Neither a hidden widget nor one that lost the mouse to a box gets a release.
     if (event->type() == QEvent::Hide || event->type() == QEvent::UngrabMouse) {
         LetGo();
     }
