@@ -322,6 +322,12 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
         QCOMPARE(Find<ui::Block>("Label200(1)")->Shown(), QStringLiteral("In A+B"));
     }
 
+    void AnEmptyChannelNameShowsEmpty() {
+        form_->Label300[2].SetToolTip("Unmute");
+        form_->Label300[2].SetCaption("");
+        QCOMPARE(Find<ui::Block>("Label300(2)")->Shown(), QString());
+    }
+
     void ToolTipsAreShownLiterally() {
         const auto* block = Find<ui::Block>("Label100(0)");
         auto* list = Find<ui::ListBox>("Combo4");
