@@ -328,6 +328,15 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
         QCOMPARE(Find<ui::Block>("Label300(2)")->Shown(), QString());
     }
 
+    void ATabsCaptionIsNoKeyToPress() {
+        auto* strip = Find<ui::TabStrip>("SSTab1");
+        form_->SSTab1.SetTabCaption(2, "R&B");
+        QCOMPARE(strip->Caption(2), QStringLiteral("R&B"));
+        QTest::keyClick(view_.get(), Qt::Key_B, Qt::AltModifier);
+        QCOMPARE(strip->currentIndex(), 0);
+        QCOMPARE(form_->SSTab1.Tab(), 0);
+    }
+
     void ToolTipsAreShownLiterally() {
         const auto* block = Find<ui::Block>("Label100(0)");
         auto* list = Find<ui::ListBox>("Combo4");
