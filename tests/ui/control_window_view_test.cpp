@@ -355,6 +355,19 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
         }
     }
 
+    void ArrowsHaveTheirCaptionsFromTheRecord() {
+        controls::FrmCtrl form;
+        form.UpDown1[3].SetCaption("Micro");
+        const ui::ControlWindowView view(form, Entry());
+        QStringList captions;
+        for (const QLabel* label : view.findChildren<QLabel*>()) {
+            captions << label->text();
+        }
+        QCOMPARE(captions.count(QStringLiteral("Adj")), 16);
+        QCOMPARE(captions.count(QStringLiteral("Fine")), 15);
+        QCOMPARE(captions.count(QStringLiteral("Micro")), 1);
+    }
+
     void ACaptionOfAnyBytesIsKeptAndEveryByteIsSeen() {
         const std::string name("\x01&\xE9\0\x9F&", 6);
         form_->Label300[0].SetCaption(name);
