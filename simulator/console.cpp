@@ -8,12 +8,11 @@
 #include <vector>
 
 namespace nrv::simulator {
-
 namespace {
 
 using Words = std::vector<std::string>;
 
-constexpr std::string_view kHelp = R"(die ID [N]           no answer to anything until revived, or to N requests
+constexpr std::string_view CommandHelp = R"(die ID [N]           no answer to anything until revived, or to N requests
 revive ID            answers again
 lose ID [N]          N answers are lost (1 unless told; 0 for all from now on)
 late ID N MS         N answers come MS milliseconds late
@@ -43,14 +42,15 @@ int Number(const std::string& word, int low, int high, const char* what) {
     const char* const last = word.data() + word.size();
     int value = 0;
     const auto [end, error] = std::from_chars(first, last, value, hex ? 16 : 10);
-    if (error != std::errc() || end != last || first == last || value < low || value > high)
+    if (error != std::errc() || end != last || first == last || value < low || value > high) {
         throw CommandError(std::string(what) + " must be a number from " + std::to_string(low) + " to " +
                            std::to_string(high) + ", not \"" + word + "\"");
+    }
     return value;
 }
 
 int Id(const std::string& word) {
-    return Number(word, 0, kHighestId, "the ID");
+    return Number(word, 0, HighestId, "the ID");
 }
 
 std::optional<int> IdOrAny(const std::string& word) {
@@ -67,16 +67,17 @@ std::chrono::milliseconds Time(const std::string& word) {
 
 /// What an order needs behind its ID and count.
 struct OrderForm {
-    std::string_view name;
-    std::size_t least, most; ///< words, the command included
-    Fault (*make)(const Words&);
+    std::string_view Name;
+    std::size_t Least; ///< words, the command included
+    std::size_t Most;
+    Fault (*Make)(const Words&);
 };
 
 int CountOrOne(const Words& words) {
     return words.size() > 2 ? Count(words[2]) : 1;
 }
 
-const OrderForm kOrders[] = {
+const OrderForm OrderForms[] = {
     {"die", 2, 3, [](const Words& w) { return Fault::Die(IdOrAny(w[1]), w.size() > 2 ? Count(w[2]) : 0); }},
     {"lose", 2, 3, [](const Words& w) { return Fault::Lose(IdOrAny(w[1]), CountOrOne(w)); }},
     {"double", 2, 3, [](const Words& w) { return Fault::Double(IdOrAny(w[1]), CountOrOne(w)); }},
@@ -84,12 +85,12 @@ const OrderForm kOrders[] = {
     {"drip", 4, 4, [](const Words& w) { return Fault::Drip(IdOrAny(w[1]), Count(w[2]), Time(w[3])); }},
     {"cut", 4, 4,
      [](const Words& w) {
-         const int bytes = Number(w[3], 0, static_cast<int>(kPresetSize), "the number of bytes");
+         const int bytes = Number(w[3], 0, static_cast<int>(PresetSize), "the number of bytes");
          return Fault::Cut(IdOrAny(w[1]), Count(w[2]), static_cast<std::size_t>(bytes));
      }},
     {"garble", 5, 5,
      [](const Words& w) {
-         const int index = Number(w[3], 0, static_cast<int>(kPresetSize) - 1, "the byte");
+         const int index = Number(w[3], 0, static_cast<int>(PresetSize) - 1, "the byte");
          const int value = Number(w[4], 0, 255, "the value");
          return Fault::Garble(IdOrAny(w[1]), Count(w[2]), static_cast<std::size_t>(index), static_cast<Byte>(value));
      }},
@@ -98,22 +99,24 @@ const OrderForm kOrders[] = {
 };
 
 void CheckWords(const Words& words, std::size_t least, std::size_t most) {
-    if (words.size() < least || words.size() > most)
+    if (words.size() < least || words.size() > most) {
         throw CommandError("\"" + words[0] + "\" has too " + (words.size() < least ? "few" : "many") +
                            " words behind it; try \"help\"");
+    }
 }
 
 void SetMeters(Line& line, const Words& words) {
-    CheckWords(words, 3, 2 + kChannels);
+    CheckWords(words, 3, 2 + ChannelCount);
     const int id = Id(words[1]);
     std::optional<Levels> levels;
     if (words[2] == "move") {
         CheckWords(words, 3, 3);
     } else {
-        CheckWords(words, 2 + kChannels, 2 + kChannels);
+        CheckWords(words, 2 + ChannelCount, 2 + ChannelCount);
         levels.emplace();
-        for (std::size_t i = 0; i < levels->size(); ++i)
+        for (std::size_t i = 0; i < levels->size(); ++i) {
             (*levels)[i] = static_cast<Byte>(Number(words[2 + i], 0, 255, "a level"));
+        }
     }
     line.WithRack([&](Rack& rack) { rack.At(id).SetLevels(levels); });
 }
@@ -121,18 +124,19 @@ void SetMeters(Line& line, const Words& words) {
 std::string List(Line& line) {
     return line.WithRack([](Rack& rack) {
         std::string text;
-        for (const auto& [id, device] : rack.Devices())
+        for (const auto& [id, device] : rack.Devices()) {
             text += "ID " + std::to_string(id) + "  " + device.Label() + (device.Locked() ? "  locked" : "") + "\n";
+        }
         return text;
     });
 }
 
 std::string Run(Line& line, const Words& words, bool& quit) {
     const std::string& name = words[0];
-    for (const OrderForm& form : kOrders) {
-        if (form.name == name) {
-            CheckWords(words, form.least, form.most);
-            line.Order(form.make(words));
+    for (const OrderForm& form : OrderForms) {
+        if (form.Name == name) {
+            CheckWords(words, form.Least, form.Most);
+            line.Order(form.Make(words));
             return {};
         }
     }
@@ -151,7 +155,7 @@ std::string Run(Line& line, const Words& words, bool& quit) {
         CheckWords(words, 1, 1);
         quit = true;
     } else if (name == "help") {
-        return std::string(kHelp);
+        return std::string(CommandHelp);
     } else {
         throw CommandError("unknown command \"" + name + "\"; try \"help\"");
     }
@@ -163,10 +167,12 @@ std::string Run(Line& line, const Words& words, bool& quit) {
 std::string RunCommand(Line& line, std::string_view command, bool& quit) {
     std::istringstream stream{std::string(command)};
     Words words;
-    for (std::string word; stream >> word;)
+    for (std::string word; stream >> word;) {
         words.push_back(word);
-    if (words.empty())
+    }
+    if (words.empty()) {
         return {};
+    }
     try {
         return Run(line, words, quit);
     } catch (const std::exception& problem) {

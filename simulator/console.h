@@ -1,4 +1,3 @@
-/// The commands that a person types at a running rack.
 #pragma once
 
 #include "simulator/line.h"
@@ -6,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+/// The commands that a person types at a running rack.
 namespace nrv::simulator {
 
 /// Carries out one command and gives back what to say: nothing, the text of "help", or a sentence that begins with

@@ -6,16 +6,15 @@
 #include <system_error>
 
 namespace nrv::simulator {
-
 namespace {
 
 /// The factory's settings after a series of commands, each given by P1 to P9.
 PresetBody After(std::initializer_list<std::array<Byte, 9>> commands) {
     Device device(0);
     for (const auto& payload : commands) {
-        Frame frame{kHead0, kHead1, 0};
+        Frame frame{Head0, Head1, 0};
         std::copy(payload.begin(), payload.end(), frame.begin() + 3);
-        frame.back() = kTail;
+        frame.back() = Tail;
         device.Handle(frame, {});
     }
     return device.LiveImage();
@@ -47,26 +46,32 @@ void AddDemoPresets(Device& device) {
 Rack BuildRack(const Options& options) {
     Rack rack;
     std::error_code error;
-    const bool saved = !options.state.empty() && std::filesystem::exists(options.state, error);
-    if (saved)
-        RestoreState(rack, options.state);
-    for (const auto& [id, label] : options.devices) {
-        if (Device* device = rack.Find(id); device == nullptr)
+    const bool saved = !options.State.empty() && std::filesystem::exists(options.State, error);
+    if (saved) {
+        RestoreState(rack, options.State);
+    }
+    for (const auto& [id, label] : options.Devices) {
+        if (Device* device = rack.Find(id); device == nullptr) {
             rack.Add(id, label);
-        else if (!label.empty())
+        } else if (!label.empty()) {
             device->SetLabel(label);
+        }
     }
-    if (!saved && options.devices.empty())
+    if (!saved && options.Devices.empty()) {
         rack.Add(1);
-    for (int id : rack.Ids()) {
-        if (options.presets)
-            AddDemoPresets(rack.At(id));
-        if (options.password)
-            rack.At(id).SetPassword(*options.password);
     }
-    for (int id : options.locked) {
-        if (rack.Find(id) == nullptr)
+    for (int id : rack.Ids()) {
+        if (options.Presets) {
+            AddDemoPresets(rack.At(id));
+        }
+        if (options.Password) {
+            rack.At(id).SetPassword(*options.Password);
+        }
+    }
+    for (int id : options.Locked) {
+        if (rack.Find(id) == nullptr) {
             throw OptionError("--locked: no device " + std::to_string(id) + " on the line");
+        }
         rack.At(id).SetLocked(true);
     }
     return rack;

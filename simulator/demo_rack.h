@@ -1,9 +1,9 @@
-/// Builds the rack that the program's options ask for.
 #pragma once
 
 #include "simulator/options.h"
 #include "simulator/rack.h"
 
+/// Builds the rack that the program's options ask for.
 namespace nrv::simulator {
 
 /// Restores the state file if there is one, adds the devices that are not in it, then fills presets, sets the

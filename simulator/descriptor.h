@@ -1,10 +1,10 @@
-/// A file descriptor that closes itself.
 #pragma once
 
 #include <unistd.h>
 
 namespace nrv::simulator {
 
+/// A file descriptor that closes itself.
 class Descriptor {
   public:
     explicit Descriptor(int fd = -1) : fd_(fd) {}
@@ -14,8 +14,9 @@ class Descriptor {
 
     int Get() const { return fd_; } ///< -1 when it holds none
     void Reset(int fd = -1) {
-        if (fd_ >= 0)
+        if (fd_ >= 0) {
             ::close(fd_);
+        }
         fd_ = fd;
     }
 

@@ -4,7 +4,6 @@
 #include <stdexcept>
 
 namespace nrv::simulator {
-
 namespace {
 
 /// Where a channel's block begins in the preset: 72 bytes an input, then 48 bytes an output.
@@ -14,14 +13,21 @@ constexpr std::size_t BlockStart(std::size_t channel) {
 
 /// Where the fields lie in a channel's block; the two kinds of channel have the same fields in another order.
 struct BlockLayout {
-    std::size_t gain, delay, peq, peq_count, tone, tone_count, phase, limiter;
+    std::size_t Gain;
+    std::size_t Delay;
+    std::size_t Peq;
+    std::size_t PeqCount;
+    std::size_t Tone;
+    std::size_t ToneCount;
+    std::size_t Phase;
+    std::size_t Limiter;
 };
-constexpr BlockLayout kInputBlock{1, 2, 5, 10, 55, 2, 65, 66};
-constexpr BlockLayout kOutputBlock{40, 31, 6, 4, 26, 1, 38, 34};
+constexpr BlockLayout InputBlock{1, 2, 5, 10, 55, 2, 65, 66};
+constexpr BlockLayout OutputBlock{40, 31, 6, 4, 26, 1, 38, 34};
 
 // Fields that outputs alone have.
-constexpr std::size_t kOutputSource = 41;
-constexpr std::size_t kOutputName = 42;
+constexpr std::size_t OutputSourceOffset = 41;
+constexpr std::size_t OutputNameOffset = 42;
 
 bool IsPresenceQuestion(const Frame& request) {
     return std::all_of(request.begin() + 3, request.end() - 1, [](Byte value) { return value == 0; });
@@ -32,16 +38,18 @@ std::size_t Address(const Frame& request) {
 }
 
 void CheckPosition(int position) {
-    if (position < 0 || position >= kPositions)
+    if (position < 0 || position >= PositionCount) {
         throw std::invalid_argument("memory position " + std::to_string(position) + " is not 0 to 8");
+    }
 }
 
 } // namespace
 
 Device::Device(int id, std::string_view label)
     : id_(id), memory_(FactoryMemory(label.empty() ? FactoryLabel(id) : label)), live_(FactoryPreset()) {
-    if (id < 0 || id > kHighestId)
+    if (id < 0 || id > HighestId) {
         throw std::invalid_argument("device ID " + std::to_string(id) + " is not 0 to 32");
+    }
 }
 
 std::optional<Reply> Device::Handle(const Frame& request, const Levels& moving) {
@@ -50,9 +58,10 @@ std::optional<Reply> Device::Handle(const Frame& request, const Levels& moving) 
     const auto command = static_cast<Command>(P(request, 1));
     switch (command) {
     case Command::Presence:
-        if (!IsPresenceQuestion(request))
+        if (!IsPresenceQuestion(request)) {
             return std::nullopt;
-        reply[4] = kPresenceMark;
+        }
+        reply[4] = PresenceMark;
         return reply;
     case Command::Unconnect:
     case Command::ExitNotice:
@@ -67,10 +76,12 @@ std::optional<Reply> Device::Handle(const Frame& request, const Levels& moving) 
         std::ranges::copy(fixed_levels_.value_or(moving), reply.begin() + 4);
         return reply;
     case Command::PresetRead: {
-        if (P(request, 2) == kLiveImage)
+        if (P(request, 2) == LivePreset) {
             return Reply(live_.begin(), live_.end());
-        if (P(request, 2) >= kPositions)
+        }
+        if (P(request, 2) >= PositionCount) {
             return std::nullopt;
+        }
         const PresetBody body = Preset(P(request, 2));
         return Reply(body.begin(), body.end());
     }
@@ -100,16 +111,17 @@ void Device::SetParameter(const Frame& request) {
         bulk_updating_ = P(request, 2) == 0;
         break;
     case Command::MasterGain:
-        Set(kMasterGainAt, P(request, 9));
+        Set(MasterGainOffset, P(request, 9));
         break;
     case Command::InputType: {
-        const unsigned others = memory_[kOptionBitsAt] & ~unsigned{kInputTypeBit};
-        memory_[kOptionBitsAt] = static_cast<Byte>(P(request, 9) != 0 ? others | kInputTypeBit : others);
+        const unsigned others = memory_[OptionBitsAddress] & ~unsigned{InputTypeBit};
+        memory_[OptionBitsAddress] = static_cast<Byte>(P(request, 9) != 0 ? others | InputTypeBit : others);
         break;
     }
     default:
-        if (P(request, 2) < kChannels)
+        if (P(request, 2) < ChannelCount) {
             SetChannelParameter(command, request);
+        }
         break;
     }
 }
@@ -117,45 +129,47 @@ void Device::SetParameter(const Frame& request) {
 void Device::SetChannelParameter(Command command, const Frame& request) {
     const std::size_t channel = P(request, 2);
     const std::size_t start = BlockStart(channel);
-    const BlockLayout& layout = channel < kInputs ? kInputBlock : kOutputBlock;
+    const BlockLayout& layout = channel < InputCount ? InputBlock : OutputBlock;
     const std::size_t section = P(request, 3);
     switch (command) {
     case Command::Gain:
-        Set(start + layout.gain, P(request, 9));
+        Set(start + layout.Gain, P(request, 9));
         break;
     case Command::Delay:
-        Set(start + layout.delay, P(request, 7));
-        Set(start + layout.delay + 1, P(request, 8));
-        Set(start + layout.delay + 2, P(request, 9));
+        Set(start + layout.Delay, P(request, 7));
+        Set(start + layout.Delay + 1, P(request, 8));
+        Set(start + layout.Delay + 2, P(request, 9));
         break;
     case Command::Phase:
-        Set(start + layout.phase, P(request, 9));
+        Set(start + layout.Phase, P(request, 9));
         break;
     case Command::Peq:
     case Command::Tone: {
         const bool peq = command == Command::Peq;
-        if (section >= (peq ? layout.peq_count : layout.tone_count))
+        if (section >= (peq ? layout.PeqCount : layout.ToneCount)) {
             break;
-        const std::size_t block = start + (peq ? layout.peq : layout.tone) + 5 * section;
+        }
+        const std::size_t block = start + (peq ? layout.Peq : layout.Tone) + 5 * section;
         Set(block + 1, P(request, 6));
         Set(block + 2, P(request, 7));
         Set(block + 4, P(request, 9));
         break;
     }
     case Command::Limiter:
-        Set(start + layout.limiter, P(request, 6));
-        Set(start + layout.limiter + 1, P(request, 7));
-        Set(start + layout.limiter + 3, P(request, 9));
+        Set(start + layout.Limiter, P(request, 6));
+        Set(start + layout.Limiter + 1, P(request, 7));
+        Set(start + layout.Limiter + 3, P(request, 9));
         break;
     case Command::Mute: {
         const unsigned bit = 1U << channel;
-        const unsigned others = live_[kPresetMutesAt] & ~bit;
-        Set(kPresetMutesAt, static_cast<Byte>(P(request, 9) != 0 ? others | bit : others));
+        const unsigned others = live_[PresetMutesOffset] & ~bit;
+        Set(PresetMutesOffset, static_cast<Byte>(P(request, 9) != 0 ? others | bit : others));
         break;
     }
     default:
-        if (channel >= kInputs)
+        if (channel >= InputCount) {
             SetOutputParameter(command, request);
+        }
         break;
     }
 }
@@ -167,10 +181,11 @@ void Device::SetOutputParameter(Command command, const Frame& request) {
         Set(block + 1, P(request, 8));
         Set(block + 2, P(request, 9));
     } else if (command == Command::Source) {
-        Set(start + kOutputSource, P(request, 9));
+        Set(start + OutputSourceOffset, P(request, 9));
     } else if (command == Command::ChannelName) {
-        for (std::size_t j = 0; j < 6; ++j)
-            Set(start + kOutputName + j, P(request, 4 + j));
+        for (std::size_t j = 0; j < 6; ++j) {
+            Set(start + OutputNameOffset + j, P(request, 4 + j));
+        }
     }
 }
 
@@ -179,57 +194,59 @@ Byte Device::Memory(std::size_t address) const {
 }
 
 void Device::SetMemory(std::size_t address, Byte value) {
-    if (address < memory_.size())
+    if (address < memory_.size()) {
         memory_[address] = value;
+    }
 }
 
 std::string Device::Label() const {
-    return Text(kLabelAt, kNameSize);
+    return Text(LabelAddress, NameSize);
 }
 void Device::SetLabel(std::string_view label) {
-    SetText(kLabelAt, kNameSize, label);
+    SetText(LabelAddress, NameSize, label);
 }
 std::string Device::Password() const {
-    return Text(kPasswordAt, kPasswordSize);
+    return Text(PasswordAddress, PasswordSize);
 }
 void Device::SetPassword(std::string_view password) {
-    SetText(kPasswordAt, kPasswordSize, password);
+    SetText(PasswordAddress, PasswordSize, password);
 }
 
 bool Device::Locked() const {
-    return (memory_[kOptionBitsAt] & kLockBit) != 0;
+    return (memory_[OptionBitsAddress] & LockBit) != 0;
 }
 
 void Device::SetLocked(bool locked) {
-    const unsigned others = memory_[kOptionBitsAt] & ~unsigned{kLockBit};
-    memory_[kOptionBitsAt] = static_cast<Byte>(locked ? others | kLockBit : others);
+    const unsigned others = memory_[OptionBitsAddress] & ~unsigned{LockBit};
+    memory_[OptionBitsAddress] = static_cast<Byte>(locked ? others | LockBit : others);
 }
 
 void Device::PutPreset(int position, std::string_view name, const PresetBody& body) {
     CheckPosition(position);
     const auto p = static_cast<std::size_t>(position);
-    memory_[kUsedMarksAt + p] = kUsedMark;
-    if (position < kPositions - 1) // a ninth name would lie on the name of the active preset
-        SetText(kNamesAt + kNameSize * p, kNameSize, name);
-    std::ranges::copy(body, memory_.begin() + static_cast<std::ptrdiff_t>(kPresetsAt + kPresetSize * p));
+    memory_[UsedMarksAddress + p] = UsedMark;
+    if (position < PositionCount - 1) { // a ninth name would lie on the name of the active preset
+        SetText(PresetNamesAddress + NameSize * p, NameSize, name);
+    }
+    std::ranges::copy(body, memory_.begin() + static_cast<std::ptrdiff_t>(PresetsAddress + PresetSize * p));
 }
 
 PresetBody Device::Preset(int position) const {
     CheckPosition(position);
     PresetBody body;
-    const auto start = static_cast<std::ptrdiff_t>(kPresetsAt + kPresetSize * static_cast<std::size_t>(position));
-    std::copy_n(memory_.begin() + start, kPresetSize, body.begin());
+    const auto start = static_cast<std::ptrdiff_t>(PresetsAddress + PresetSize * static_cast<std::size_t>(position));
+    std::copy_n(memory_.begin() + start, PresetSize, body.begin());
     return body;
 }
 
 bool Device::PresetUsed(int position) const {
     CheckPosition(position);
-    return memory_[kUsedMarksAt + static_cast<std::size_t>(position)] == kUsedMark;
+    return memory_[UsedMarksAddress + static_cast<std::size_t>(position)] == UsedMark;
 }
 
 std::string Device::PresetName(int position) const {
     CheckPosition(position);
-    return Text(kNamesAt + kNameSize * static_cast<std::size_t>(position), kNameSize);
+    return Text(PresetNamesAddress + NameSize * static_cast<std::size_t>(position), NameSize);
 }
 
 std::string Device::Text(std::size_t address, std::size_t size) const {
@@ -238,8 +255,9 @@ std::string Device::Text(std::size_t address, std::size_t size) const {
 }
 
 void Device::SetText(std::size_t address, std::size_t size, std::string_view text) {
-    for (std::size_t i = 0; i < size; ++i)
+    for (std::size_t i = 0; i < size; ++i) {
         memory_[address + i] = i < text.size() ? static_cast<Byte>(text[i]) : Byte{' '};
+    }
 }
 
 } // namespace nrv::simulator

@@ -1,4 +1,3 @@
-/// One virtual device: its memory, its live settings, and what it does with a request.
 #pragma once
 
 #include "simulator/factory.h"
@@ -10,6 +9,7 @@
 
 namespace nrv::simulator {
 
+/// One virtual device: its memory, its live settings, and what it does with a request.
 class Device {
   public:
     /// A device in its factory state. An empty label stands for FactoryLabel; a label is cut or padded to 16

@@ -6,7 +6,6 @@
 #include <span>
 
 namespace nrv::simulator {
-
 namespace {
 
 /// Writes bytes one behind the other.
@@ -15,8 +14,9 @@ class Writer {
     explicit Writer(std::span<Byte> target) : target_(target) {}
 
     void Put(std::initializer_list<int> bytes) {
-        for (int value : bytes)
+        for (int value : bytes) {
             target_[next_++] = static_cast<Byte>(value);
+        }
     }
 
   private:
@@ -25,8 +25,9 @@ class Writer {
 };
 
 void PutText(DeviceMemory& memory, std::size_t address, std::size_t size, std::string_view text) {
-    for (std::size_t i = 0; i < size; ++i)
+    for (std::size_t i = 0; i < size; ++i) {
         memory[address + i] = i < text.size() ? static_cast<Byte>(text[i]) : Byte{' '};
+    }
 }
 
 } // namespace
@@ -34,27 +35,31 @@ void PutText(DeviceMemory& memory, std::size_t address, std::size_t size, std::s
 PresetBody FactoryPreset() {
     PresetBody body{};
     Writer writer(body);
-    for (int input = 0; input < kInputs; ++input) {
+    for (int input = 0; input < InputCount; ++input) {
         writer.Put({0, 60});
         writer.Put({0, input == 0 ? 20 : 0, 0}); // In A leaves the factory with 20 ms of delay, and it is meant
-        for (int section = 0; section < 10; ++section)
+        for (int section = 0; section < 10; ++section) {
             writer.Put({0, 10 * (section + 1), 8, 0, 75});
+        }
         writer.Put({0, 25, 0, 0, 24});
         writer.Put({0, 60, 0, 0, 24});
         writer.Put({0});
-        if (input == 0)
+        if (input == 0) {
             writer.Put({' ', 'I', 'n', ' ', 'A', ' '});
-        else
+        } else {
             writer.Put({' ', 'I', 'n', ' ', 0, 60}); // the last byte is the master gain, 0 dB
+        }
     }
-    for (int output = 1; output <= kChannels - kInputs; ++output) {
-        if (output == 1)
+    for (int output = 1; output <= ChannelCount - InputCount; ++output) {
+        if (output == 1) {
             writer.Put({0, 10, 0});
-        else
+        } else {
             writer.Put({0, 20 * (output - 1), 2});
+        }
         writer.Put({0, 20 * output, 2});
-        for (int section = 0; section < 4; ++section)
+        for (int section = 0; section < 4; ++section) {
             writer.Put({0, 5 * (section + 1), 8, 0, 75});
+        }
         writer.Put({0, 10, 0, 0, 24});
         writer.Put({0, 0, 0});
         writer.Put({5, 10, 0, 58});
@@ -68,11 +73,12 @@ PresetBody FactoryPreset() {
 
 DeviceMemory FactoryMemory(std::string_view label) {
     DeviceMemory memory{};
-    memory[kOptionBitsAt] = 32;
-    std::fill_n(memory.begin() + kPasswordAt, kPasswordSize, Byte{'0'});
-    PutText(memory, kLabelAt, kNameSize, label);
-    PutText(memory, kNamesAt, kNameSize * 8, ""); // position 8 has no room for a name: it would be the active name's
-    PutText(memory, kActiveNameAt, kNameSize, "Factory Preset");
+    memory[OptionBitsAddress] = 32;
+    std::fill_n(memory.begin() + PasswordAddress, PasswordSize, Byte{'0'});
+    PutText(memory, LabelAddress, NameSize, label);
+    PutText(memory, PresetNamesAddress, NameSize * 8,
+            ""); // position 8 has no room for a name: it would be the active name's
+    PutText(memory, ActiveNameAddress, NameSize, "Factory Preset");
     return memory;
 }
 

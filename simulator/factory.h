@@ -1,4 +1,3 @@
-/// What a device holds when it leaves the factory.
 #pragma once
 
 #include "simulator/protocol.h"
@@ -7,9 +6,10 @@
 #include <string>
 #include <string_view>
 
+/// What a device holds when it leaves the factory.
 namespace nrv::simulator {
 
-using DeviceMemory = std::array<Byte, kMemorySize>;
+using DeviceMemory = std::array<Byte, MemorySize>;
 
 /// The settings of a device that nobody has touched.
 PresetBody FactoryPreset();

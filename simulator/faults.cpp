@@ -4,12 +4,12 @@
 #include <stdexcept>
 
 namespace nrv::simulator {
-
 namespace {
 
 void CheckId(int id) {
-    if (id < 0 || id > kHighestId)
+    if (id < 0 || id > HighestId) {
         throw std::invalid_argument("device ID " + std::to_string(id) + " is not 0 to 32");
+    }
 }
 
 Byte IdByte(int id) {
@@ -22,37 +22,39 @@ std::string Milliseconds(std::chrono::milliseconds time) {
 }
 
 void Spoil(const Fault& fault, Transmission& answer) {
-    switch (fault.kind) {
+    switch (fault.Kind) {
     case FaultKind::Late:
-        answer.late = fault.time;
-        answer.note = "late by " + Milliseconds(fault.time);
+        answer.Late = fault.Time;
+        answer.Note = "late by " + Milliseconds(fault.Time);
         break;
     case FaultKind::Cut:
-        answer.bytes.resize(std::min(answer.bytes.size(), fault.index));
-        answer.note = "cut to " + std::to_string(answer.bytes.size()) + " bytes";
+        answer.Bytes.resize(std::min(answer.Bytes.size(), fault.Index));
+        answer.Note = "cut to " + std::to_string(answer.Bytes.size()) + " bytes";
         break;
     case FaultKind::Double: {
-        const Reply once = answer.bytes;
-        answer.bytes.insert(answer.bytes.end(), once.begin(), once.end());
-        answer.note = "twice";
+        const Reply once = answer.Bytes;
+        answer.Bytes.insert(answer.Bytes.end(), once.begin(), once.end());
+        answer.Note = "twice";
         break;
     }
     case FaultKind::Garble:
-        if (fault.index < answer.bytes.size())
-            answer.bytes[fault.index] = fault.value;
-        answer.note = "byte " + std::to_string(fault.index) + " garbled to " + std::to_string(fault.value);
+        if (fault.Index < answer.Bytes.size()) {
+            answer.Bytes[fault.Index] = fault.Value;
+        }
+        answer.Note = "byte " + std::to_string(fault.Index) + " garbled to " + std::to_string(fault.Value);
         break;
     case FaultKind::AnswerAs:
-        if (answer.bytes.size() == kFrameSize)
-            answer.bytes[2] = fault.value;
-        answer.note = "signed as ID " + std::to_string(fault.value);
+        if (answer.Bytes.size() == FrameSize) {
+            answer.Bytes[2] = fault.Value;
+        }
+        answer.Note = "signed as ID " + std::to_string(fault.Value);
         break;
     case FaultKind::Drip:
-        answer.pause = fault.time;
-        answer.note = "dripping, " + Milliseconds(fault.time) + " between bytes";
+        answer.Pause = fault.Time;
+        answer.Note = "dripping, " + Milliseconds(fault.Time) + " between bytes";
         break;
     case FaultKind::AnswerFrom:
-        answer.note = "from ID " + std::to_string(fault.value);
+        answer.Note = "from ID " + std::to_string(fault.Value);
         break;
     case FaultKind::Lose:
     case FaultKind::Die:
@@ -99,38 +101,43 @@ Fault Fault::Die(std::optional<int> device, int requests) {
 }
 
 void FaultPlan::Order(const Fault& fault) {
-    if (fault.device)
-        CheckId(*fault.device);
-    if (fault.count < 0)
+    if (fault.Device) {
+        CheckId(*fault.Device);
+    }
+    if (fault.Count < 0) {
         throw std::invalid_argument("a fault's count must not be negative");
-    if (fault.time.count() < 0)
+    }
+    if (fault.Time.count() < 0) {
         throw std::invalid_argument("a fault's time must not be negative");
+    }
     orders_.push_back(fault);
 }
 
 void FaultPlan::Revive(int id) {
     std::erase_if(orders_, [id](const Fault& order) {
-        return order.kind == FaultKind::Die && (!order.device || *order.device == id);
+        return order.Kind == FaultKind::Die && (!order.Device || *order.Device == id);
     });
 }
 
 std::deque<Fault>::iterator FaultPlan::Find(int id, bool die) {
     return std::ranges::find_if(orders_, [id, die](const Fault& order) {
-        return (order.kind == FaultKind::Die) == die && (!order.device || *order.device == id);
+        return (order.Kind == FaultKind::Die) == die && (!order.Device || *order.Device == id);
     });
 }
 
 void FaultPlan::UseUp(std::deque<Fault>::iterator order) {
-    if (order->count > 0 && --order->count == 0)
+    if (order->Count > 0 && --order->Count == 0) {
         orders_.erase(order);
+    }
 }
 
 std::optional<Transmission> FaultPlan::Answer(Rack& rack, const Frame& request, std::string& note) {
     const int id = request[2];
     note.clear();
     // An order for any device means one that is there: an ID that nobody has does not use it up.
-    if (rack.Find(id) == nullptr)
+    if (rack.Find(id) == nullptr) {
         return std::nullopt;
+    }
     if (const auto death = Find(id, true); death != orders_.end()) {
         note = "dead";
         UseUp(death);
@@ -142,19 +149,21 @@ std::optional<Transmission> FaultPlan::Answer(Rack& rack, const Frame& request, 
         return reply ? std::optional<Transmission>({std::move(*reply), {}, {}, {}}) : std::nullopt;
     }
     std::optional<int> answerer;
-    if (order->kind == FaultKind::AnswerFrom)
-        answerer = order->value;
+    if (order->Kind == FaultKind::AnswerFrom) {
+        answerer = order->Value;
+    }
     if (answerer && rack.Find(*answerer) == nullptr) {
         note = "from ID " + std::to_string(*answerer) + ", which is not there";
         UseUp(order);
         return std::nullopt;
     }
     auto reply = rack.Handle(request, answerer);
-    if (!reply)
+    if (!reply) {
         return std::nullopt;
+    }
     const Fault fault = *order;
     UseUp(order);
-    if (fault.kind == FaultKind::Lose) {
+    if (fault.Kind == FaultKind::Lose) {
         note = "lost";
         return std::nullopt;
     }

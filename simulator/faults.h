@@ -1,4 +1,3 @@
-/// Misbehaviour on order: what a device does wrong with its next answers.
 #pragma once
 
 #include "simulator/protocol.h"
@@ -9,29 +8,30 @@
 #include <optional>
 #include <string>
 
+/// Misbehaviour on order: what a device does wrong with its next answers.
 namespace nrv::simulator {
 
 enum class FaultKind {
     Lose,       ///< the device obeys, its answer is lost
-    Late,       ///< the answer starts `time` later
-    Cut,        ///< the answer ends after `index` bytes
+    Late,       ///< the answer starts `Time` later
+    Cut,        ///< the answer ends after `Index` bytes
     Double,     ///< the answer comes twice
-    Garble,     ///< byte `index` of the answer, from 0, becomes `value`
-    AnswerAs,   ///< the device obeys, but signs its answer of 13 bytes with the ID `value`
-    AnswerFrom, ///< the device of the ID `value` obeys and answers in its place
-    Drip,       ///< `time` passes between two bytes of the answer
+    Garble,     ///< byte `Index` of the answer, from 0, becomes `Value`
+    AnswerAs,   ///< the device obeys, but signs its answer of 13 bytes with the ID `Value`
+    AnswerFrom, ///< the device of the ID `Value` obeys and answers in its place
+    Drip,       ///< `Time` passes between two bytes of the answer
     Die,        ///< nothing is obeyed and nothing answered
 };
 
-/// An order. `device` is the ID it is for, any device without one; `count` is how many answers it spoils, 0 for
+/// An order. `Device` is the ID it is for, any device without one; `Count` is how many answers it spoils, 0 for
 /// every one from now on.
 struct Fault {
-    FaultKind kind = FaultKind::Lose;
-    std::optional<int> device;
-    int count = 1;
-    std::chrono::milliseconds time{0};
-    std::size_t index = 0;
-    Byte value = 0;
+    FaultKind Kind = FaultKind::Lose;
+    std::optional<int> Device;
+    int Count = 1;
+    std::chrono::milliseconds Time{0};
+    std::size_t Index = 0;
+    Byte Value = 0;
 
     static Fault Lose(std::optional<int> device, int count = 1);
     static Fault Late(std::optional<int> device, int count, std::chrono::milliseconds by);
@@ -47,10 +47,10 @@ struct Fault {
 
 /// An answer as it goes on the line.
 struct Transmission {
-    Reply bytes;
-    std::chrono::milliseconds late{0};
-    std::chrono::milliseconds pause{0};
-    std::string note; ///< what was done to it, in words; empty for a sound answer
+    Reply Bytes;
+    std::chrono::milliseconds Late{0};
+    std::chrono::milliseconds Pause{0};
+    std::string Note; ///< what was done to it, in words; empty for a sound answer
 };
 
 /// The orders that stand. For each request the oldest order that fits its device acts and the others wait their turn,

@@ -7,9 +7,10 @@ namespace nrv::simulator {
 std::optional<Frame> FrameReader::Take(Byte byte) {
     bytes_.push_back(byte);
     DropToHead(0);
-    if (bytes_.size() < kFrameSize)
+    if (bytes_.size() < FrameSize) {
         return std::nullopt;
-    if (bytes_.back() != kTail) {
+    }
+    if (bytes_.back() != Tail) {
         DropToHead(1);
         return std::nullopt;
     }
@@ -23,8 +24,9 @@ void FrameReader::DropToHead(std::size_t from) {
     std::size_t start = from;
     while (start < bytes_.size()) {
         const bool last = start + 1 == bytes_.size();
-        if (bytes_[start] == kHead0 && (last || bytes_[start + 1] == kHead1))
+        if (bytes_[start] == Head0 && (last || bytes_[start + 1] == Head1)) {
             break;
+        }
         ++start;
     }
     bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(start));

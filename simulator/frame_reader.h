@@ -1,4 +1,3 @@
-/// Picks the 13-byte frames out of whatever comes down the line.
 #pragma once
 
 #include "simulator/protocol.h"
@@ -8,6 +7,7 @@
 
 namespace nrv::simulator {
 
+/// Picks the 13-byte frames out of whatever comes down the line.
 class FrameReader {
   public:
     /// Takes one byte; gives the frame that it completes. Bytes ahead of a head are passed over. Thirteen bytes that do

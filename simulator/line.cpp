@@ -12,14 +12,13 @@
 #include <unistd.h>
 
 namespace nrv::simulator {
-
 namespace {
 
 using std::chrono::steady_clock;
 
-constexpr std::size_t kFramesKept = 100000;
-constexpr std::chrono::milliseconds kHangUpPause{20};
-constexpr unsigned long kTimerSlackNs = 2000; // the usual 50 us would show in every byte
+constexpr std::size_t FramesKept = 100000;
+constexpr std::chrono::milliseconds HangUpPause{20};
+constexpr unsigned long TimerSlackNanoseconds = 2000; // the usual 50 us would show in every byte
 
 timespec AsTimespec(std::chrono::nanoseconds time) {
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
@@ -29,17 +28,18 @@ timespec AsTimespec(std::chrono::nanoseconds time) {
     return spec;
 }
 
-std::chrono::nanoseconds ByteTime(const LineOptions& options) {
-    return options.paced ? kByteTime : std::chrono::nanoseconds(0);
+std::chrono::nanoseconds Pace(const LineOptions& options) {
+    return options.Paced ? ByteTime : std::chrono::nanoseconds(0);
 }
 
 } // namespace
 
 Line::Line(Rack rack, LineOptions options)
-    : options_(std::move(options)), wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), outbox_(ByteTime(options_)),
+    : options_(std::move(options)), wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), outbox_(Pace(options_)),
       rack_(std::move(rack)) {
-    if (wake_.Get() < 0)
+    if (wake_.Get() < 0) {
         throw std::system_error(errno, std::generic_category(), "no event descriptor to be had");
+    }
 }
 
 Line::~Line() {
@@ -47,19 +47,21 @@ Line::~Line() {
 }
 
 void Line::Start() {
-    if (!thread_.joinable())
+    if (!thread_.joinable()) {
         thread_ = std::thread([this] { Run(); });
+    }
 }
 
 void Line::Stop() {
-    if (!thread_.joinable())
+    if (!thread_.joinable()) {
         return;
+    }
     const std::uint64_t one = 1;
     [[maybe_unused]] const ssize_t written = ::write(wake_.Get(), &one, sizeof one);
     thread_.join();
     std::uint64_t count = 0;
     [[maybe_unused]] const ssize_t taken = ::read(wake_.Get(), &count, sizeof count);
-    outbox_ = Outbox(ByteTime(options_));
+    outbox_ = Outbox(Pace(options_));
     reader_ = FrameReader();
 }
 
@@ -91,8 +93,9 @@ std::vector<Frame> Line::Frames() const {
     const std::scoped_lock lock(mutex_);
     std::vector<Frame> frames;
     frames.reserve(records_.size());
-    for (const RecordedFrame& record : records_)
-        frames.push_back(record.frame);
+    for (const RecordedFrame& record : records_) {
+        frames.push_back(record.Request);
+    }
     return frames;
 }
 
@@ -102,7 +105,7 @@ void Line::ClearFrames() {
 }
 
 void Line::Run() {
-    ::prctl(PR_SET_TIMERSLACK, kTimerSlackNs, 0UL, 0UL, 0UL);
+    ::prctl(PR_SET_TIMERSLACK, TimerSlackNanoseconds, 0UL, 0UL, 0UL);
     while (Wait()) {
         pty_.UpdateOpenCount();
         TakeRequests();
@@ -110,8 +113,9 @@ void Line::Run() {
         // before that, or the answer would be lost.
         pty_.UpdateOpenCount();
         const std::vector<Byte> due = outbox_.TakeDue(steady_clock::now());
-        if (pty_.OpenElsewhere())
+        if (pty_.OpenElsewhere()) {
             pty_.Write(due);
+        }
     }
 }
 
@@ -121,11 +125,13 @@ bool Line::Wait() {
     std::array<pollfd, 3> waits{
         {{wake_.Get(), POLLIN, 0}, {pty_.WatchFd(), POLLIN, 0}, {hung_up_ ? -1 : pty_.RequestFd(), POLLIN, 0}}};
     std::optional<TimePoint> deadline = outbox_.NextDeadline();
-    if (hung_up_)
-        deadline = std::min(deadline.value_or(TimePoint::max()), steady_clock::now() + kHangUpPause);
+    if (hung_up_) {
+        deadline = std::min(deadline.value_or(TimePoint::max()), steady_clock::now() + HangUpPause);
+    }
     timespec rest{};
-    if (deadline)
+    if (deadline) {
         rest = AsTimespec(std::max(*deadline - steady_clock::now(), steady_clock::duration(0)));
+    }
     ::ppoll(waits.data(), waits.size(), deadline ? &rest : nullptr, nullptr);
     return (waits[0].revents & POLLIN) == 0;
 }
@@ -135,9 +141,10 @@ void Line::TakeRequests() {
     const TimePoint now = steady_clock::now();
     for (Byte byte : bytes) {
         // The program hands over a frame in one piece; on a line each byte would take its time.
-        line_in_free_at_ = std::max(now, line_in_free_at_) + ByteTime(options_);
-        if (const auto frame = reader_.Take(byte))
+        line_in_free_at_ = std::max(now, line_in_free_at_) + Pace(options_);
+        if (const auto frame = reader_.Take(byte)) {
             Answer(*frame, line_in_free_at_);
+        }
     }
 }
 
@@ -147,19 +154,22 @@ void Line::Answer(const Frame& request, TimePoint complete) {
     {
         const std::scoped_lock lock(mutex_);
         records_.push_back({request, steady_clock::now()});
-        if (records_.size() > kFramesKept)
+        if (records_.size() > FramesKept) {
             records_.pop_front();
+        }
         answer = faults_.Answer(rack_, request, note);
     }
-    if (options_.trace) {
-        options_.trace(RequestInWords(request));
-        if (answer)
-            options_.trace(AnswerInWords(request, answer->bytes, answer->note));
-        else if (!note.empty())
-            options_.trace(NoAnswerInWords(request, note));
+    if (options_.Trace) {
+        options_.Trace(RequestInWords(request));
+        if (answer) {
+            options_.Trace(AnswerInWords(request, answer->Bytes, answer->Note));
+        } else if (!note.empty()) {
+            options_.Trace(NoAnswerInWords(request, note));
+        }
     }
-    if (answer)
+    if (answer) {
         outbox_.Add(std::move(*answer), complete);
+    }
 }
 
 } // namespace nrv::simulator

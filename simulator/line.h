@@ -1,4 +1,3 @@
-/// A rack on a pseudo-terminal that answers with the timing of a 19200 baud line.
 #pragma once
 
 #include "simulator/faults.h"
@@ -22,20 +21,21 @@
 namespace nrv::simulator {
 
 /// One start bit, eight data bits and one stop bit at 19200 baud.
-inline constexpr std::chrono::nanoseconds kByteTime{520833};
+inline constexpr std::chrono::nanoseconds ByteTime{520833};
 
 struct LineOptions {
     /// With pacing each byte takes its time on the line; without, an answer comes at once and whole.
-    bool paced = true;
+    bool Paced = true;
     /// Gets each frame in words, called from the line's own thread; must not throw.
-    std::function<void(const std::string&)> trace;
+    std::function<void(const std::string&)> Trace;
 };
 
 struct RecordedFrame {
-    Frame frame;
-    TimePoint at; ///< when its last byte was read
+    Frame Request;
+    TimePoint At; ///< when its last byte was read
 };
 
+/// A rack on a pseudo-terminal that answers with the timing of a 19200 baud line.
 class Line {
   public:
     /// Opens the pseudo-terminal; nothing is answered before Start. Throws std::system_error.

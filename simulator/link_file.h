@@ -1,10 +1,10 @@
-/// A symbolic link by which the remote control finds the line, such as com1 in its folder.
 #pragma once
 
 #include <filesystem>
 
 namespace nrv::simulator {
 
+/// A symbolic link by which the remote control finds the line, such as com1 in its folder.
 class LinkFile {
   public:
     /// Makes `path` a link to `target`. A link that leads nowhere, or to `target` already, is replaced; anything else

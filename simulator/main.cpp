@@ -21,7 +21,7 @@ using namespace nrv::simulator;
 
 namespace {
 
-constexpr std::size_t kLongestCommand = 4096;
+constexpr std::size_t LongestCommand = 4096;
 
 /// Prints whole lines from two threads.
 class Printer {
@@ -39,13 +39,15 @@ class Printer {
 int EndSignals() {
     sigset_t ends;
     sigemptyset(&ends);
-    for (int signal : {SIGINT, SIGTERM, SIGHUP})
+    for (int signal : {SIGINT, SIGTERM, SIGHUP}) {
         sigaddset(&ends, signal);
+    }
     ::pthread_sigmask(SIG_BLOCK, &ends, nullptr);
     ::signal(SIGPIPE, SIG_IGN); // a reader of the trace that goes away must not take the rack with it
     const int fd = ::signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK);
-    if (fd < 0)
+    if (fd < 0) {
         throw std::system_error(errno, std::generic_category(), "no signal descriptor to be had");
+    }
     return fd;
 }
 
@@ -56,18 +58,21 @@ class Input {
     bool Take(Line& line, Printer& printer, bool& quit) {
         std::array<char, 1024> buffer;
         const ssize_t size = ::read(STDIN_FILENO, buffer.data(), buffer.size());
-        if (size < 0 && (errno == EINTR || errno == EAGAIN))
+        if (size < 0 && (errno == EINTR || errno == EAGAIN)) {
             return true;
-        if (size < 0)
+        }
+        if (size < 0) {
             return false;
+        }
         text_.append(buffer.data(), static_cast<std::size_t>(size));
-        if (size == 0 && !text_.empty())
+        if (size == 0 && !text_.empty()) {
             text_ += '\n'; // the last command may end with the input
+        }
         for (std::size_t end = text_.find('\n'); end != std::string::npos && !quit; end = text_.find('\n')) {
             printer.Print(RunCommand(line, text_.substr(0, end), quit));
             text_.erase(0, end + 1);
         }
-        if (text_.size() > kLongestCommand) {
+        if (text_.size() > LongestCommand) {
             printer.Print("error: a command is too long\n");
             text_.clear();
         }
@@ -81,23 +86,26 @@ class Input {
 void RunUntilEnd(Line& line, const Options& options, int signals, Printer& printer) {
     using std::chrono::steady_clock;
     const auto start = steady_clock::now();
-    bool listening = options.interactive;
+    bool listening = options.Interactive;
     Input input;
     for (bool quit = false; !quit;) {
         int rest = -1;
-        if (options.seconds) {
+        if (options.Seconds) {
             const std::chrono::duration<double> left =
-                std::chrono::duration<double>(*options.seconds) - (steady_clock::now() - start);
-            if (left.count() <= 0)
+                std::chrono::duration<double>(*options.Seconds) - (steady_clock::now() - start);
+            if (left.count() <= 0) {
                 return;
+            }
             rest = static_cast<int>(std::min(left.count(), 1000.0) * 1000) + 1;
         }
         std::array<pollfd, 2> waits{{{signals, POLLIN, 0}, {listening ? STDIN_FILENO : -1, POLLIN, 0}}};
         ::poll(waits.data(), waits.size(), rest);
-        if ((waits[0].revents & POLLIN) != 0)
+        if ((waits[0].revents & POLLIN) != 0) {
             return;
-        if (listening && waits[1].revents != 0)
+        }
+        if (listening && waits[1].revents != 0) {
             listening = input.Take(line, printer, quit);
+        }
     }
 }
 
@@ -105,12 +113,13 @@ int Serve(const Options& options) {
     const Descriptor signals(EndSignals());
     Printer printer;
     LineOptions line_options;
-    line_options.paced = options.paced;
-    if (options.trace)
-        line_options.trace = [&printer](const std::string& text) { printer.Print(text + "\n"); };
+    line_options.Paced = options.Paced;
+    if (options.Trace) {
+        line_options.Trace = [&printer](const std::string& text) { printer.Print(text + "\n"); };
+    }
     Line line(BuildRack(options), line_options);
     std::string ready = "nrv718-rack: ready on " + line.DevicePath();
-    for (const auto& link : options.links) {
+    for (const auto& link : options.Links) {
         line.LinkAs(link);
         ready += ", linked as " + link.string();
     }
@@ -118,8 +127,9 @@ int Serve(const Options& options) {
     printer.Print(ready + "\n");
     RunUntilEnd(line, options, signals.Get(), printer);
     line.Stop();
-    if (!options.state.empty())
-        line.WithRack([&options](Rack& rack) { SaveState(rack, options.state); });
+    if (!options.State.empty()) {
+        line.WithRack([&options](Rack& rack) { SaveState(rack, options.State); });
+    }
     return 0;
 }
 
@@ -128,11 +138,11 @@ int Serve(const Options& options) {
 int main(int argc, char** argv) {
     try {
         const Options options = ParseOptions({argv + 1, argv + argc});
-        if (options.help) {
+        if (options.Help) {
             std::cout << HelpText();
             return 0;
         }
-        if (options.version) {
+        if (options.Version) {
             std::cout << "nrv718-rack " NRV718_VERSION "\n";
             return 0;
         }

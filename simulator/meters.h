@@ -1,4 +1,3 @@
-/// Level meters that move: the same seed, device, channel and time always give the same level.
 #pragma once
 
 #include "simulator/protocol.h"
@@ -6,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 
+/// Level meters that move: the same seed, device, channel and time always give the same level.
 namespace nrv::simulator {
 
 /// Levels 0 to 6 of the eight channels of device `id` at a time since the rack was switched on.

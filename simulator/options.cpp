@@ -7,21 +7,22 @@
 #include <cmath>
 
 namespace nrv::simulator {
-
 namespace {
 
 int ParseId(const std::string& option, std::string_view text) {
     int id = -1;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), id);
-    if (error != std::errc() || end != text.data() + text.size() || id < 0 || id > kHighestId)
+    if (error != std::errc() || end != text.data() + text.size() || id < 0 || id > HighestId) {
         throw OptionError(option + ": \"" + std::string(text) + "\" is no device ID from 0 to 32");
+    }
     return id;
 }
 
 void AddDevice(Options& options, const std::string& option, int id, std::string label) {
-    if (std::ranges::any_of(options.devices, [id](const auto& device) { return device.first == id; }))
+    if (std::ranges::any_of(options.Devices, [id](const auto& device) { return device.first == id; })) {
         throw OptionError(option + ": the device ID " + std::to_string(id) + " is given twice");
-    options.devices.emplace_back(id, std::move(label));
+    }
+    options.Devices.emplace_back(id, std::move(label));
 }
 
 void ParseDevice(Options& options, const std::string& option, const std::string& text) {
@@ -34,8 +35,9 @@ void ParseIds(Options& options, const std::string& option, std::string_view text
     for (;;) {
         const std::size_t comma = text.find(',');
         AddDevice(options, option, ParseId(option, text.substr(0, comma)), {});
-        if (comma == std::string_view::npos)
+        if (comma == std::string_view::npos) {
             return;
+        }
         text.remove_prefix(comma + 1);
     }
 }
@@ -43,15 +45,16 @@ void ParseIds(Options& options, const std::string& option, std::string_view text
 double ParseSeconds(const std::string& option, const std::string& text) {
     double seconds = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-    if (error != std::errc() || end != text.data() + text.size() || !(seconds >= 0 && seconds <= 1e6))
+    if (error != std::errc() || end != text.data() + text.size() || !(seconds >= 0 && seconds <= 1e6)) {
         throw OptionError(option + ": \"" + text + "\" is no number of seconds from 0 to 1000000");
+    }
     return seconds;
 }
 
 bool ParseFlag(Options& options, const std::string& name) {
     const std::pair<const char*, bool Options::*> flags[] = {
-        {"--trace", &Options::trace},     {"--presets", &Options::presets}, {"--interactive", &Options::interactive},
-        {"--version", &Options::version}, {"--help", &Options::help},       {"-h", &Options::help},
+        {"--trace", &Options::Trace},     {"--presets", &Options::Presets}, {"--interactive", &Options::Interactive},
+        {"--version", &Options::Version}, {"--help", &Options::Help},       {"-h", &Options::Help},
     };
     for (const auto& [flag, member] : flags) {
         if (name == flag) {
@@ -59,29 +62,31 @@ bool ParseFlag(Options& options, const std::string& name) {
             return true;
         }
     }
-    if (name != "--unpaced")
+    if (name != "--unpaced") {
         return false;
-    options.paced = false;
+    }
+    options.Paced = false;
     return true;
 }
 
 void ParseValue(Options& options, const std::string& name, const std::string& value) {
-    if (name == "--device")
+    if (name == "--device") {
         ParseDevice(options, name, value);
-    else if (name == "--ids")
+    } else if (name == "--ids") {
         ParseIds(options, name, value);
-    else if (name == "--link")
-        options.links.emplace_back(value);
-    else if (name == "--state")
-        options.state = value;
-    else if (name == "--locked")
-        options.locked.push_back(ParseId(name, value));
-    else if (name == "--seconds")
-        options.seconds = ParseSeconds(name, value);
-    else if (value.size() > kPasswordSize)
+    } else if (name == "--link") {
+        options.Links.emplace_back(value);
+    } else if (name == "--state") {
+        options.State = value;
+    } else if (name == "--locked") {
+        options.Locked.push_back(ParseId(name, value));
+    } else if (name == "--seconds") {
+        options.Seconds = ParseSeconds(name, value);
+    } else if (value.size() > PasswordSize) {
         throw OptionError(name + ": a password has six characters at most");
-    else
-        options.password = value;
+    } else {
+        options.Password = value;
+    }
 }
 
 bool TakesValue(const std::string& name) {
@@ -97,15 +102,18 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         const std::size_t sign = arguments[i].starts_with("--") ? arguments[i].find('=') : std::string::npos;
         const std::string name = arguments[i].substr(0, sign);
         if (!TakesValue(name)) {
-            if (sign != std::string::npos || !ParseFlag(options, name))
+            if (sign != std::string::npos || !ParseFlag(options, name)) {
                 throw OptionError("unknown option \"" + arguments[i] + "\"; try --help");
+            }
             continue;
         }
-        if (sign == std::string::npos && i + 1 == arguments.size())
+        if (sign == std::string::npos && i + 1 == arguments.size()) {
             throw OptionError(name + ": its value is missing");
+        }
         const std::string value = sign == std::string::npos ? arguments[++i] : arguments[i].substr(sign + 1);
-        if (value.empty() && name != "--password")
+        if (value.empty() && name != "--password") {
             throw OptionError(name + ": its value is empty");
+        }
         ParseValue(options, name, value);
     }
     return options;

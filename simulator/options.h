@@ -1,4 +1,3 @@
-/// The command line of the rack program.
 #pragma once
 
 #include <filesystem>
@@ -9,21 +8,22 @@
 #include <utility>
 #include <vector>
 
+/// The command line of the rack program.
 namespace nrv::simulator {
 
 struct Options {
-    std::vector<std::pair<int, std::string>> devices; ///< ID and label, empty for the factory's
-    std::vector<std::filesystem::path> links;
-    std::filesystem::path state;
-    std::optional<std::string> password;
-    std::vector<int> locked;
-    std::optional<double> seconds;
-    bool paced = true;
-    bool trace = false;
-    bool presets = false;
-    bool interactive = false;
-    bool help = false;
-    bool version = false;
+    std::vector<std::pair<int, std::string>> Devices; ///< ID and label, empty for the factory's
+    std::vector<std::filesystem::path> Links;
+    std::filesystem::path State;
+    std::optional<std::string> Password;
+    std::vector<int> Locked;
+    std::optional<double> Seconds;
+    bool Paced = true;
+    bool Trace = false;
+    bool Presets = false;
+    bool Interactive = false;
+    bool Help = false;
+    bool Version = false;
 };
 
 /// What is wrong with the command line, in one line.

@@ -1,4 +1,3 @@
-/// Answers on their way out: which byte is due on the line when.
 #pragma once
 
 #include "simulator/faults.h"
@@ -13,6 +12,8 @@ namespace nrv::simulator {
 
 using TimePoint = std::chrono::steady_clock::time_point;
 
+/// Answers on their way out: which byte is due on the line when.
+///
 /// Byte k, from 1, of an answer that starts at t is due at t + k byte times. One answer is on the line at a time; of
 /// several that wait the one that is due first goes first, so a late answer does not hold up another device's.
 class Outbox {
@@ -31,8 +32,8 @@ class Outbox {
 
   private:
     struct Waiting {
-        Transmission answer;
-        TimePoint start;
+        Transmission Answer;
+        TimePoint Start;
     };
     std::list<Waiting>::const_iterator First() const;
     bool Begin(TimePoint now);

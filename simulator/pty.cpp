@@ -12,7 +12,6 @@
 #include <unistd.h>
 
 namespace nrv::simulator {
-
 namespace {
 
 std::system_error Failed(const char* what) {
@@ -23,61 +22,73 @@ std::system_error Failed(const char* what) {
 
 Pty::Pty() {
     master_.Reset(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
-    if (master_.Get() < 0 || ::grantpt(master_.Get()) != 0 || ::unlockpt(master_.Get()) != 0)
+    if (master_.Get() < 0 || ::grantpt(master_.Get()) != 0 || ::unlockpt(master_.Get()) != 0) {
         throw Failed("no pseudo-terminal to be had");
+    }
     std::array<char, 128> name{};
-    if (const int error = ::ptsname_r(master_.Get(), name.data(), name.size()); error != 0)
+    if (const int error = ::ptsname_r(master_.Get(), name.data(), name.size()); error != 0) {
         throw std::system_error(error, std::generic_category(), "the pseudo-terminal has no name");
+    }
     device_path_ = name.data();
     slave_.Reset(::open(device_path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
-    if (slave_.Get() < 0)
+    if (slave_.Get() < 0) {
         throw Failed("the pseudo-terminal does not open");
+    }
     termios settings{};
-    if (::tcgetattr(slave_.Get(), &settings) != 0)
+    if (::tcgetattr(slave_.Get(), &settings) != 0) {
         throw Failed("the pseudo-terminal has no settings");
+    }
     ::cfmakeraw(&settings);
     ::cfsetspeed(&settings, B19200);
-    if (::tcsetattr(slave_.Get(), TCSANOW, &settings) != 0)
+    if (::tcsetattr(slave_.Get(), TCSANOW, &settings) != 0) {
         throw Failed("the pseudo-terminal takes no settings");
+    }
     Watch();
 }
 
 void Pty::Watch() {
     watch_.Reset(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-    if (watch_.Get() >= 0 && ::inotify_add_watch(watch_.Get(), device_path_.c_str(), IN_OPEN | IN_CLOSE) < 0)
+    if (watch_.Get() >= 0 && ::inotify_add_watch(watch_.Get(), device_path_.c_str(), IN_OPEN | IN_CLOSE) < 0) {
         watch_.Reset();
+    }
 }
 
 void Pty::UpdateOpenCount() {
-    if (watch_.Get() < 0)
+    if (watch_.Get() < 0) {
         return;
+    }
     bool closed = false;
     alignas(inotify_event) std::array<char, 4096> buffer{};
     for (;;) {
         const ssize_t size = ::read(watch_.Get(), buffer.data(), buffer.size());
-        if (size <= 0)
+        if (size <= 0) {
             break;
+        }
         for (std::size_t at = 0; at < static_cast<std::size_t>(size);) {
             inotify_event event{};
             std::memcpy(&event, buffer.data() + at, sizeof event);
             at += sizeof event + event.len;
-            if ((event.mask & IN_Q_OVERFLOW) != 0)
+            if ((event.mask & IN_Q_OVERFLOW) != 0) {
                 return watch_.Reset(); // the count is not to be trusted any more
-            if ((event.mask & IN_OPEN) != 0)
+            }
+            if ((event.mask & IN_OPEN) != 0) {
                 ++open_count_;
+            }
             if ((event.mask & IN_CLOSE) != 0) {
                 --open_count_;
                 closed = true;
             }
         }
     }
-    if (!closed)
+    if (!closed) {
         return;
+    }
     // An answer that nobody fetched goes with the one who closed the line.
     ::tcflush(slave_.Get(), TCIFLUSH);
     // A program that died left the line to itself alone, and nobody else would get in.
-    if (open_count_ <= 0)
+    if (open_count_ <= 0) {
         ::ioctl(slave_.Get(), TIOCNXCL);
+    }
 }
 
 std::vector<Byte> Pty::Read(bool& hung_up) {
@@ -90,10 +101,12 @@ std::vector<Byte> Pty::Read(bool& hung_up) {
 void Pty::Write(std::span<const Byte> bytes) {
     while (!bytes.empty()) {
         const ssize_t size = ::write(master_.Get(), bytes.data(), bytes.size());
-        if (size < 0 && errno == EINTR)
+        if (size < 0 && errno == EINTR) {
             continue;
-        if (size <= 0)
+        }
+        if (size <= 0) {
             return;
+        }
         bytes = bytes.subspan(static_cast<std::size_t>(size));
     }
 }

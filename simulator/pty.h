@@ -1,4 +1,3 @@
-/// The pseudo-terminal that stands for the serial line.
 #pragma once
 
 #include "simulator/descriptor.h"
@@ -10,6 +9,8 @@
 
 namespace nrv::simulator {
 
+/// The pseudo-terminal that stands for the serial line.
+///
 /// Keeps the far end open itself, so that the remote control can close and open the line as often as it likes, and
 /// behaves like a serial port in that what arrives while nobody has the line open is lost.
 class Pty {

@@ -6,7 +6,6 @@
 #include <string>
 
 namespace nrv::simulator {
-
 namespace {
 
 RackClock RealTime() {
@@ -26,8 +25,9 @@ Rack::Rack(std::uint32_t seed, RackClock clock) : seed_(seed), clock_(clock ? st
 
 Device& Rack::Add(int id, std::string_view label) {
     const auto [entry, added] = devices_.try_emplace(id, id, label);
-    if (!added)
+    if (!added) {
         throw std::invalid_argument("device ID " + std::to_string(id) + " is on the line already");
+    }
     return entry->second;
 }
 
@@ -46,31 +46,36 @@ const Device* Rack::Find(int id) const {
 }
 
 Device& Rack::At(int id) {
-    if (Device* device = Find(id))
+    if (Device* device = Find(id)) {
         return *device;
+    }
     throw NoSuchDevice(id);
 }
 
 const Device& Rack::At(int id) const {
-    if (const Device* device = Find(id))
+    if (const Device* device = Find(id)) {
         return *device;
+    }
     throw NoSuchDevice(id);
 }
 
 std::vector<int> Rack::Ids() const {
     std::vector<int> ids;
-    for (const auto& [id, device] : devices_)
+    for (const auto& [id, device] : devices_) {
         ids.push_back(id);
+    }
     return ids;
 }
 
 std::optional<Reply> Rack::Handle(const Frame& request, std::optional<int> answerer) {
     Device* device = Find(answerer.value_or(request[2]));
-    if (device == nullptr)
+    if (device == nullptr) {
         return std::nullopt;
+    }
     auto reply = device->Handle(request, MovingLevels(seed_, device->Id(), clock_()));
-    if (reply && reply->size() == kFrameSize)
+    if (reply && reply->size() == FrameSize) {
         (*reply)[2] = static_cast<Byte>(device->Id());
+    }
     return reply;
 }
 

@@ -1,4 +1,3 @@
-/// The devices that hang on one line.
 #pragma once
 
 #include "simulator/device.h"
@@ -17,7 +16,7 @@ namespace nrv::simulator {
 /// Time since the rack was switched on; what the moving meters are worked out from.
 using RackClock = std::function<std::chrono::milliseconds()>;
 
-/// Not thread-safe: on a running line use Line::WithRack.
+/// The devices that hang on one line. Not thread-safe: on a running line use Line::WithRack.
 class Rack {
   public:
     /// Without a clock of the caller's the meters follow real time.

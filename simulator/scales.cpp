@@ -5,11 +5,10 @@
 #include <string_view>
 
 namespace nrv::simulator {
-
 namespace {
 
 // Hertz by code: the third-octave series, each step in four.
-constexpr std::array<int, 121> kHertz{
+constexpr std::array<int, 121> Hertz{
     20,    21,    22,    23,    25,    26,    28,    30,    31,   33,   36,   38,   40,    42,    45,    47,
     50,    53,    57,    59,    63,    67,    71,    76,    80,   85,   90,   95,   100,   106,   113,   119,
     125,   134,   143,   151,   160,   170,   180,   190,   200,  212,  225,  237,  250,   266,   283,   299,
@@ -19,14 +18,14 @@ constexpr std::array<int, 121> kHertz{
     5000,  5325,  5650,  5975,  6300,  6725,  7150,  7575,  8000, 8500, 9000, 9500, 10000, 10625, 11250, 11875,
     12500, 13375, 14250, 15125, 16000, 17000, 18000, 19000, 20000};
 
-constexpr std::array<std::string_view, 11> kSlopes{"bypass",       "6 dB/oct Bw",  "12 dB/oct Bw", "12 dB/oct Lz",
-                                                   "12 dB/oct Bs", "12 dB/oct Cv", "18 dB/oct Bw", "18 dB/oct Cv",
-                                                   "24 dB/oct Bw", "24 dB/oct Lz", "24 dB/oct Cv"};
+constexpr std::array<std::string_view, 11> Slopes{"bypass",       "6 dB/oct Bw",  "12 dB/oct Bw", "12 dB/oct Lz",
+                                                  "12 dB/oct Bs", "12 dB/oct Cv", "18 dB/oct Bw", "18 dB/oct Cv",
+                                                  "24 dB/oct Bw", "24 dB/oct Lz", "24 dB/oct Cv"};
 
-constexpr std::array<std::string_view, 3> kInputToneTypes{"bypass", "1st order", "2nd order"};
-constexpr std::array<std::string_view, 5> kOutputToneTypes{"bypass", "1st order low", "2nd order low", "1st order high",
-                                                           "2nd order high"};
-constexpr std::array<std::string_view, 3> kSources{"In A", "In B", "In A+B"};
+constexpr std::array<std::string_view, 3> InputToneTypes{"bypass", "1st order", "2nd order"};
+constexpr std::array<std::string_view, 5> OutputToneTypes{"bypass", "1st order low", "2nd order low", "1st order high",
+                                                          "2nd order high"};
+constexpr std::array<std::string_view, 3> Sources{"In A", "In B", "In A+B"};
 
 std::string Code(int code, const std::string& value) {
     return "code " + std::to_string(code) + " (" + value + ")";
@@ -44,8 +43,9 @@ std::string Decimal(int value, int scale) {
     std::string decimals;
     for (int rest = size % scale, unit = scale / 10; rest != 0; rest %= unit, unit /= 10) {
         decimals += std::to_string(rest / unit);
-        if (unit == 1)
+        if (unit == 1) {
             break;
+        }
     }
     return decimals.empty() ? text : text + "." + decimals;
 }
@@ -71,7 +71,7 @@ std::string ToneGainCode(int code) {
 }
 
 std::string FrequencyCode(int code) {
-    return code > 120 ? OutOfRange(code) : Code(code, std::to_string(kHertz[static_cast<std::size_t>(code)]) + " Hz");
+    return code > 120 ? OutOfRange(code) : Code(code, std::to_string(Hertz[static_cast<std::size_t>(code)]) + " Hz");
 }
 
 std::string BandwidthCode(int code) {
@@ -79,24 +79,27 @@ std::string BandwidthCode(int code) {
 }
 
 std::string SlopeCode(int code) {
-    return Listed(code, kSlopes);
+    return Listed(code, Slopes);
 }
 
 std::string ToneTypeCode(bool input, int code) {
-    return input ? Listed(code, kInputToneTypes) : Listed(code, kOutputToneTypes);
+    return input ? Listed(code, InputToneTypes) : Listed(code, OutputToneTypes);
 }
 
 std::string ThresholdCode(bool input, int code) {
-    if (code > (input ? 10 : 60))
+    if (code > (input ? 10 : 60)) {
         return OutOfRange(code);
-    if (!input)
+    }
+    if (!input) {
         return Code(code, Decimal(5 * code - 100, 10) + " dBu");
+    }
     return Code(code, code == 0 ? "off" : std::to_string(code - 100) + " dBu");
 }
 
 std::string AttackCode(int code) {
-    if (code > 29)
+    if (code > 29) {
         return OutOfRange(code);
+    }
     const int ms = code <= 15 ? code + 5 : code == 16 ? 25 : code <= 24 ? 10 * (code - 14) : 20 * (code - 19);
     return Code(code, std::to_string(ms) + " ms");
 }
@@ -106,7 +109,7 @@ std::string ReleaseCode(int code) {
 }
 
 std::string SourceCode(int code) {
-    return Listed(code, kSources);
+    return Listed(code, Sources);
 }
 
 std::string DelayCodes(int coarse, int fine) {

@@ -1,8 +1,8 @@
-/// What the codes of the parameters mean to a person.
 #pragma once
 
 #include <string>
 
+/// What the codes of the parameters mean to a person.
 namespace nrv::simulator {
 
 /// Each gives the code and its value, "code 61 (0.2 dB)"; a code outside its range reads "code 200 (out of range)".

@@ -1,3 +1,11 @@
+#pragma once
+
+#include "simulator/rack.h"
+
+#include <filesystem>
+#include <stdexcept>
+#include <vector>
+
 /// A whole rack on disk.
 ///
 /// | Offset | Size | Content                                                              |
@@ -17,14 +25,6 @@
 /// | 434    | 4528 | device memory from address 0                   |
 ///
 /// A rack of one device is thus 16 + 4 + 4962 + 4 = 4986 bytes long.
-#pragma once
-
-#include "simulator/rack.h"
-
-#include <filesystem>
-#include <stdexcept>
-#include <vector>
-
 namespace nrv::simulator {
 
 /// Why a state could not be saved or restored, with the name of the file.

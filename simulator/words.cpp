@@ -6,22 +6,24 @@
 #include <array>
 
 namespace nrv::simulator {
-
 namespace {
 
 std::string ChannelName(int channel) {
-    if (channel >= kChannels)
+    if (channel >= ChannelCount) {
         return "channel " + std::to_string(channel) + " (no such channel)";
-    if (channel < kInputs)
+    }
+    if (channel < InputCount) {
         return channel == 0 ? "In A" : "In B";
+    }
     return "Out " + std::to_string(channel - 1);
 }
 
 std::string Hex(int value, int digits) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    constexpr std::string_view Digits = "0123456789ABCDEF";
     std::string text(static_cast<std::size_t>(digits), '0');
-    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value /= 16)
-        *digit = kDigits[static_cast<std::size_t>(value % 16)];
+    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value /= 16) {
+        *digit = Digits[static_cast<std::size_t>(value % 16)];
+    }
     return "0x" + text;
 }
 
@@ -34,22 +36,30 @@ std::string Place(std::size_t address) {
     const auto numbered = [&number](const char* what, std::size_t index) {
         return number + " (" + what + " " + std::to_string(index) + ")";
     };
-    if (address == kOptionBitsAt)
+    if (address == OptionBitsAddress) {
         return number + " (option bits)";
-    if (address == kMuteBitsAt)
+    }
+    if (address == MuteBitsAddress) {
         return number + " (mute bits)";
-    if (within(kPasswordAt, kPasswordSize))
+    }
+    if (within(PasswordAddress, PasswordSize)) {
         return number + " (password)";
-    if (within(kLabelAt, kNameSize))
+    }
+    if (within(LabelAddress, NameSize)) {
         return number + " (label)";
-    if (within(kUsedMarksAt, kPositions))
-        return numbered("used mark of position", address - kUsedMarksAt);
-    if (within(kNamesAt, kNameSize * (kPositions - 1)))
-        return numbered("name of position", (address - kNamesAt) / kNameSize);
-    if (within(kActiveNameAt, kNameSize))
+    }
+    if (within(UsedMarksAddress, PositionCount)) {
+        return numbered("used mark of position", address - UsedMarksAddress);
+    }
+    if (within(PresetNamesAddress, NameSize * (PositionCount - 1))) {
+        return numbered("name of position", (address - PresetNamesAddress) / NameSize);
+    }
+    if (within(ActiveNameAddress, NameSize)) {
         return number + " (name of the active preset)";
-    if (within(kPresetsAt, kPresetSize * kPositions))
-        return numbered("preset of position", (address - kPresetsAt) / kPresetSize);
+    }
+    if (within(PresetsAddress, PresetSize * PositionCount)) {
+        return numbered("preset of position", (address - PresetsAddress) / PresetSize);
+    }
     return number;
 }
 
@@ -64,14 +74,15 @@ std::string Bytes(std::span<const Byte> bytes) {
 
 std::string Printable(std::span<const Byte> bytes) {
     std::string text;
-    for (Byte value : bytes)
+    for (Byte value : bytes) {
         text += value >= 0x20 && value < 0x7F ? static_cast<char>(value) : '?';
+    }
     return text;
 }
 
 std::string DescribeChannelCommand(const Frame& f) {
     const int channel = P(f, 2);
-    const bool input = channel < kInputs;
+    const bool input = channel < InputCount;
     const std::string of = " of " + ChannelName(channel) + ": ";
     const std::string section = std::to_string(P(f, 3) + 1) + of;
     switch (static_cast<Command>(P(f, 1))) {
@@ -112,8 +123,9 @@ std::string DescribeRequest(const Frame& f) {
     const std::size_t address = std::size_t{P(f, 2)} * 256 + P(f, 3);
     switch (static_cast<Command>(P(f, 1))) {
     case Command::Presence:
-        if (std::any_of(f.begin() + 4, f.end() - 1, [](Byte value) { return value != 0; }))
+        if (std::any_of(f.begin() + 4, f.end() - 1, [](Byte value) { return value != 0; })) {
             break;
+        }
         return "Are you there?";
     case Command::MemoryRead:
         return "Read memory byte " + Place(address);
@@ -122,7 +134,7 @@ std::string DescribeRequest(const Frame& f) {
     case Command::LevelPoll:
         return "Levels?";
     case Command::PresetRead:
-        return P(f, 2) == kLiveImage ? "Read live preset" : "Read preset of position " + std::to_string(P(f, 2));
+        return P(f, 2) == LivePreset ? "Read live preset" : "Read preset of position " + std::to_string(P(f, 2));
     case Command::BulkUpdate:
         return P(f, 2) == 0 ? "Bulk update begins" : "Bulk update ends";
     case Command::MasterGain:
@@ -141,18 +153,20 @@ std::string DescribeRequest(const Frame& f) {
 
 std::string DescribeAnswer(const Frame& request, std::span<const Byte> answer) {
     const auto command = static_cast<Command>(P(request, 1));
-    if (command == Command::PresetRead)
+    if (command == Command::PresetRead) {
         return std::to_string(answer.size()) + " bytes of preset";
-    if (answer.size() < kFrameSize)
+    }
+    if (answer.size() < FrameSize) {
         return Bytes(answer);
+    }
     switch (command) {
     case Command::Presence:
-        return answer[4] == kPresenceMark ? "Here" : "Byte 4 is " + Hex(answer[4], 2);
+        return answer[4] == PresenceMark ? "Here" : "Byte 4 is " + Hex(answer[4], 2);
     case Command::MemoryRead:
         return "Value " + std::to_string(answer[8]);
     case Command::LevelPoll: {
         std::string text = "Levels";
-        for (Byte level : answer.subspan(4, kChannels)) {
+        for (Byte level : answer.subspan(4, ChannelCount)) {
             text += ' ';
             text += std::to_string(level);
         }
@@ -169,8 +183,9 @@ std::string RequestInWords(const Frame& request) {
 
 std::string AnswerInWords(const Frame& request, std::span<const Byte> answer, std::string_view note) {
     std::string text = "<- ID " + std::to_string(request[2]) + "  " + DescribeAnswer(request, answer);
-    if (!note.empty())
+    if (!note.empty()) {
         text += " [" + std::string(note) + "]";
+    }
     return text;
 }
 

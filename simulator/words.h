@@ -1,4 +1,3 @@
-/// Frames in words, for whoever watches the line.
 #pragma once
 
 #include "simulator/protocol.h"
@@ -7,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+/// Frames in words, for whoever watches the line.
 namespace nrv::simulator {
 
 /// What a request asks for, such as "Gain of Out 2: code 61 (0.2 dB)".

@@ -7,12 +7,12 @@
 namespace nrv::simulator {
 namespace {
 
-using testing::HasSubstr;
-using testing::StartsWith;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
 
-class Console : public testing::Test {
+class Console : public ::testing::Test {
   protected:
-    Console() : line_(MakeRack(), {.paced = false, .trace = {}}), terminal_(line_.DevicePath()) { line_.Start(); }
+    Console() : line_(MakeRack(), {.Paced = false, .Trace = {}}), terminal_(line_.DevicePath()) { line_.Start(); }
 
     static Rack MakeRack() {
         Rack rack;
@@ -91,8 +91,9 @@ TEST_F(Console, QuitsAndHelps) {
     EXPECT_EQ(Run(""), "");
     EXPECT_EQ(Run("   "), "");
     for (const char* command : {"die", "revive", "lose", "late", "cut", "double", "garble", "as", "from", "drip",
-                                "calm", "meters", "list", "quit", "help"})
+                                "calm", "meters", "list", "quit", "help"}) {
         EXPECT_THAT(Run("help"), HasSubstr(std::string(command) + " ")) << command;
+    }
     EXPECT_FALSE(quit_);
     EXPECT_EQ(Run("quit"), "");
     EXPECT_TRUE(quit_);
@@ -107,8 +108,9 @@ TEST_F(Console, SaysWhatIsWrong) {
     for (const char* bad : {"lose x", "lose -1", "lose 5 -1", "lose 5 1x", "lose 5 99999999999", "late 5 1 -1",
                             "cut 5 1 433", "garble 5 1 432 0", "garble 5 1 4 256", "as 5 1 any", "meters 5",
                             "meters 5 1 2 3", "meters 5 1 2 3 4 5 6 7 8 9", "meters 5 move 1",
-                            "meters 5 1 1 1 1 1 1 1 x", "revive any", "revive", "quit now", "calm 1"})
+                            "meters 5 1 1 1 1 1 1 1 x", "revive any", "revive", "quit now", "calm 1"}) {
         EXPECT_THAT(Run(bad), StartsWith("error: ")) << bad;
+    }
     EXPECT_FALSE(quit_);
     EXPECT_EQ(Ask().size(), 13U);
 }

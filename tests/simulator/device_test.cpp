@@ -29,9 +29,11 @@ Changes ChangesBy(std::initializer_list<int> payload) {
         EXPECT_EQ(reply->back(), 0xF7);
     }
     Changes changes;
-    for (std::size_t i = 0; i < before.size(); ++i)
-        if (device.LiveImage()[i] != before[i])
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        if (device.LiveImage()[i] != before[i]) {
             changes[static_cast<int>(i)] = device.LiveImage()[i];
+        }
+    }
     return changes;
 }
 
@@ -43,8 +45,9 @@ int AnswerByte(Device& device, std::initializer_list<int> payload, std::size_t i
 
 TEST(Device, GainGoesToTheSecondByteOfTheGainField) {
     const int places[] = {1, 73, 184, 232, 280, 328, 376, 424};
-    for (int channel = 0; channel < 8; ++channel)
+    for (int channel = 0; channel < 8; ++channel) {
         EXPECT_EQ(ChangesBy({1, channel, 0, 0, 0, 0, 0, 0, 61}), (Changes{{places[channel], 61}}));
+    }
 }
 
 TEST(Device, DelayGoesHighLowFine) {
@@ -57,8 +60,9 @@ TEST(Device, DelayGoesHighLowFine) {
 
 TEST(Device, PhaseGoesToThePhaseByte) {
     const int places[] = {65, 137, 182, 230, 278, 326, 374, 422};
-    for (int channel = 0; channel < 8; ++channel)
+    for (int channel = 0; channel < 8; ++channel) {
         EXPECT_EQ(ChangesBy({3, channel, 0, 0, 0, 0, 0, 0, 1}), (Changes{{places[channel], 1}}));
+    }
 }
 
 TEST(Device, CrossoverGoesToTheSideNamed) {
@@ -100,8 +104,9 @@ TEST(Device, LimiterAndNoiseGateGoToAttackReleaseThreshold) {
 
 TEST(Device, SourceGoesToTheSourceByteOfAnOutput) {
     const int places[] = {185, 233, 281, 329, 377, 425};
-    for (int output = 0; output < 6; ++output)
+    for (int output = 0; output < 6; ++output) {
         EXPECT_EQ(ChangesBy({8, output + 2, 0, 0, 0, 0, 0, 0, 2}), (Changes{{places[output], 2}}));
+    }
 }
 
 TEST(Device, MuteIsTheChannelsBitOfByteSeventyOne) {
@@ -131,8 +136,9 @@ TEST(Device, ChannelNameGoesToTheNameOfAnOutput) {
 
 TEST(Device, IndicesOutOfRangeAreAcknowledgedAndChangeNothing) {
     const Changes none;
-    for (int command = 1; command <= 9; ++command)
+    for (int command = 1; command <= 9; ++command) {
         EXPECT_EQ(ChangesBy({command, 8, 0, 1, 1, 1, 1, 1, 1}), none) << command;
+    }
     EXPECT_EQ(ChangesBy({5, 0, 10, 0, 0, 1, 1, 0, 1}), none);
     EXPECT_EQ(ChangesBy({5, 2, 4, 0, 0, 1, 1, 0, 1}), none);
     EXPECT_EQ(ChangesBy({6, 0, 2, 0, 0, 1, 1, 0, 1}), none);
@@ -170,8 +176,9 @@ TEST(Device, AnswersThePresenceQuestion) {
 
 TEST(Device, DoesNotAnswerNoticesAndUnknownCommands) {
     Device device(5);
-    for (int command : {0x0F, 0x8F, 0x13, 0x7F, 0xFF})
+    for (int command : {0x0F, 0x8F, 0x13, 0x7F, 0xFF}) {
         EXPECT_FALSE(device.Handle(Request(5, {command}), {}).has_value()) << command;
+    }
 }
 
 TEST(Device, MemoryIsReadAndWrittenByteByByte) {
@@ -210,8 +217,9 @@ TEST(Device, LevelsStandInBytesFourToEleven) {
 TEST(Device, PresetReadGivesLiveImageOrMemoryPosition) {
     Device device(5);
     PresetBody body;
-    for (std::size_t i = 0; i < body.size(); ++i)
+    for (std::size_t i = 0; i < body.size(); ++i) {
         body[i] = static_cast<Byte>(i * 7);
+    }
     device.PutPreset(8, "Ninth", body);
     const PresetBody factory = FactoryPreset();
     EXPECT_EQ(device.Handle(Request(5, {0x0B, 0xFF}), {}), Reply(factory.begin(), factory.end()));

@@ -13,7 +13,7 @@ std::vector<int> Slice(const PresetBody& body, std::size_t start, std::size_t si
             body.begin() + static_cast<std::ptrdiff_t>(start + size)};
 }
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 
 TEST(FactoryPreset, InputABeginsWithGainAndTwentyMillisecondsOfDelay) {
     EXPECT_THAT(Slice(FactoryPreset(), 0, 10), ElementsAre(0, 60, 0, 20, 0, 0, 10, 8, 0, 75));
@@ -41,8 +41,9 @@ TEST(FactoryPreset, OutputSixHasItsOwnCrossoverAndNumber) {
 }
 
 TEST(FactoryPreset, EveryGainPlaceHoldsZeroAndSixty) {
-    for (std::size_t at : {0U, 72U, 183U, 231U, 279U, 327U, 375U, 423U})
+    for (std::size_t at : {0U, 72U, 183U, 231U, 279U, 327U, 375U, 423U}) {
         EXPECT_THAT(Slice(FactoryPreset(), at, 2), ElementsAre(0, 60)) << at;
+    }
 }
 
 TEST(FactoryPreset, SumOfAllBytesIsTheOneWorkedOutByHand) {
@@ -74,8 +75,9 @@ TEST(FactoryMemory, HoldsOptionsPasswordLabelAndNoPreset) {
 
 TEST(FactoryLabel, IsSixteenCharactersForEveryId) {
     EXPECT_EQ(FactoryLabel(5), " NRV-718  ID 05 ");
-    for (int id = 0; id <= 32; ++id)
+    for (int id = 0; id <= 32; ++id) {
         EXPECT_EQ(FactoryLabel(id).size(), 16U);
+    }
 }
 
 } // namespace

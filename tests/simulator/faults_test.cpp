@@ -7,7 +7,7 @@
 namespace nrv::simulator {
 namespace {
 
-class Faults : public testing::Test {
+class Faults : public ::testing::Test {
   protected:
     Faults() {
         rack_.Add(5);
@@ -17,7 +17,7 @@ class Faults : public testing::Test {
     /// What goes on the line; empty for nothing.
     Bytes Ask(int id, std::initializer_list<int> payload = {}) {
         last_ = plan_.Answer(rack_, Request(id, payload), note_);
-        return last_ ? last_->bytes : Bytes{};
+        return last_ ? last_->Bytes : Bytes{};
     }
 
     static Bytes Presence(int id) { return {0xF0, 0xC3, static_cast<Byte>(id), 0, 0xC3, 0, 0, 0, 0, 0, 0, 0, 0xF7}; }
@@ -30,9 +30,9 @@ class Faults : public testing::Test {
 
 TEST_F(Faults, WithoutOrdersAnswersAreSound) {
     EXPECT_EQ(Ask(5), Presence(5));
-    EXPECT_EQ(last_->late.count(), 0);
-    EXPECT_EQ(last_->pause.count(), 0);
-    EXPECT_EQ(last_->note, "");
+    EXPECT_EQ(last_->Late.count(), 0);
+    EXPECT_EQ(last_->Pause.count(), 0);
+    EXPECT_EQ(last_->Note, "");
     EXPECT_EQ(Ask(7), Bytes{});
     EXPECT_EQ(note_, "");
 }
@@ -51,10 +51,10 @@ TEST_F(Faults, LosesAnswersButObeys) {
 TEST_F(Faults, LateAnswerIsWholeAndLate) {
     plan_.Order(Fault::Late(5, 1, milliseconds(250)));
     EXPECT_EQ(Ask(5), Presence(5));
-    EXPECT_EQ(last_->late, milliseconds(250));
-    EXPECT_EQ(last_->note, "late by 250 ms");
+    EXPECT_EQ(last_->Late, milliseconds(250));
+    EXPECT_EQ(last_->Note, "late by 250 ms");
     Ask(5);
-    EXPECT_EQ(last_->late.count(), 0);
+    EXPECT_EQ(last_->Late.count(), 0);
 }
 
 TEST_F(Faults, CutsShortAndLongAnswers) {
@@ -102,13 +102,14 @@ TEST_F(Faults, AnswersFromAnotherDevice) {
 TEST_F(Faults, DripsWithAPause) {
     plan_.Order(Fault::Drip(5, 1, milliseconds(40)));
     EXPECT_EQ(Ask(5), Presence(5));
-    EXPECT_EQ(last_->pause, milliseconds(40));
+    EXPECT_EQ(last_->Pause, milliseconds(40));
 }
 
 TEST_F(Faults, DeadDeviceNeitherObeysNorAnswersUntilRevived) {
     plan_.Order(Fault::Die(5));
-    for (int i = 0; i < 20; ++i)
+    for (int i = 0; i < 20; ++i) {
         EXPECT_EQ(Ask(5, {1, 0, 0, 0, 0, 0, 0, 0, 99}), Bytes{});
+    }
     EXPECT_EQ(note_, "dead");
     EXPECT_EQ(rack_.At(5).LiveImage()[1], 60);
     EXPECT_EQ(Ask(6), Presence(6));
@@ -143,8 +144,9 @@ TEST_F(Faults, OrdersAreWorkedOffInSequence) {
 
 TEST_F(Faults, CountZeroIsForEver) {
     plan_.Order(Fault::Lose(5, 0));
-    for (int i = 0; i < 50; ++i)
+    for (int i = 0; i < 50; ++i) {
         EXPECT_EQ(Ask(5), Bytes{});
+    }
     plan_.Clear();
     EXPECT_EQ(Ask(5), Presence(5));
 }

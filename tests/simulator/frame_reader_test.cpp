@@ -10,44 +10,47 @@ namespace {
 std::vector<Frame> FramesIn(const Bytes& bytes) {
     FrameReader reader;
     std::vector<Frame> frames;
-    for (Byte byte : bytes)
-        if (const auto frame = reader.Take(byte))
+    for (Byte byte : bytes) {
+        if (const auto frame = reader.Take(byte)) {
             frames.push_back(*frame);
+        }
+    }
     return frames;
 }
 
 Bytes Join(std::initializer_list<Bytes> parts) {
     Bytes all;
-    for (const Bytes& part : parts)
+    for (const Bytes& part : parts) {
         all.insert(all.end(), part.begin(), part.end());
+    }
     return all;
 }
 
-const Frame kGood = Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61});
-const Bytes kGoodBytes(kGood.begin(), kGood.end());
+const Frame Good = Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61});
+const Bytes GoodBytes(Good.begin(), Good.end());
 using Found = std::vector<Frame>;
 
 TEST(FrameReader, TakesFramesBackToBack) {
-    EXPECT_EQ(FramesIn(Join({kGoodBytes, kGoodBytes})), (Found{kGood, kGood}));
+    EXPECT_EQ(FramesIn(Join({GoodBytes, GoodBytes})), (Found{Good, Good}));
 }
 
 TEST(FrameReader, PassesOverWhatIsNoFrame) {
-    EXPECT_EQ(FramesIn(Join({{0x00, 0xF7, 0xC3, 0x12}, kGoodBytes})), Found{kGood});
-    EXPECT_EQ(FramesIn(Join({{0xF0, 0x12, 0xF0, 0xF0}, kGoodBytes})), Found{kGood});
-    EXPECT_EQ(FramesIn(Join({{0xF0}, kGoodBytes})), Found{kGood});
+    EXPECT_EQ(FramesIn(Join({{0x00, 0xF7, 0xC3, 0x12}, GoodBytes})), Found{Good});
+    EXPECT_EQ(FramesIn(Join({{0xF0, 0x12, 0xF0, 0xF0}, GoodBytes})), Found{Good});
+    EXPECT_EQ(FramesIn(Join({{0xF0}, GoodBytes})), Found{Good});
 }
 
 TEST(FrameReader, DropsAFrameThatDoesNotEndInItsTail) {
-    Bytes bad = kGoodBytes;
+    Bytes bad = GoodBytes;
     bad.back() = 0xF6;
     EXPECT_EQ(FramesIn(bad), Found{});
-    EXPECT_EQ(FramesIn(Join({bad, kGoodBytes})), Found{kGood});
+    EXPECT_EQ(FramesIn(Join({bad, GoodBytes})), Found{Good});
 }
 
 TEST(FrameReader, FindsTheFrameBehindACutOne) {
     for (std::ptrdiff_t size = 1; size < 13; ++size) {
-        const Bytes cut(kGoodBytes.begin(), kGoodBytes.begin() + size);
-        EXPECT_EQ(FramesIn(Join({cut, kGoodBytes, kGoodBytes})), (Found{kGood, kGood})) << size;
+        const Bytes cut(GoodBytes.begin(), GoodBytes.begin() + size);
+        EXPECT_EQ(FramesIn(Join({cut, GoodBytes, GoodBytes})), (Found{Good, Good})) << size;
     }
 }
 

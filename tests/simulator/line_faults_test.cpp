@@ -9,9 +9,9 @@ namespace {
 using std::chrono::steady_clock;
 
 /// Each fault as the far end of the line sees it.
-class LineFaults : public testing::Test {
+class LineFaults : public ::testing::Test {
   protected:
-    LineFaults() : line_(MakeRack(), {.paced = false, .trace = {}}), terminal_(line_.DevicePath()) { line_.Start(); }
+    LineFaults() : line_(MakeRack(), {.Paced = false, .Trace = {}}), terminal_(line_.DevicePath()) { line_.Start(); }
 
     static Rack MakeRack() {
         Rack rack;

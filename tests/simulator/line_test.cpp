@@ -21,7 +21,7 @@ Rack TwoDevices() {
 }
 
 LineOptions Unpaced() {
-    return {.paced = false, .trace = {}};
+    return {.Paced = false, .Trace = {}};
 }
 
 double ProcessorMs() {
@@ -30,13 +30,13 @@ double ProcessorMs() {
     return static_cast<double>(spec.tv_sec) * 1e3 + static_cast<double>(spec.tv_nsec) / 1e6;
 }
 
-const Bytes kPresence5{0xF0, 0xC3, 5, 0, 0xC3, 0, 0, 0, 0, 0, 0, 0, 0xF7};
+const Bytes Presence5{0xF0, 0xC3, 5, 0, 0xC3, 0, 0, 0, 0, 0, 0, 0, 0xF7};
 
 TEST(Line, AnswersOverThePseudoTerminal) {
     Line line(TwoDevices(), Unpaced());
     line.Start();
     Terminal terminal(line.DevicePath());
-    EXPECT_EQ(terminal.Ask(Request(5, {})), kPresence5);
+    EXPECT_EQ(terminal.Ask(Request(5, {})), Presence5);
     const PresetBody factory = FactoryPreset();
     EXPECT_EQ(terminal.Ask(Request(9, {0x0B, 0xFF}), 432), Bytes(factory.begin(), factory.end()));
     terminal.Send(Request(6, {}));
@@ -62,7 +62,7 @@ TEST(Line, FindsTheNextFrameAfterGarbage) {
     line.Start();
     Terminal terminal(line.DevicePath());
     terminal.Send(Bytes{0x00, 0xF0, 0x11, 0xF7, 0xC3});
-    EXPECT_EQ(terminal.Ask(Request(5, {})), kPresence5);
+    EXPECT_EQ(terminal.Ask(Request(5, {})), Presence5);
 }
 
 TEST(Line, TakesAFrameInPieces) {
@@ -72,18 +72,19 @@ TEST(Line, TakesAFrameInPieces) {
     terminal.Send(Bytes{0xF0, 0xC3, 5, 0, 0});
     EXPECT_TRUE(terminal.Silent());
     terminal.Send(Bytes{0, 0, 0, 0, 0, 0, 0, 0xF7});
-    EXPECT_EQ(terminal.Read(13), kPresence5);
+    EXPECT_EQ(terminal.Read(13), Presence5);
 }
 
 TEST(Line, ExchangeTakesTheTimeOfTheWire) {
     Line line(TwoDevices());
     line.Start();
     Terminal terminal(line.DevicePath());
-    constexpr int kExchanges = 40;
+    constexpr int Exchanges = 40;
     const auto start = steady_clock::now();
-    for (int i = 0; i < kExchanges; ++i)
-        ASSERT_EQ(terminal.Ask(Request(5, {})), kPresence5);
-    const Milliseconds each = Milliseconds(steady_clock::now() - start) / kExchanges;
+    for (int i = 0; i < Exchanges; ++i) {
+        ASSERT_EQ(terminal.Ask(Request(5, {})), Presence5);
+    }
+    const Milliseconds each = Milliseconds(steady_clock::now() - start) / Exchanges;
     EXPECT_GE(each.count(), 13.54); // 26 bytes of 10 bits at 19200 baud
     EXPECT_LT(each.count(), 13.54 * 1.5);
     RecordProperty("exchange_ms", std::to_string(each.count()));
@@ -105,8 +106,9 @@ TEST(Line, UnpacedExchangeIsMuchFasterThanTheWire) {
     line.Start();
     Terminal terminal(line.DevicePath());
     const auto start = steady_clock::now();
-    for (int i = 0; i < 100; ++i)
-        ASSERT_EQ(terminal.Ask(Request(5, {})), kPresence5);
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_EQ(terminal.Ask(Request(5, {})), Presence5);
+    }
     EXPECT_LT(Milliseconds(steady_clock::now() - start).count(), 500);
 }
 
@@ -118,12 +120,12 @@ TEST(Line, RecordsEachFrameWithItsTime) {
     terminal.Send(Request(31, {0x12}));
     terminal.Ask(Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61}));
     const auto after = steady_clock::now();
-    EXPECT_THAT(line.Frames(), testing::ElementsAre(Request(31, {0x12}), Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61})));
+    EXPECT_THAT(line.Frames(), ::testing::ElementsAre(Request(31, {0x12}), Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61})));
     const auto records = line.Records();
     ASSERT_EQ(records.size(), 2U);
-    EXPECT_GE(records[0].at, before);
-    EXPECT_LE(records[0].at, records[1].at);
-    EXPECT_LE(records[1].at, after);
+    EXPECT_GE(records[0].At, before);
+    EXPECT_LE(records[0].At, records[1].At);
+    EXPECT_LE(records[1].At, after);
     line.ClearFrames();
     EXPECT_TRUE(line.Frames().empty());
 }
@@ -131,7 +133,7 @@ TEST(Line, RecordsEachFrameWithItsTime) {
 TEST(Line, TracesFramesInWords) {
     std::mutex mutex;
     std::vector<std::string> lines;
-    Line line(TwoDevices(), {.paced = false, .trace = [&](const std::string& text) {
+    Line line(TwoDevices(), {.Paced = false, .Trace = [&](const std::string& text) {
                                  const std::scoped_lock lock(mutex);
                                  lines.push_back(text);
                              }});
@@ -143,9 +145,9 @@ TEST(Line, TracesFramesInWords) {
     terminal.Send(Request(5, {}));
     EXPECT_TRUE(terminal.Silent());
     line.Stop();
-    EXPECT_THAT(lines, testing::ElementsAre("-> ID 5  Gain of Out 2: code 61 (0.2 dB)", "<- ID 5  Obeyed",
-                                            "-> ID 5  Read live preset", "<- ID 5  432 bytes of preset",
-                                            "-> ID 5  Are you there?", "<- ID 5  No answer [lost]"));
+    EXPECT_THAT(lines, ::testing::ElementsAre("-> ID 5  Gain of Out 2: code 61 (0.2 dB)", "<- ID 5  Obeyed",
+                                              "-> ID 5  Read live preset", "<- ID 5  432 bytes of preset",
+                                              "-> ID 5  Are you there?", "<- ID 5  No answer [lost]"));
 }
 
 TEST(Line, RackIsReachedWhileTheLineRuns) {
@@ -172,7 +174,7 @@ TEST(Line, StopsAtOnceAndStartsAgain) {
     while (!terminal.Silent(milliseconds(20))) {
     }
     line.Start();
-    EXPECT_EQ(terminal.Ask(Request(5, {})), kPresence5);
+    EXPECT_EQ(terminal.Ask(Request(5, {})), Presence5);
 }
 
 TEST(Line, OutlivesTheTerminalBeingClosedAndOpenedAgain) {
@@ -180,7 +182,7 @@ TEST(Line, OutlivesTheTerminalBeingClosedAndOpenedAgain) {
     line.Start();
     for (int i = 0; i < 20; ++i) {
         Terminal terminal(line.DevicePath());
-        ASSERT_EQ(terminal.Ask(Request(5, {})), kPresence5);
+        ASSERT_EQ(terminal.Ask(Request(5, {})), Presence5);
     }
 }
 
@@ -205,8 +207,9 @@ TEST(Line, AnswerThatNobodyFetchedIsGoneForTheNextWhoOpens) {
     {
         Terminal terminal(line.DevicePath());
         terminal.Send(Request(5, {}));
-        while (line.Frames().size() < 2)
+        while (line.Frames().size() < 2) {
             std::this_thread::sleep_for(milliseconds(1));
+        }
     }
     std::this_thread::sleep_for(milliseconds(100)); // the late answer comes while nobody is there
     Terminal terminal(line.DevicePath());
@@ -220,22 +223,23 @@ TEST(Line, ReaderThatDoesNotReadCostsBytesButNotTheLine) {
     Terminal terminal(line.DevicePath());
     for (std::size_t i = 1; i <= 40; ++i) { // 40 * 432 bytes are more than a terminal holds
         terminal.Send(Request(5, {0x0B, 0xFF}));
-        while (line.Frames().size() < i)
+        while (line.Frames().size() < i) {
             std::this_thread::sleep_for(milliseconds(1));
+        }
     }
     while (!terminal.Read(4096, milliseconds(50)).empty()) {
     }
-    EXPECT_EQ(terminal.Ask(Request(5, {})), kPresence5);
+    EXPECT_EQ(terminal.Ask(Request(5, {})), Presence5);
 }
 
 TEST(Line, LinkLastsAsLongAsTheLine) {
-    const auto path = std::filesystem::path(testing::TempDir()) / ("nrv_line_link_" + std::to_string(::getpid()));
+    const auto path = std::filesystem::path(::testing::TempDir()) / ("nrv_line_link_" + std::to_string(::getpid()));
     {
         Line line(TwoDevices(), Unpaced());
         line.LinkAs(path);
         line.Start();
         Terminal terminal(path.string());
-        EXPECT_EQ(terminal.Ask(Request(5, {})), kPresence5);
+        EXPECT_EQ(terminal.Ask(Request(5, {})), Presence5);
     }
     EXPECT_FALSE(std::filesystem::is_symlink(path));
 }

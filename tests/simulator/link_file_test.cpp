@@ -1,5 +1,5 @@
 #include "simulator/link_file.h"
-#include "temporary_folder.h"
+#include "support/test_folder.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -10,7 +10,7 @@ namespace {
 namespace fs = std::filesystem;
 
 TEST(LinkFile, IsMadeAndRemoved) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     {
         const LinkFile link(folder / "com1", "/dev/null");
         EXPECT_EQ(fs::read_symlink(folder / "com1"), "/dev/null");
@@ -19,50 +19,50 @@ TEST(LinkFile, IsMadeAndRemoved) {
 }
 
 TEST(LinkFile, ReplacesALinkThatLeadsNowhere) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     fs::create_symlink(folder / "gone", folder / "com1");
     const LinkFile link(folder / "com1", "/dev/null");
     EXPECT_EQ(fs::read_symlink(folder / "com1"), "/dev/null");
 }
 
 TEST(LinkFile, ReplacesALinkToTheSameDevice) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     fs::create_symlink("/dev/null", folder / "com1");
     const LinkFile link(folder / "com1", "/dev/null");
     EXPECT_EQ(fs::read_symlink(folder / "com1"), "/dev/null");
 }
 
 TEST(LinkFile, NeverReplacesARealFile) {
-    const TemporaryFolder folder;
-    WriteText(folder / "com1", "precious");
+    const testing::TestFolder folder;
+    folder.WriteText("com1", "precious");
     EXPECT_THROW(LinkFile(folder / "com1", "/dev/null"), std::runtime_error);
-    EXPECT_EQ(ReadText(folder / "com1"), "precious");
+    EXPECT_EQ(folder.ReadText("com1"), "precious");
     fs::create_directory(folder / "com2");
     EXPECT_THROW(LinkFile(folder / "com2", "/dev/null"), std::runtime_error);
     EXPECT_TRUE(fs::is_directory(folder / "com2"));
 }
 
 TEST(LinkFile, NeverReplacesALinkToSomethingElse) {
-    const TemporaryFolder folder;
-    WriteText(folder / "other", "precious");
+    const testing::TestFolder folder;
+    folder.WriteText("other", "precious");
     fs::create_symlink(folder / "other", folder / "com1");
     EXPECT_THROW(LinkFile(folder / "com1", "/dev/null"), std::runtime_error);
     EXPECT_EQ(fs::read_symlink(folder / "com1"), folder / "other");
 }
 
 TEST(LinkFile, SaysSoWhenTheFolderIsMissing) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     EXPECT_THROW(LinkFile(folder.Path() / "none" / "com1", "/dev/null"), std::runtime_error);
 }
 
 TEST(LinkFile, LeavesWhatTookItsPlace) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     {
         const LinkFile link(folder / "com1", "/dev/null");
         fs::remove(folder / "com1");
-        WriteText(folder / "com1", "new");
+        folder.WriteText("com1", "new");
     }
-    EXPECT_EQ(ReadText(folder / "com1"), "new");
+    EXPECT_EQ(folder.ReadText("com1"), "new");
     fs::remove(folder / "com1");
     {
         const LinkFile link(folder / "com1", "/dev/null");

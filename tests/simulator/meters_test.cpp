@@ -12,9 +12,11 @@ using std::chrono::milliseconds;
 
 TEST(MovingLevels, ReachEveryLevelAndNoOther) {
     std::set<int> seen;
-    for (int ms = 0; ms < 60000; ms += 30)
-        for (Byte level : MovingLevels(1, 5, milliseconds(ms)))
+    for (int ms = 0; ms < 60000; ms += 30) {
+        for (Byte level : MovingLevels(1, 5, milliseconds(ms))) {
             seen.insert(level);
+        }
+    }
     EXPECT_EQ(seen, (std::set<int>{0, 1, 2, 3, 4, 5, 6}));
 }
 
@@ -41,8 +43,9 @@ TEST(MovingLevels, MoveByOneStepAtMostInTenMilliseconds) {
     for (int ms = 0; ms < 20000; ms += 10) {
         const Levels now = MovingLevels(7, 3, milliseconds(ms));
         const Levels next = MovingLevels(7, 3, milliseconds(ms + 10));
-        for (std::size_t channel = 0; channel < now.size(); ++channel)
+        for (std::size_t channel = 0; channel < now.size(); ++channel) {
             EXPECT_LE(std::abs(now[channel] - next[channel]), 1) << ms;
+        }
     }
 }
 

@@ -1,7 +1,7 @@
 #include "simulator/demo_rack.h"
 #include "simulator/options.h"
 #include "simulator/state_file.h"
-#include "temporary_folder.h"
+#include "support/test_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,34 +25,34 @@ TEST(Options, AreReadFromTheCommandLine) {
         {"--device",    "5=Stage left", "--device=9", "--ids",      "1,2",           "--link",    "./com1",
          "--link=com2", "--unpaced",    "--trace",    "--state",    "rack.state",    "--presets", "--password",
          "secret",      "--locked",     "5",          "--locked=9", "--interactive", "--seconds", "1.5"});
-    EXPECT_THAT(options.devices,
-                testing::ElementsAre(std::pair(5, std::string("Stage left")), std::pair(9, std::string()),
-                                     std::pair(1, std::string()), std::pair(2, std::string())));
-    EXPECT_THAT(options.links, testing::ElementsAre("./com1", "com2"));
-    EXPECT_FALSE(options.paced);
-    EXPECT_TRUE(options.trace);
-    EXPECT_EQ(options.state, "rack.state");
-    EXPECT_TRUE(options.presets);
-    EXPECT_EQ(options.password, "secret");
-    EXPECT_THAT(options.locked, testing::ElementsAre(5, 9));
-    EXPECT_TRUE(options.interactive);
-    EXPECT_EQ(options.seconds, 1.5);
-    EXPECT_FALSE(options.help);
-    EXPECT_FALSE(options.version);
+    EXPECT_THAT(options.Devices,
+                ::testing::ElementsAre(std::pair(5, std::string("Stage left")), std::pair(9, std::string()),
+                                       std::pair(1, std::string()), std::pair(2, std::string())));
+    EXPECT_THAT(options.Links, ::testing::ElementsAre("./com1", "com2"));
+    EXPECT_FALSE(options.Paced);
+    EXPECT_TRUE(options.Trace);
+    EXPECT_EQ(options.State, "rack.state");
+    EXPECT_TRUE(options.Presets);
+    EXPECT_EQ(options.Password, "secret");
+    EXPECT_THAT(options.Locked, ::testing::ElementsAre(5, 9));
+    EXPECT_TRUE(options.Interactive);
+    EXPECT_EQ(options.Seconds, 1.5);
+    EXPECT_FALSE(options.Help);
+    EXPECT_FALSE(options.Version);
 }
 
 TEST(Options, AreModestWhenNoneIsGiven) {
     const Options options = ParseOptions({});
-    EXPECT_TRUE(options.paced);
-    EXPECT_FALSE(options.trace);
-    EXPECT_FALSE(options.interactive);
-    EXPECT_EQ(options.seconds, std::nullopt);
+    EXPECT_TRUE(options.Paced);
+    EXPECT_FALSE(options.Trace);
+    EXPECT_FALSE(options.Interactive);
+    EXPECT_EQ(options.Seconds, std::nullopt);
     EXPECT_EQ(BuildRack(options).Ids(), std::vector<int>{1});
 }
 
 TEST(Options, KeepALabelWithAnEqualsSignWhole) {
-    EXPECT_EQ(ParseOptions({"--device", "5=a=b"}).devices.at(0).second, "a=b");
-    EXPECT_EQ(ParseOptions({"--device=5=a=b"}).devices.at(0).second, "a=b");
+    EXPECT_EQ(ParseOptions({"--device", "5=a=b"}).Devices.at(0).second, "a=b");
+    EXPECT_EQ(ParseOptions({"--device=5=a=b"}).Devices.at(0).second, "a=b");
 }
 
 TEST(Options, BadOnesAreRefusedInOneLine) {
@@ -81,8 +81,9 @@ TEST(DemoRack, IsBuiltAsTold) {
     EXPECT_EQ(rack.At(5).Password(), "abc   ");
     EXPECT_FALSE(rack.At(5).Locked());
     EXPECT_TRUE(rack.At(9).Locked());
-    for (int position = 0; position < 9; ++position)
+    for (int position = 0; position < 9; ++position) {
         EXPECT_EQ(rack.At(5).PresetUsed(position), position == 0 || position == 1 || position == 4);
+    }
     EXPECT_EQ(rack.At(5).PresetName(4), "2-way + sub     ");
     EXPECT_EQ(rack.At(5).Preset(1)[143], 50);
     EXPECT_EQ(rack.At(5).Preset(4)[187], 'S');
@@ -90,7 +91,7 @@ TEST(DemoRack, IsBuiltAsTold) {
 }
 
 TEST(DemoRack, TakesItsDevicesFromTheStateFile) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     const std::string state = (folder / "rack").string();
     EXPECT_EQ(BuildRack(ParseOptions({"--state", state})).Ids(), std::vector<int>{1});
     Rack saved;
@@ -102,7 +103,7 @@ TEST(DemoRack, TakesItsDevicesFromTheStateFile) {
     EXPECT_EQ(rack.At(3).Memory(300), 42);
     EXPECT_EQ(BuildRack(ParseOptions({"--state", state})).Ids(), std::vector<int>{3});
     EXPECT_EQ(BuildRack(ParseOptions({"--state", state, "--device", "3=New"})).At(3).Label(), "New             ");
-    WriteText(state, "nonsense");
+    folder.WriteText("rack", "nonsense");
     EXPECT_THROW(BuildRack(ParseOptions({"--state", state})), StateError);
 }
 

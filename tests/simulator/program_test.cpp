@@ -1,4 +1,4 @@
-#include "temporary_folder.h"
+#include "support/test_folder.h"
 #include "terminal.h"
 
 #include <array>
@@ -13,8 +13,8 @@ namespace nrv::simulator {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::HasSubstr;
-using testing::StartsWith;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
 
 /// The built program as a child process, with its three streams in our hands.
 class Program {
@@ -24,12 +24,14 @@ class Program {
         std::array<int, 2> out{};
         std::array<int, 2> error{};
         if (::pipe2(in.data(), O_CLOEXEC) != 0 || ::pipe2(out.data(), O_CLOEXEC) != 0 ||
-            ::pipe2(error.data(), O_CLOEXEC) != 0)
+            ::pipe2(error.data(), O_CLOEXEC) != 0) {
             throw std::runtime_error("no pipe");
+        }
         std::string program = NRV718_RACK_PROGRAM;
         std::vector<char*> words{program.data()};
-        for (std::string& argument : arguments)
+        for (std::string& argument : arguments) {
             words.push_back(argument.data());
+        }
         words.push_back(nullptr);
         child_ = ::fork();
         if (child_ == 0) {
@@ -56,8 +58,9 @@ class Program {
     Program& operator=(const Program&) = delete;
 
     void Type(const std::string& text) {
-        if (::write(in_.Get(), text.data(), text.size()) < 0)
+        if (::write(in_.Get(), text.data(), text.size()) < 0) {
             throw std::runtime_error("cannot write");
+        }
     }
     void Signal(int signal) const { ::kill(child_, signal); }
 
@@ -72,8 +75,9 @@ class Program {
             pollfd wait{out_.Get(), POLLIN, 0};
             std::array<char, 4096> buffer;
             const ssize_t size = ::poll(&wait, 1, 10000) > 0 ? ::read(out_.Get(), buffer.data(), buffer.size()) : 0;
-            if (size <= 0)
+            if (size <= 0) {
                 return {};
+            }
             text_.append(buffer.data(), static_cast<std::size_t>(size));
         }
     }
@@ -81,8 +85,9 @@ class Program {
     std::string Error() const {
         std::array<char, 4096> buffer;
         std::string text;
-        for (ssize_t size = 0; (size = ::read(error_.Get(), buffer.data(), buffer.size())) > 0;)
+        for (ssize_t size = 0; (size = ::read(error_.Get(), buffer.data(), buffer.size())) > 0;) {
             text.append(buffer.data(), static_cast<std::size_t>(size));
+        }
         return text;
     }
 
@@ -107,7 +112,7 @@ TEST(Program, PrintsHelpAndVersion) {
     EXPECT_EQ(help.Line(), "Usage: nrv718-rack [option]...");
     EXPECT_EQ(help.Status(), 0);
     Program version({"--version"});
-    EXPECT_THAT(version.Line(), testing::MatchesRegex("nrv718-rack [0-9]+\\.[0-9]+\\.[0-9]+"));
+    EXPECT_THAT(version.Line(), ::testing::MatchesRegex("nrv718-rack [0-9]+\\.[0-9]+\\.[0-9]+"));
     EXPECT_EQ(version.Status(), 0);
 }
 
@@ -122,7 +127,7 @@ TEST(Program, RefusesABadOptionWithStatusTwo) {
 
 TEST(Program, AnswersThroughItsLinkAndEndsCleanly) {
     for (int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        const TemporaryFolder folder;
+        const testing::TestFolder folder;
         const std::string link = (folder / "com1").string();
         Program program({"--ids", "1,5", "--link", link});
         const std::string ready = program.Line();
@@ -139,7 +144,7 @@ TEST(Program, AnswersThroughItsLinkAndEndsCleanly) {
 }
 
 TEST(Program, KeepsItsStateFromRunToRun) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     const std::string link = (folder / "com1").string();
     const std::string state = (folder / "rack").string();
     for (int run = 0; run < 2; ++run) {
@@ -154,26 +159,26 @@ TEST(Program, KeepsItsStateFromRunToRun) {
 }
 
 TEST(Program, LeavesADamagedStateAlone) {
-    const TemporaryFolder folder;
-    WriteText(folder / "rack", "nonsense");
+    const testing::TestFolder folder;
+    folder.WriteText("rack", "nonsense");
     Program program({"--state", (folder / "rack").string()});
     EXPECT_EQ(program.Error(),
               "nrv718-rack: state file " + (folder / "rack").string() + ": it is too short to be a rack's state\n");
     EXPECT_EQ(program.Status(), 1);
-    EXPECT_EQ(ReadText(folder / "rack"), "nonsense");
+    EXPECT_EQ(folder.ReadText("rack"), "nonsense");
 }
 
 TEST(Program, NeverReplacesARealFileByItsLink) {
-    const TemporaryFolder folder;
-    WriteText(folder / "com1", "precious");
+    const testing::TestFolder folder;
+    folder.WriteText("com1", "precious");
     Program program({"--link", (folder / "com1").string()});
     EXPECT_THAT(program.Error(), HasSubstr("is there already and is no link"));
     EXPECT_EQ(program.Status(), 1);
-    EXPECT_EQ(ReadText(folder / "com1"), "precious");
+    EXPECT_EQ(folder.ReadText("com1"), "precious");
 }
 
 TEST(Program, TakesOrdersAndTraces) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     const std::string link = (folder / "com1").string();
     Program program({"--ids", "5", "--link", link, "--trace", "--interactive", "--unpaced"});
     ASSERT_NE(program.Line(), "");

@@ -54,8 +54,9 @@ TEST(Rack, MetersFollowTheInjectedClock) {
 
 TEST(Rack, HoldsEachIdOnce) {
     Rack rack;
-    for (int id = 0; id <= 32; ++id)
+    for (int id = 0; id <= 32; ++id) {
         rack.Add(id);
+    }
     EXPECT_EQ(rack.Ids().size(), 33U);
     EXPECT_THROW(rack.Add(5), std::invalid_argument);
     EXPECT_THROW(rack.Add(33), std::invalid_argument);

@@ -1,5 +1,5 @@
 #include "simulator/state_file.h"
-#include "temporary_folder.h"
+#include "support/test_folder.h"
 #include "terminal.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@ Rack SampleRack() {
     Device& device = rack.Add(32, "Last");
     device.PutPreset(7, "Club", FactoryPreset());
     device.SetPassword("secret");
-    device.SetMemory(kMemorySize - 1, 0xA5);
+    device.SetMemory(MemorySize - 1, 0xA5);
     device.SetBulkUpdating(true);
     rack.Handle(Request(32, {1, 7, 0, 0, 0, 0, 0, 0, 99}));
     return rack;
@@ -31,7 +31,7 @@ std::string Problem(const Bytes& bytes) {
 }
 
 TEST(StateFile, BringsBackTheWholeRack) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     SaveState(SampleRack(), folder / "rack");
     Rack rack;
     rack.Add(3);
@@ -46,7 +46,7 @@ TEST(StateFile, BringsBackTheWholeRack) {
     EXPECT_EQ(device.Password(), "secret");
     EXPECT_EQ(device.PresetName(7), "Club            ");
     EXPECT_EQ(device.Preset(7), FactoryPreset());
-    EXPECT_EQ(device.Memory(kMemorySize - 1), 0xA5);
+    EXPECT_EQ(device.Memory(MemorySize - 1), 0xA5);
     EXPECT_EQ(EncodeState(rack), EncodeState(SampleRack()));
 }
 
@@ -69,8 +69,9 @@ TEST(StateFile, EmptyRackEndsWithItsChecksum) {
 
 TEST(StateFile, RefusesEveryTruncation) {
     const Bytes whole = EncodeState(SampleRack());
-    for (std::size_t size = 0; size < whole.size(); ++size)
+    for (std::size_t size = 0; size < whole.size(); ++size) {
         ASSERT_NE(Problem({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)}), "") << size;
+    }
     Bytes longer = whole;
     longer.push_back(0);
     EXPECT_NE(Problem(longer), "");
@@ -79,8 +80,9 @@ TEST(StateFile, RefusesEveryTruncation) {
 TEST(StateFile, RefusesEveryFlippedByteOfHeaderAndChecksumAndSamplesBetween) {
     const Bytes whole = EncodeState(SampleRack());
     for (std::size_t at = 0; at < whole.size(); ++at) {
-        if (at >= 24 && at + 4 < whole.size() && at % 97 != 0)
+        if (at >= 24 && at + 4 < whole.size() && at % 97 != 0) {
             continue;
+        }
         Bytes bad = whole;
         bad[at] ^= 0x10;
         ASSERT_NE(Problem(bad), "") << at;
@@ -104,8 +106,8 @@ TEST(StateFile, SaysWhatIsWrong) {
 }
 
 TEST(StateFile, DamagedFileLeavesTheRackAsItWas) {
-    const TemporaryFolder folder;
-    WriteText(folder / "bad", "NRV718-RACK 0001 and then nonsense");
+    const testing::TestFolder folder;
+    folder.WriteText("bad", "NRV718-RACK 0001 and then nonsense");
     Rack rack = SampleRack();
     const Bytes before = EncodeState(rack);
     for (const char* name : {"bad", "missing", "."}) {
@@ -120,20 +122,20 @@ TEST(StateFile, DamagedFileLeavesTheRackAsItWas) {
 }
 
 TEST(StateFile, SavingReplacesTheOldFileAndLeavesNothingBeside) {
-    const TemporaryFolder folder;
-    WriteText(folder / "rack", "old");
+    const testing::TestFolder folder;
+    folder.WriteText("rack", "old");
     SaveState(SampleRack(), folder / "rack");
     EXPECT_EQ(folder.Entries(), 1U);
-    EXPECT_EQ(ReadText(folder / "rack").substr(0, 11), "NRV718-RACK");
+    EXPECT_EQ(folder.ReadText("rack").substr(0, 11), "NRV718-RACK");
 }
 
 TEST(StateFile, FailedSaveLeavesWhatIsThere) {
-    const TemporaryFolder folder;
+    const testing::TestFolder folder;
     EXPECT_THROW(SaveState(SampleRack(), folder.Path() / "none" / "rack"), StateError);
     std::filesystem::create_directory(folder / "rack");
-    WriteText(folder.Path() / "rack" / "inside", "kept");
+    folder.WriteText("rack/inside", "kept");
     EXPECT_THROW(SaveState(SampleRack(), folder / "rack"), StateError);
-    EXPECT_EQ(ReadText(folder.Path() / "rack" / "inside"), "kept");
+    EXPECT_EQ(folder.ReadText("rack/inside"), "kept");
     EXPECT_EQ(folder.Entries(), 1U);
 }
 

@@ -1,4 +1,3 @@
-/// The far end of the line, as the remote control has it.
 #pragma once
 
 #include "simulator/descriptor.h"
@@ -22,23 +21,27 @@ using std::chrono::milliseconds;
 inline Frame Request(int id, std::initializer_list<int> payload) {
     Frame frame{0xF0, 0xC3, static_cast<Byte>(id)};
     std::size_t at = 3;
-    for (int value : payload)
+    for (int value : payload) {
         frame[at++] = static_cast<Byte>(value);
+    }
     frame[12] = 0xF7;
     return frame;
 }
 
+/// The far end of the line, as the remote control has it.
 class Terminal {
   public:
     explicit Terminal(const std::string& path) : file_(::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)) {
-        if (file_.Get() < 0)
+        if (file_.Get() < 0) {
             throw std::runtime_error("cannot open " + path);
+        }
     }
 
     template <typename Container>
     void Send(const Container& bytes) {
-        if (::write(file_.Get(), bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size()))
+        if (::write(file_.Get(), bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) {
             throw std::runtime_error("cannot write");
+        }
     }
 
     /// Reads until `size` bytes are there or `limit` has passed.
@@ -48,12 +51,14 @@ class Terminal {
         while (bytes.size() < size) {
             const auto left = std::chrono::duration_cast<milliseconds>(end - std::chrono::steady_clock::now());
             pollfd wait{file_.Get(), POLLIN, 0};
-            if (left.count() < 0 || ::poll(&wait, 1, static_cast<int>(left.count()) + 1) <= 0)
+            if (left.count() < 0 || ::poll(&wait, 1, static_cast<int>(left.count()) + 1) <= 0) {
                 break;
+            }
             Bytes part(size - bytes.size());
             const ssize_t count = ::read(file_.Get(), part.data(), part.size());
-            if (count <= 0)
+            if (count <= 0) {
                 break;
+            }
             bytes.insert(bytes.end(), part.begin(), part.begin() + count);
         }
         return bytes;

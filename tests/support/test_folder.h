@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -30,6 +31,11 @@ class TestFolder {
     TestFolder& operator=(const TestFolder&) = delete;
 
     const std::filesystem::path& Path() const { return path_; }
+    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
+    std::size_t Entries() const {
+        return static_cast<std::size_t>(
+            std::distance(std::filesystem::directory_iterator(path_), std::filesystem::directory_iterator()));
+    }
 
     void Write(const std::string& name, const std::vector<std::uint8_t>& bytes) const {
         std::ofstream stream(path_ / name, std::ios::binary | std::ios::trunc);
@@ -38,6 +44,11 @@ class TestFolder {
     std::vector<std::uint8_t> Read(const std::string& name) const {
         std::ifstream stream(path_ / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    }
+    void WriteText(const std::string& name, const std::string& text) const { Write(name, {text.begin(), text.end()}); }
+    std::string ReadText(const std::string& name) const {
+        const std::vector<std::uint8_t> bytes = Read(name);
+        return {bytes.begin(), bytes.end()};
     }
     bool Has(const std::string& name) const { return std::filesystem::exists(path_ / name); }
 

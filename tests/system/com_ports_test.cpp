@@ -1,4 +1,5 @@
 #include "pseudo_terminal.h"
+#include "support/test_folder.h"
 #include "ui/platform/com_ports.h"
 
 #include <filesystem>
@@ -67,7 +68,7 @@ TEST(ComPorts, TheDescriptionTellsWhatIsPluggedIn) {
 }
 
 TEST(ComPorts, AFileOfTheFolderGoesBeforeThePortsOfTheMachine) {
-    const test::TemporaryFolder folder;
+    const nrv::testing::TestFolder folder;
     const test::PseudoTerminal line;
     std::filesystem::create_symlink(line.Device(), folder.Path() / "com1");
     const ComPortNames names(Text(folder.Path()), [] { return std::vector<PortInfo>{Port("ttyUSB0", true)}; });
@@ -79,7 +80,7 @@ TEST(ComPorts, AFileOfTheFolderGoesBeforeThePortsOfTheMachine) {
 }
 
 TEST(ComPorts, ALinkThroughALinkIsFollowedToTheDevice) {
-    const test::TemporaryFolder folder;
+    const nrv::testing::TestFolder folder;
     const test::PseudoTerminal line;
     std::filesystem::create_symlink(line.Device(), folder.Path() / "rack");
     std::filesystem::create_symlink("rack", folder.Path() / "com2");
@@ -87,7 +88,7 @@ TEST(ComPorts, ALinkThroughALinkIsFollowedToTheDevice) {
 }
 
 TEST(ComPorts, ALinkThatLeadsNowhereIsPassedOver) {
-    const test::TemporaryFolder folder;
+    const nrv::testing::TestFolder folder;
     const test::PseudoTerminal line;
     std::filesystem::create_symlink("/dev/pts/no-such-terminal", folder.Path() / "com1");
     std::filesystem::create_symlink("com1", folder.Path() / "com2");
@@ -107,7 +108,7 @@ TEST(ComPorts, ALinkThatLeadsNowhereIsPassedOver) {
 }
 
 TEST(ComPorts, APortThatIsNotThereAnyMoreIsRefusedWithItsName) {
-    const test::TemporaryFolder folder;
+    const nrv::testing::TestFolder folder;
     const ComPortNames names(Text(folder.Path()), [] { return std::vector<PortInfo>{Port("ttyUSB99", true)}; });
     const ComPort port = names.Find(1);
     EXPECT_EQ(port.Refusal, QStringLiteral("COM 1 (/dev/ttyUSB99) is not there."));
@@ -115,7 +116,7 @@ TEST(ComPorts, APortThatIsNotThereAnyMoreIsRefusedWithItsName) {
 }
 
 TEST(ComPorts, ANumberKeepsItsDeviceWhenAnotherAdapterIsPluggedIn) {
-    const test::TemporaryFolder folder;
+    const nrv::testing::TestFolder folder;
     std::vector<PortInfo> plugged = {Port("ttyUSB1", true)};
     const ComPortNames names(Text(folder.Path()), [&plugged] { return plugged; });
     const QString first = names.Find(1).Device;
@@ -128,7 +129,7 @@ TEST(ComPorts, ANumberKeepsItsDeviceWhenAnotherAdapterIsPluggedIn) {
 }
 
 TEST(ComPorts, EveryEntryOfThePortListHasAToolTip) {
-    const test::TemporaryFolder folder;
+    const nrv::testing::TestFolder folder;
     const ComPortNames names(Text(folder.Path()), [] {
         PortInfo port = Port("ttyUSB99", true);
         port.Description = QStringLiteral("B\u00FCro \u2192 Rack");
@@ -145,7 +146,7 @@ TEST(ComPorts, EveryEntryOfThePortListHasAToolTip) {
 }
 
 TEST(ComPorts, AFileIsNoSerialPort) {
-    const test::TemporaryFolder folder;
+    const nrv::testing::TestFolder folder;
     const auto file = folder.Path() / "com1";
     std::ofstream(file) << "text";
     EXPECT_EQ(RefusalOf(Text(file)), QStringLiteral("is no serial port."));

@@ -71,7 +71,7 @@ class LinkOnLine : public ::testing::Test {
 
     nrv::testing::TestFolder folder_;
     std::unique_ptr<simulator::Line> line_ =
-        std::make_unique<simulator::Line>(TwoDevices(), simulator::LineOptions{.paced = false, .trace = {}});
+        std::make_unique<simulator::Line>(TwoDevices(), simulator::LineOptions{.Paced = false, .Trace = {}});
     ui::ComPortNames names_{QString::fromStdString(folder_.Path().string()),
                             [] { return std::vector<ui::PortInfo>{}; }};
     ui::QtSerialPort port_{names_};

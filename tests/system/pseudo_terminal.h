@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <poll.h>
 #include <stdexcept>
 #include <string>
@@ -12,29 +11,6 @@
 #include <vector>
 
 namespace nrv::test {
-
-/// A folder that goes with its owner.
-class TemporaryFolder {
-  public:
-    TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "nrv718-XXXXXX").string();
-        if (::mkdtemp(name.data()) == nullptr) {
-            throw std::runtime_error("no temporary folder");
-        }
-        path_ = name;
-    }
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::filesystem::path& Path() const { return path_; }
-
-  private:
-    std::filesystem::path path_;
-};
 
 /// The far end of a line: what a device would hold in its hand.
 class PseudoTerminal {

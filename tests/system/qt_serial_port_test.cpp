@@ -1,5 +1,6 @@
 #include "ports/runtime_error.h"
 #include "pseudo_terminal.h"
+#include "support/test_folder.h"
 #include "ui/platform/qt_serial_port.h"
 
 #include <QCoreApplication>
@@ -77,7 +78,7 @@ class QtSerialPortTest : public ::testing::Test {
         }
     }
 
-    test::TemporaryFolder folder_;
+    nrv::testing::TestFolder folder_;
     test::PseudoTerminal line_;
     ComPortNames names_;
     QtSerialPort port_{names_};
@@ -153,7 +154,7 @@ TEST_F(QtSerialPortTest, APortInUseIsRefusedAndOpensWhenItIsFree) {
 }
 
 TEST_F(QtSerialPortTest, TwoLinksOfOneNameToTwoTerminalsDoNotGetInEachOthersWay) {
-    const test::TemporaryFolder other_folder;
+    const nrv::testing::TestFolder other_folder;
     const test::PseudoTerminal other_line;
     std::filesystem::create_symlink(other_line.Device(), other_folder.Path() / "com1");
     const ComPortNames other_names(QString::fromStdString(other_folder.Path().string()));

@@ -106,6 +106,43 @@ class ControlWindowInputTest : public test::ControlWindowFixture {
         QCOMPARE(form_->Slider1[0].Position(), 65);
     }
 
+    void AHeldPressRepeatsUntilItIsLetGo_data() {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("groove") << QStringLiteral("Slider2(3)");
+        QTest::newRow("arrows") << QStringLiteral("UpDown3(3)");
+    }
+    void AHeldPressRepeatsUntilItIsLetGo() {
+        QFETCH(const QString, name);
+        auto* widget = view_->findChild<QWidget*>(name);
+        const QPoint low(widget->width() / 2, widget->height() - 9);
+        int steps = 0;
+        bool lose_the_mouse = false;
+        const auto step = [&] {
+            ++steps;
+            if (lose_the_mouse) {
+                QEvent lost(QEvent::UngrabMouse);
+                QApplication::sendEvent(widget, &lost);
+            }
+        };
+        form_->Slider2[3].SetPosition(0);
+        form_->UpDown3[3].SetPosition(40);
+        form_->Slider2[3].Moved = step;
+        form_->UpDown3[3].Changed = step;
+        QTest::mousePress(widget, Qt::LeftButton, {}, low);
+        QCOMPARE(steps, 1);
+        QTRY_VERIFY(steps >= 3);
+        QTest::mouseRelease(widget, Qt::LeftButton, {}, low);
+        const int after = steps;
+        QTest::qWait(450);
+        QCOMPARE(steps, after);
+        // A press that its own step ends does not repeat.
+        lose_the_mouse = true;
+        QTest::mousePress(widget, Qt::LeftButton, {}, low);
+        QTest::qWait(450);
+        QCOMPARE(steps, after + 1);
+        QTest::mouseRelease(widget, Qt::LeftButton, {}, low);
+    }
+
     void AWheelChangesNothingWithoutTheKeyboard_data() {
         QTest::addColumn<QString>("name");
         QTest::addColumn<int>("tab");

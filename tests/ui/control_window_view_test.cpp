@@ -21,6 +21,8 @@
 #include <QPainter>
 #include <QTabBar>
 #include <QTest>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
 #include <QTimer>
 #include <QToolButton>
 
@@ -318,6 +320,52 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
     void ASourceWithoutACaptionReadsItsToolTip() {
         form_->Label200[1].SetToolTip("In A+B");
         QCOMPARE(Find<ui::Block>("Label200(1)")->Shown(), QStringLiteral("In A+B"));
+    }
+
+    void AnEmptyChannelNameShowsEmpty() {
+        form_->Label300[2].SetToolTip("Unmute");
+        form_->Label300[2].SetCaption("");
+        QCOMPARE(Find<ui::Block>("Label300(2)")->Shown(), QString());
+    }
+
+    void ATabsCaptionIsNoKeyToPress() {
+        auto* strip = Find<ui::TabStrip>("SSTab1");
+        form_->SSTab1.SetTabCaption(2, "R&B");
+        QCOMPARE(strip->Caption(2), QStringLiteral("R&B"));
+        QTest::keyClick(view_.get(), Qt::Key_B, Qt::AltModifier);
+        QCOMPARE(strip->currentIndex(), 0);
+        QCOMPARE(form_->SSTab1.Tab(), 0);
+    }
+
+    void ToolTipsAreShownLiterally() {
+        const auto* block = Find<ui::Block>("Label100(0)");
+        auto* list = Find<ui::ListBox>("Combo4");
+        for (const char* const text : {"\"com1\" & co", "&quot;", "5 > 3"}) {
+            form_->Label100[0].SetToolTip(text);
+            QCOMPARE(block->toolTip(), QLatin1String(text));
+            QVERIFY(!Qt::mightBeRichText(block->toolTip()));
+        }
+        for (const char* const text : {"<b>", "<b>two  blanks</b> & \"more\"", "&lt;"}) {
+            form_->Label100[0].SetToolTip(text);
+            form_->Combo4.SetItemToolTips({text});
+            for (const QString& tip : {block->toolTip(), list->itemData(0, Qt::ToolTipRole).toString()}) {
+                QVERIFY(Qt::mightBeRichText(tip));
+                QCOMPARE(QTextDocumentFragment::fromHtml(tip).toPlainText(), QLatin1String(text));
+            }
+        }
+    }
+
+    void ArrowsHaveTheirCaptionsFromTheRecord() {
+        controls::FrmCtrl form;
+        form.UpDown1[3].SetCaption("Micro");
+        const ui::ControlWindowView view(form, Entry());
+        QStringList captions;
+        for (const QLabel* label : view.findChildren<QLabel*>()) {
+            captions << label->text();
+        }
+        QCOMPARE(captions.count(QStringLiteral("Adj")), 16);
+        QCOMPARE(captions.count(QStringLiteral("Fine")), 15);
+        QCOMPARE(captions.count(QStringLiteral("Micro")), 1);
     }
 
     void ACaptionOfAnyBytesIsKeptAndEveryByteIsSeen() {

@@ -101,7 +101,7 @@ inline QString Difference(const std::vector<simulator::Frame>& seen, const std::
 /// The first byte in which two images differ over what a device keeps, empty when there is none.
 template <class Seen, class Expected>
 QString ImageDifference(const Seen& seen, const Expected& expected) {
-    for (std::size_t n = 0; n < simulator::kPresetSize; ++n) {
+    for (std::size_t n = 0; n < simulator::PresetSize; ++n) {
         if (seen[n] != expected[n]) {
             return QStringLiteral("byte %1 is %2 and not %3").arg(n).arg(int(seen[n])).arg(int(expected[n]));
         }
@@ -147,7 +147,7 @@ class RackDesk {
 
     void PlugIn(simulator::Rack rack, Pace pace = Pace::AtOnce) {
         line_ = std::make_unique<simulator::Line>(
-            std::move(rack), simulator::LineOptions{.paced = pace == Pace::OfTheWire, .trace = {}});
+            std::move(rack), simulator::LineOptions{.Paced = pace == Pace::OfTheWire, .Trace = {}});
         line_->LinkAs(folder_.Path() / "com1");
         line_->Start();
     }
@@ -257,7 +257,7 @@ inline simulator::PresetBody RandomPreset(unsigned seed) {
 /// A device whose live image and mute byte agree, as after a preset that was loaded.
 inline void Furnish(simulator::Device& device, const simulator::PresetBody& body) {
     device.SetLiveImage(body);
-    device.SetMemory(simulator::kMuteBitsAt, body[simulator::kPresetMutesAt]);
+    device.SetMemory(simulator::MuteBitsAddress, body[simulator::PresetMutesOffset]);
 }
 
 } // namespace nrv::test

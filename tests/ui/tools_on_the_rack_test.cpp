@@ -72,9 +72,9 @@ simulator::Rack TwoDevices() {
     SetApart(apart, 2, 5);
     simulator::Rack rack;
     Furnish(rack.Add(Id, "Left top        "), apart);
-    rack.At(Id).SetMemory(simulator::kOptionBitsAt, MutesWithPreset);
+    rack.At(Id).SetMemory(simulator::OptionBitsAddress, MutesWithPreset);
     Furnish(rack.Add(OtherId, "Right top       "), RandomPreset(2));
-    rack.At(OtherId).SetMemory(simulator::kOptionBitsAt, PlainOptions);
+    rack.At(OtherId).SetMemory(simulator::OptionBitsAddress, PlainOptions);
     rack.At(OtherId).PutPreset(4, "Filled elsewhere", RandomPreset(3));
     return rack;
 }

@@ -11,11 +11,22 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QSignalBlocker>
+#include <QTextDocument>
 #include <QTimer>
 
 namespace nrv::ui {
 
 using controls::Aspect;
+
+namespace {
+
+/// A tool tip has no format of its own to be told: what the toolkit would take for markup is marked up to be literal.
+QString ToolTipText(const std::string& bytes) {
+    const QString text = FromBytes(bytes);
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpacePre) : text;
+}
+
+} // namespace
 
 bool ShowCommon(const controls::Control& control, QWidget& widget, Aspect aspect) {
     switch (aspect) {
@@ -26,7 +37,7 @@ bool ShowCommon(const controls::Control& control, QWidget& widget, Aspect aspect
         widget.setEnabled(control.Enabled());
         return true;
     case Aspect::ToolTip:
-        widget.setToolTip(FromBytes(control.ToolTip()).toHtmlEscaped());
+        widget.setToolTip(ToolTipText(control.ToolTip()));
         return true;
     case Aspect::Repaint:
         widget.repaint();
@@ -90,7 +101,7 @@ void Bind(controls::List& list, QComboBox& widget, const controls::EventEntry& e
             widget.addItem(FromBytes(item));
         }
         for (std::size_t i = 0; i < list.ItemToolTips().size(); ++i) {
-            widget.setItemData(static_cast<int>(i), FromBytes(list.ItemToolTips()[i]).toHtmlEscaped(), Qt::ToolTipRole);
+            widget.setItemData(static_cast<int>(i), ToolTipText(list.ItemToolTips()[i]), Qt::ToolTipRole);
         }
         widget.setCurrentIndex(list.Shown());
     };

@@ -100,6 +100,9 @@ void ControlBinder::operator()(std::string_view name, int index, controls::UpDow
     if (auto* arrows = WidgetOf<UpDownArrows>(name, index)) {
         Follow(up_down, *arrows, NothingMore);
         arrows->setAccessibleName(FromBytes(up_down.Caption()));
+        if (QLabel* const caption = widgets_.CaptionOf(name, index)) {
+            caption->setText(FromBytes(up_down.Caption()));
+        }
         QObject::connect(arrows, &UpDownArrows::Stepped, arrows,
                          [entry = entry_, &up_down](int steps) { entry.Run([&] { up_down.UserStep(steps); }); });
     }

@@ -93,7 +93,7 @@ void ControlWindowView::BindTabs() {
     controls::TabControl& control = form_.SSTab1;
     const auto show_captions = [this, &control] {
         for (int tab = 0; tab < tabs_->count() && At(tab) < control.TabCaptions().size(); ++tab) {
-            tabs_->setTabText(tab, FromBytes(control.TabCaptions()[At(tab)]));
+            tabs_->SetCaption(tab, FromBytes(control.TabCaptions()[At(tab)]));
         }
     };
     ShowAllCommon(control, *tabs_);

@@ -82,7 +82,7 @@ class Diagram {
         const int name_middle = middle - 44;
         AddChannel(input, Around(InputChainLeft, name_middle, ChannelWidth),
                    QPoint(SocketLeft + (SocketWidth - PictureSize) / 2, name_middle - PictureSize / 2));
-        builder_.Add<Block>(drawing_, "Label400", input, Around(SocketLeft, middle, SocketWidth), Block::Kind::Shaded);
+        builder_.Add<Block>(drawing_, "Label400", input, Around(SocketLeft, middle, SocketWidth), Block::Kind::Socket);
         // In the order of the signal: master, gate, equaliser, gain, delay, phase.
         const int first = 5 * input;
         const std::array<int, 6> chain = {
@@ -97,7 +97,7 @@ class Diagram {
 
     void AddOutput(int output) {
         const int middle = RowMiddle(output);
-        builder_.Add<Block>(drawing_, "Label200", output, Around(SourceLeft, middle, SourceWidth), Block::Kind::Shaded);
+        builder_.Add<Block>(drawing_, "Label200", output, Around(SourceLeft, middle, SourceWidth), Block::Kind::Source);
         int x = OutputChainLeft;
         for (int stage = 0; stage < 5; ++stage) {
             builder_.Add<Block>(drawing_, "Label100", 10 + 5 * output + stage, Around(x, middle, OutputBlockWidth),

@@ -15,6 +15,10 @@ void PageBuilder::Enter(QWidget& widget, std::string_view name, int index) {
     widgets_.insert(object_name, &widget);
 }
 
+void PageBuilder::AddCaption(QWidget& parent, std::string_view name, int index, const QRect& place) {
+    captions_.insert(ControlName(name, index), &AddText(parent, place, {}, TextRole::Caption));
+}
+
 QLabel& PageBuilder::AddText(QWidget& parent, const QRect& place, const QString& text, TextRole role,
                              Qt::Alignment alignment) {
     auto* label = new QLabel(&parent);

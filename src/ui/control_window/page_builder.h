@@ -33,6 +33,11 @@ class PageBuilder {
     QLabel& AddText(QWidget& parent, const QRect& place, const QString& text, TextRole role,
                     Qt::Alignment alignment = Qt::AlignCenter);
 
+    /// Where the caption of a control stands that shows none itself.
+    void AddCaption(QWidget& parent, std::string_view name, int index, const QRect& place);
+    /// That text; null for a control that has none.
+    QLabel* CaptionOf(std::string_view name, int index) const { return captions_.value(ControlName(name, index)); }
+
     /// Gives a widget its control's name.
     void Enter(QWidget& widget, std::string_view name, int index);
     /// The widget of a control; null for a control that has none.
@@ -40,6 +45,7 @@ class PageBuilder {
 
   private:
     QHash<QString, QWidget*> widgets_;
+    QHash<QString, QLabel*> captions_;
 };
 
 } // namespace nrv::ui

@@ -13,14 +13,14 @@ void FillDelayStrip(PageBuilder& builder, Panel& panel, int index, QPoint field,
     constexpr QSize label_size(32, 13);
     constexpr QSize arrows_size(18, 24);
     builder.Add<TextField>(panel, "Text2", index, QRect(field, field_size));
-    const auto arrows = [&](std::string_view name, const QString& caption, QPoint place) {
-        builder.AddText(panel, QRect(place, label_size), caption, TextRole::Caption);
+    const auto arrows = [&](std::string_view name, QPoint place) {
+        builder.AddCaption(panel, name, index, QRect(place, label_size));
         const QPoint below(place.x() + (label_size.width() - arrows_size.width()) / 2,
                            place.y() + label_size.height() + 1);
         builder.Add<UpDownArrows>(panel, name, index, QRect(below, arrows_size));
     };
-    arrows("UpDown2", QStringLiteral("Adj"), adjust);
-    arrows("UpDown1", QStringLiteral("Fine"), fine);
+    arrows("UpDown2", adjust);
+    arrows("UpDown1", fine);
 }
 
 void AddPhase(PageBuilder& builder, Panel& panel, int index, QPoint place) {

@@ -31,7 +31,7 @@ constexpr int CascadeStep = 26; ///< pixels, so that the title of the window beh
 
 QtWindowHost::QtWindowHost(WindowRecords records, controls::EventBoundary& boundary, ControlWindowFactory factory)
     : records_(records), boundary_(boundary), factory_(std::move(factory)) {
-    // A message box or the connection dialog may be the last window for a moment while the program starts.
+    // A message box stands alone before the splash window comes: closing it must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
     boundary_.Current().Watch.Over = [this] { OperationOver(); };
     // Made now and shown later: its port timer is wanted before it is on the screen.

@@ -22,7 +22,7 @@ void Block::SetCaption(const QString& caption) {
 }
 
 QString Block::Shown() const {
-    return text().isEmpty() ? toolTip() : text();
+    return kind_ == Kind::Source ? toolTip() : text();
 }
 
 bool Block::event(QEvent* event) {
@@ -43,7 +43,8 @@ void Block::keyPressEvent(QKeyEvent* event) {
 void Block::paintEvent(QPaintEvent*) {
     const Theme& theme = CurrentTheme();
     QPainter painter(this);
-    QColor fill = kind_ == Kind::Shaded ? theme.Unlit : theme.Dark ? theme.Window : theme.Field;
+    const bool shaded = kind_ == Kind::Socket || kind_ == Kind::Source;
+    QColor fill = shaded ? theme.Unlit : theme.Dark ? theme.Window : theme.Field;
     if (isDown()) {
         fill = Mixed(fill, theme.Focus, 0.25);
     } else if (underMouse()) {

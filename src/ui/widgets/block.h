@@ -11,14 +11,15 @@ class Block : public QAbstractButton {
   public:
     enum class Kind {
         Stage,  ///< a stage of a channel's chain
-        Shaded, ///< a socket or a source
+        Socket, ///< an input's socket
+        Source, ///< what feeds an output; it reads its tool tip, as its control has no caption
         Channel ///< a channel, with a border of its colour
     };
     Block(QWidget* parent, Kind kind, const QColor& colour = {});
 
     /// Any text; none of its characters becomes a key to press.
     void SetCaption(const QString& caption);
-    /// What it reads; without a caption it reads its tool tip.
+    /// What it reads.
     QString Shown() const;
     QSize sizeHint() const override { return {44, 26}; }
 

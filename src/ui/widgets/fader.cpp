@@ -21,14 +21,14 @@ constexpr double EndMargin = 7.0; // from the widget's edge to the cap's middle 
 constexpr double TickGap = 3.5;   // from the groove's middle to a tick
 constexpr double TickLength = 3.5;
 constexpr double ZeroTickLength = 7.0;
-constexpr int RepeatDelay = 350;   // ms
-constexpr int RepeatInterval = 90; // ms
+constexpr int RepeatMilliseconds = 90;
 constexpr int SmallStep = controls::Fader::SmallStep;
 constexpr int LargeStep = controls::Fader::LargeStep;
 
 } // namespace
 
-Fader::Fader(QWidget* parent) : QSlider(Qt::Vertical, parent), colour_(CurrentTheme().Accent) {
+Fader::Fader(QWidget* parent)
+    : QSlider(Qt::Vertical, parent), colour_(CurrentTheme().Accent), repeat_(*this, RepeatMilliseconds) {
     setInvertedAppearance(true);
     setSingleStep(SmallStep);
     setPageStep(LargeStep);
@@ -85,13 +85,8 @@ void Fader::mousePressEvent(QMouseEvent* event) {
         grip_ = offset;
         setSliderDown(true);
     } else {
-        paging_ = true;
         paging_to_ = y;
-        StepTowards(y);
-        // The step may have ended the press: with a box over the window no release comes.
-        if (paging_) {
-            repeat_.start(RepeatDelay, this);
-        }
+        repeat_.Press([this] { StepTowards(paging_to_); });
     }
     update();
 }
@@ -112,21 +107,14 @@ void Fader::mouseReleaseEvent(QMouseEvent* event) {
 
 void Fader::LetGo() {
     dragging_ = false;
-    paging_ = false;
-    repeat_.stop();
+    repeat_.End();
     setSliderDown(false);
     update();
 }
 
 void Fader::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != repeat_.timerId()) {
+    if (!repeat_.Tick(*event, [this] { StepTowards(paging_to_); })) {
         QSlider::timerEvent(event);
-        return;
-    }
-    repeat_.stop();
-    StepTowards(paging_to_);
-    if (paging_) {
-        repeat_.start(RepeatInterval, this);
     }
 }
 
@@ -167,7 +155,7 @@ void Fader::wheelEvent(QWheelEvent* event) {
 }
 
 void Fader::changeEvent(QEvent* event) {
-    // Losing the window or the right to edit ends a press that will get no release.
+    // A disabled widget gets no release.
     if (event->type() == QEvent::EnabledChange && !isEnabled()) {
         LetGo();
     }
@@ -178,6 +166,7 @@ bool Fader::event(QEvent* event) {
     if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
         update();
     }
+    // Neither a hidden widget nor one that lost the mouse to a box gets a release.
     if (event->type() == QEvent::Hide || event->type() == QEvent::UngrabMouse) {
         LetGo();
     }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ui/widgets/auto_repeat.h"
 #include "ui/widgets/wheel_steps.h"
 
-#include <QBasicTimer>
 #include <QColor>
 #include <QSlider>
 
@@ -51,9 +51,8 @@ class Fader : public QSlider {
     int tick_spacing_ = 1;
     int zero_position_ = NoZero;
     WheelSteps wheel_;
-    QBasicTimer repeat_;
+    AutoRepeat repeat_; ///< of a press on the groove
     bool dragging_ = false;
-    bool paging_ = false;
     double grip_ = 0.0;      // from the cap's middle to the finger
     double paging_to_ = 0.0; // where the groove is pressed
 };

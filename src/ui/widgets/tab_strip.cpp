@@ -39,8 +39,13 @@ TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
 }
 
 void TabStrip::AddTab(int tab_width, bool with_mark) {
-    tabs_.push_back({tab_width, with_mark});
+    tabs_.push_back({tab_width, with_mark, {}});
     addTab(QString());
+}
+
+void TabStrip::SetCaption(int tab, const QString& caption) {
+    tabs_[static_cast<std::size_t>(tab)].Caption = caption;
+    setTabText(tab, QString(caption).replace(QLatin1Char('&'), QLatin1String("&&")));
 }
 
 QSize TabStrip::tabSizeHint(int tab) const {
@@ -72,7 +77,7 @@ void TabStrip::paintEvent(QPaintEvent*) {
         const QRectF text_place = place.adjusted(with_mark ? MarkMargin + MarkSize + 2.0 : 2.0, 0.0, -2.0, -0.5);
         painter.setFont(on_top ? StrongFont() : TextFont());
         painter.setPen(theme.Text);
-        DrawFitted(painter, text_place, Qt::AlignCenter, tabText(tab));
+        DrawFitted(painter, text_place, Qt::AlignCenter, Caption(tab));
         if (on_top && hasFocus()) {
             DrawFocusFrame(painter, place.adjusted(2.0, 2.0, -2.0, -2.0), 2.0);
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QTabBar>
 
 #include <vector>
@@ -16,6 +17,9 @@ class TabStrip : public QTabBar {
 
     /// Adds a tab `width` pixels wide.
     void AddTab(int width, bool with_mark);
+    /// Any text; none of its characters becomes a key to press.
+    void SetCaption(int tab, const QString& caption);
+    const QString& Caption(int tab) const { return tabs_[static_cast<std::size_t>(tab)].Caption; }
     /// Where the mark of a tab belongs, in the strip.
     QRect MarkPlace(int tab) const;
 
@@ -30,6 +34,7 @@ class TabStrip : public QTabBar {
     struct Tab {
         int Width;
         bool WithMark;
+        QString Caption; ///< as it is shown
     };
     std::vector<Tab> tabs_;
 };

@@ -11,12 +11,11 @@
 namespace nrv::ui {
 namespace {
 
-constexpr int RepeatDelay = 350;   // ms
-constexpr int RepeatInterval = 60; // ms
+constexpr int RepeatMilliseconds = 60;
 
 } // namespace
 
-UpDownArrows::UpDownArrows(QWidget* parent) : QWidget(parent) {
+UpDownArrows::UpDownArrows(QWidget* parent) : QWidget(parent), repeat_(*this, RepeatMilliseconds) {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
 }
@@ -27,7 +26,7 @@ int UpDownArrows::HalfAt(QPointF place) const {
 
 void UpDownArrows::LetGo() {
     pressed_ = 0;
-    repeat_.stop();
+    repeat_.End();
     update();
 }
 
@@ -38,11 +37,7 @@ void UpDownArrows::mousePressEvent(QMouseEvent* event) {
     }
     pressed_ = HalfAt(event->position());
     update();
-    emit Stepped(pressed_);
-    // The step may have ended the press: with a box over the window no release comes.
-    if (pressed_ != 0) {
-        repeat_.start(RepeatDelay, this);
-    }
+    repeat_.Press([this] { emit Stepped(pressed_); });
 }
 
 void UpDownArrows::mouseReleaseEvent(QMouseEvent* event) {
@@ -65,14 +60,8 @@ void UpDownArrows::leaveEvent(QEvent*) {
 }
 
 void UpDownArrows::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != repeat_.timerId()) {
+    if (!repeat_.Tick(*event, [this] { emit Stepped(pressed_); })) {
         QWidget::timerEvent(event);
-        return;
-    }
-    repeat_.stop();
-    emit Stepped(pressed_);
-    if (pressed_ != 0) {
-        repeat_.start(RepeatInterval, this);
     }
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ui/widgets/auto_repeat.h"
 #include "ui/widgets/wheel_steps.h"
 
-#include <QBasicTimer>
 #include <QWidget>
 
 namespace nrv::ui {
@@ -38,7 +38,7 @@ class UpDownArrows : public QWidget {
     void LetGo();
 
     WheelSteps wheel_;
-    QBasicTimer repeat_;
+    AutoRepeat repeat_;
     int pressed_ = 0;
     int hovered_ = 0;
 };

@@ -34,7 +34,7 @@ MainWindow::MainWindow(controls::MDIFrmMain& record, const controls::EventEntry&
     setObjectName(QStringLiteral("MDIFrmMain"));
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    // The list of the windows' order must be the order of their use: closing one goes back to the one before it.
+    // The toolkit's own order is that of creation; a window that closes is to give way to the one used before it.
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
     area_->setBackground(Mixed(palette().color(QPalette::Window), CurrentTheme().Groove, 0.35));
