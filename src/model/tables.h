@@ -4,7 +4,6 @@
 #include "ports/runtime_error.h"
 
 #include <array>
-#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -104,7 +103,7 @@ inline constexpr std::array<std::int16_t, 11> SlopeStageTable{0, 1, 2, 2, 2, 2, 
 
 /// Entry of a table under an index that came from outside, such as a byte of an image.
 /// Throws `RuntimeError` of kind IndexOutOfRange when the table has no such entry.
-template <typename T, std::size_t N, std::integral Index>
+template <class T, std::size_t N, class Index>
 constexpr const T& Entry(const std::array<T, N>& table, Index index) {
     if (std::cmp_less(index, 0) || std::cmp_greater_equal(index, N)) {
         throw RuntimeError(ErrorKind::IndexOutOfRange,

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <concepts>
 #include <cstddef>
 
 // How the device's channels, filters and sides are numbered, and how long its names are.
@@ -29,99 +28,99 @@ inline constexpr std::size_t MemoryNameLength = 16; ///< of a memory position, a
 inline constexpr std::size_t ChannelNameLength = 6;
 inline constexpr std::size_t PasswordLength = 6;
 
-// Arguments lie in the range told; the result has the argument's type.
+// Arguments are integers in the range told; the result has the argument's type.
 
-template <std::integral I>
+template <class I>
 constexpr bool IsInput(I channel) {
     return channel < static_cast<I>(InputCount);
 }
 /// Output 0 to 5 of channel 2 to 7.
-template <std::integral I>
+template <class I>
 constexpr I OutputOf(I channel) {
     return static_cast<I>(channel - static_cast<I>(InputCount));
 }
 /// Channel of output 0 to 5.
-template <std::integral I>
+template <class I>
 constexpr I ChannelOfOutput(I output) {
     return static_cast<I>(output + static_cast<I>(InputCount));
 }
 
 /// Channel of PEQ section 0 to 43.
-template <std::integral I>
+template <class I>
 constexpr I ChannelOfPeq(I section) {
     return section < static_cast<I>(PeqOfInputs)
                ? static_cast<I>(section / PeqPerInput)
                : ChannelOfOutput(static_cast<I>((section - static_cast<I>(PeqOfInputs)) / PeqPerOutput));
 }
 /// Number of PEQ section 0 to 43 within its channel.
-template <std::integral I>
+template <class I>
 constexpr I PeqInChannel(I section) {
     return section < static_cast<I>(PeqOfInputs)
                ? static_cast<I>(section % PeqPerInput)
                : static_cast<I>((section - static_cast<I>(PeqOfInputs)) % PeqPerOutput);
 }
 /// First PEQ section of channel 0 to 7.
-template <std::integral I>
+template <class I>
 constexpr I FirstPeqOf(I channel) {
     return IsInput(channel) ? static_cast<I>(PeqPerInput * channel)
                             : static_cast<I>(PeqOfInputs + PeqPerOutput * OutputOf(channel));
 }
 /// Number of PEQ sections of channel 0 to 7.
-template <std::integral I>
+template <class I>
 constexpr I PeqCountOf(I channel) {
     return static_cast<I>(IsInput(channel) ? PeqPerInput : PeqPerOutput);
 }
 
 /// Tone filters 0 to 3 are the inputs'.
-template <std::integral I>
+template <class I>
 constexpr bool IsToneOfInput(I filter) {
     return filter < static_cast<I>(ToneOfInputs);
 }
 /// Channel of tone filter 0 to 9.
-template <std::integral I>
+template <class I>
 constexpr I ChannelOfTone(I filter) {
     return IsToneOfInput(filter) ? static_cast<I>(filter / TonePerInput)
                                  : ChannelOfOutput(static_cast<I>(filter - static_cast<I>(ToneOfInputs)));
 }
 /// Number of tone filter 0 to 9 within its channel.
-template <std::integral I>
+template <class I>
 constexpr I ToneInChannel(I filter) {
     return static_cast<I>(IsToneOfInput(filter) ? filter % TonePerInput : 0);
 }
 /// First tone filter of channel 0 to 7.
-template <std::integral I>
+template <class I>
 constexpr I FirstToneOf(I channel) {
     return IsInput(channel) ? static_cast<I>(TonePerInput * channel) : static_cast<I>(ToneOfInputs + OutputOf(channel));
 }
 /// Number of tone filters of channel 0 to 7.
-template <std::integral I>
+template <class I>
 constexpr I ToneCountOf(I channel) {
     return static_cast<I>(IsInput(channel) ? TonePerInput : 1);
 }
 
 /// Channel of crossover side 0 to 11.
-template <std::integral I>
+template <class I>
 constexpr I ChannelOfCrossover(I side) {
     return ChannelOfOutput(static_cast<I>(side / SidesPerOutput));
 }
 /// Crossover side 0 to 11 within its output: 0 high-pass, 1 low-pass.
-template <std::integral I>
+template <class I>
 constexpr I CrossoverInChannel(I side) {
     return static_cast<I>(side % SidesPerOutput);
 }
 /// The high-pass side of output 0 to 5; its low-pass side is the next.
-template <std::integral I>
+template <class I>
 constexpr I FirstSideOf(I output) {
     return static_cast<I>(SidesPerOutput * output);
 }
 
 /// Channel of control index 0 to 15, the controls of gain, mute, phase and delay being there twice.
-template <std::integral I>
+template <class I>
 constexpr I ChannelOfControl(I index) {
     return static_cast<I>(index < static_cast<I>(ChannelCount) ? index : index - static_cast<I>(ChannelCount));
 }
 /// The other control index of the same channel.
-template <std::integral I>
+template <class I>
 constexpr I TwinOfControl(I index) {
     return static_cast<I>(index < static_cast<I>(ChannelCount) ? index + static_cast<I>(ChannelCount)
                                                                : index - static_cast<I>(ChannelCount));

@@ -29,7 +29,7 @@ simulator::Rack ThreeDevices() {
     unsigned seed = 1;
     for (const int id : {Id, OtherId, ThirdId}) {
         Furnish(rack.Add(id, "Top             "), RandomPreset(seed++));
-        rack.At(id).SetMemory(simulator::kOptionBitsAt, PlainOptions);
+        rack.At(id).SetMemory(simulator::OptionBitsAddress, PlainOptions);
     }
     return rack;
 }

@@ -23,7 +23,7 @@ simulator::Rack TwoDevices() {
     unsigned seed = 1;
     for (const int id : {Id, OtherId}) {
         Furnish(rack.Add(id, "Top             "), RandomPreset(seed++));
-        rack.At(id).SetMemory(simulator::kOptionBitsAt, 32);
+        rack.At(id).SetMemory(simulator::OptionBitsAddress, 32);
         rack.At(id).PutPreset(0, "First           ", RandomPreset(seed++));
     }
     return rack;

@@ -24,7 +24,7 @@ simulator::Rack TwoDevices() {
     unsigned seed = 1;
     for (const int id : {Id, OtherId}) {
         Furnish(rack.Add(id, "Top             "), RandomPreset(seed++));
-        rack.At(id).SetMemory(simulator::kOptionBitsAt, 32);
+        rack.At(id).SetMemory(simulator::OptionBitsAddress, 32);
     }
     return rack;
 }
@@ -32,7 +32,7 @@ simulator::Rack TwoDevices() {
 simulator::Rack OneDevice() {
     simulator::Rack rack;
     Furnish(rack.Add(0, "Alone           "), RandomPreset(4));
-    rack.At(0).SetMemory(simulator::kOptionBitsAt, 32);
+    rack.At(0).SetMemory(simulator::OptionBitsAddress, 32);
     return rack;
 }
 

@@ -64,7 +64,7 @@ class Witness {
             return;
         }
         std::string memory;
-        for (std::size_t address = 0; address < simulator::kMemorySize; ++address) {
+        for (std::size_t address = 0; address < simulator::MemorySize; ++address) {
             memory += static_cast<char>(desk_.Memory(id_, address));
         }
         facts.emplace_back("memory", memory);

@@ -26,7 +26,7 @@ simulator::Rack TwoDevices() {
     unsigned seed = 1;
     for (const int id : {Id, OtherId}) {
         Furnish(rack.Add(id, "Top             "), RandomPreset(seed++));
-        rack.At(id).SetMemory(simulator::kOptionBitsAt, MutesWithPreset);
+        rack.At(id).SetMemory(simulator::OptionBitsAddress, MutesWithPreset);
     }
     return rack;
 }
