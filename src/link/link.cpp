@@ -204,7 +204,7 @@ bool Link::ProbeDevice(int id) {
 }
 
 bool Link::CheckDevice(int id) {
-    const std::size_t row = static_cast<std::size_t>(id);
+    const auto row = static_cast<std::size_t>(id);
     if (!MaySend() || !DeviceChecked[row] || CheckSuppressed || Current.Reported()) {
         return false;
     }

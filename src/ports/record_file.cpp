@@ -78,7 +78,7 @@ Bytes Read(const fs::path& file, std::size_t most) {
         Refuse(file, "read", ErrorNow());
     }
     Bytes bytes;
-    std::array<std::uint8_t, 4096> part;
+    std::array<std::uint8_t, 4096> part{};
     while (bytes.size() < most) {
         const std::size_t wanted = std::min(part.size(), most - bytes.size());
         const std::size_t count = std::fread(part.data(), 1, wanted, stream.get());

@@ -38,8 +38,8 @@ struct SessionState {
     // The devices, by ID; FoundDevices lists the IDs in the order found.
     std::array<SpeakerRecord, DeviceCount> SpeakerRecords{};
     std::array<int, DeviceCount> FoundDevices{};
-    int FoundLast = -1;                              ///< index of the last one found
-    std::array<bool, DeviceCount> DeviceUnconnected; ///< true until the list has read the device
+    int FoundLast = -1;                                ///< index of the last one found
+    std::array<bool, DeviceCount> DeviceUnconnected{}; ///< true until the list has read the device
     std::array<int, DeviceCount> DeviceRow{};
     std::array<std::string, DeviceCount> DeviceNames{};
 

@@ -41,7 +41,8 @@ TEST_F(SendFrameFailure, ConcernsTheCurrentWindowWhicheverDeviceWasAsked) {
     rig.Link.ReportLinkFailure = true;
     rig.Handler.DeviceIs = 9; // the frame goes to another device
     EXPECT_TRUE(rig.Link.SendFrame(3, {0x01}));
-    EXPECT_THAT(rig.Handler.Log, ElementsAre("tell after 0", "give up after 1")); // the handler is not told which one was asked
+    EXPECT_THAT(rig.Handler.Log,
+                ElementsAre("tell after 0", "give up after 1")); // the handler is not told which one was asked
 }
 
 TEST_F(SendFrameFailure, IsSilentUnlessItIsToBeReported) {

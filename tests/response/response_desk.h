@@ -45,9 +45,7 @@ struct ResponseDesk {
         Values().CrossoverFrequency[x] = hertz;
     }
     /// A level over the whole of a channel, as its first section.
-    void SetLevel(int channel, double level) {
-        Display.Curves().FillPeq(FirstPeqOf(channel)).fill(level);
-    }
+    void SetLevel(int channel, double level) { Display.Curves().FillPeq(FirstPeqOf(channel)).fill(level); }
 };
 
 } // namespace nrv::testing

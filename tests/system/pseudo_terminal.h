@@ -55,6 +55,14 @@ class PseudoTerminal {
         }
         return bytes;
     }
+    /// The line's settings as the end with the name has them.
+    termios Settings() const {
+        termios settings{};
+        if (::tcgetattr(master_, &settings) != 0) {
+            throw std::runtime_error("the pseudo-terminal tells no settings");
+        }
+        return settings;
+    }
     /// True when nothing comes for some milliseconds.
     bool Silent(int milliseconds) {
         pollfd state{master_, POLLIN, 0};

@@ -471,9 +471,8 @@ class ToolDialogsTest : public ToolDialogFixture {
     void a_dialog_may_be_closed_from_inside_its_own_events() {
         ui::QtWindowHost host({forms_->Splash, forms_->Main, forms_->Select, forms_->List, forms_->Windows}, boundary_,
                               [](int, QWidget* parent) { return new QWidget(parent); });
-        host.SetToolDialogs([this](ToolDialog dialog, QWidget* parent) {
-            return ui::MakeToolDialog(dialog, *forms_, entry_, parent);
-        });
+        host.SetToolDialogs(
+            [this](ToolDialog dialog, QWidget* parent) { return ui::MakeToolDialog(dialog, *forms_, entry_, parent); });
         host.ShowMainWindow();
         int after = 0;
         forms_->Read.Command1[1].Clicked = [&] {
@@ -511,9 +510,8 @@ class ToolDialogsTest : public ToolDialogFixture {
     void a_dialog_goes_with_the_control_window_under_it() {
         ui::QtWindowHost host({forms_->Splash, forms_->Main, forms_->Select, forms_->List, forms_->Windows}, boundary_,
                               [](int, QWidget* parent) { return new QWidget(parent); });
-        host.SetToolDialogs([this](ToolDialog dialog, QWidget* parent) {
-            return ui::MakeToolDialog(dialog, *forms_, entry_, parent);
-        });
+        host.SetToolDialogs(
+            [this](ToolDialog dialog, QWidget* parent) { return ui::MakeToolDialog(dialog, *forms_, entry_, parent); });
         host.ShowMainWindow();
         host.ShowControlWindow(0);
         forms_->Password.Command1[3].Clicked = [&] { host.RemoveControlWindow(0); };

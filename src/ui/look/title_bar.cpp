@@ -41,7 +41,8 @@ void DrawButton(QPainter& painter, const QStyleOptionTitleBar& option, const QSt
         return;
     }
     const Theme& theme = CurrentTheme();
-    const bool under_pointer = (option.activeSubControls & button) != 0 && option.state.testFlag(QStyle::State_MouseOver);
+    const bool under_pointer =
+        (option.activeSubControls & button) != 0 && option.state.testFlag(QStyle::State_MouseOver);
     const bool pressed = (option.activeSubControls & button) != 0 && option.state.testFlag(QStyle::State_Sunken);
     if (under_pointer || pressed) {
         DrawBox(painter, place, pressed ? theme.Unlit : theme.Field, theme.Line, 3.0);
@@ -60,7 +61,8 @@ void DrawTitleBar(QPainter& painter, const QStyleOptionTitleBar& option, const Q
     const Theme& theme = CurrentTheme();
     const bool active = (option.titleBarState & Qt::WindowActive) != 0;
     painter.save();
-    painter.fillRect(option.rect, active ? Mixed(theme.Window, theme.Focus, 0.18) : Mixed(theme.Window, theme.Groove, 0.4));
+    painter.fillRect(option.rect,
+                     active ? Mixed(theme.Window, theme.Focus, 0.18) : Mixed(theme.Window, theme.Groove, 0.4));
     painter.fillRect(QRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1), theme.Line);
     painter.setRenderHint(QPainter::Antialiasing);
 

@@ -7,8 +7,8 @@ class QWidget;
 
 namespace nrv::ui {
 
-/// The height of an inner window's title; with no frame around it a control window is then 728 by 548 pixels outside and
-/// 728 by 522 inside.
+/// The height of an inner window's title; with no frame around it a control window is then 728 by 548 pixels outside
+/// and 728 by 522 inside.
 inline constexpr int TitleBarHeight = 26;
 
 /// The title of a window inside the main window: its icon, its text, and buttons that are drawn as thin signs.
