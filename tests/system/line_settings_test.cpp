@@ -3,6 +3,7 @@
 #include "link/link.h"
 #include "pseudo_terminal.h"
 #include "support/scripted_ports.h"
+#include "support/test_folder.h"
 #include "ui/platform/com_ports.h"
 #include "ui/platform/qt_process.h"
 #include "ui/platform/qt_serial_port.h"
@@ -48,7 +49,7 @@ class LineSettingsTest : public ::testing::Test {
         Asked().clear();
     }
 
-    test::TemporaryFolder folder_;
+    nrv::testing::TestFolder folder_;
     test::PseudoTerminal line_;
     ui::ComPortNames names_{QString::fromStdString(folder_.Path().string()),
                             [] { return std::vector<ui::PortInfo>{}; }};
