@@ -7,8 +7,11 @@ EventBoundary::Entry EventBoundary::Admit(const EventSource& source) const {
     if (source.Of == Kind::Always) {
         return Entry::Beside;
     }
-    if (source.Of == Kind::Device && !windows_.Loaded[At(source.Slot)]) {
+    if ((source.Of == Kind::Device || source.Of == Kind::Hover) && !windows_.Loaded[At(source.Slot)]) {
         return Entry::Refused; // the window is gone, its widgets not yet
+    }
+    if (source.Of == Kind::Hover && source.Slot != windows_.CurrentWindow) {
+        return Entry::Refused;
     }
     if (!operation_.Running()) {
         return Entry::Operation;

@@ -17,6 +17,7 @@ struct EventSource {
     enum class Kind {
         Program, ///< the user, in a window that is no device's
         Device,  ///< the user, in the control window of a slot
+        Hover,   ///< the mouse over a control window, no button down: passed over unless that window is the current one
         Dialog,  ///< the user, in a dialog that an operation opened
         Tick,    ///< a timer
         Meters,  ///< the timer of a control window
@@ -118,6 +119,11 @@ class EventEntry {
     template <class Event>
     bool Run(Event&& event) const {
         return boundary_->Run(source_, std::forward<Event>(event));
+    }
+    /// Runs the event now or, when one runs, after that; it is an operation of its own either way.
+    void RunWhenOver(std::function<void()> event) const {
+        boundary_->RunWhenOver(
+            [boundary = boundary_, source = source_, event = std::move(event)] { boundary->Run(source, event); });
     }
     /// The same boundary for events from elsewhere, such as a window's timer.
     EventEntry As(EventSource::Kind kind) const { return {*boundary_, EventSource{kind, source_.Slot}}; }

@@ -142,6 +142,11 @@ bool Link::ReportFailure(const Payload& payload, const std::string& reason) {
     return true;
 }
 
+void Link::ReportLost(const RuntimeError& error) {
+    TransactionDone = false;
+    ReportFailure({}, Clause(error.what()));
+}
+
 bool Link::MemoryRead(int id, int address) {
     return SendFrame(id,
                      {MemoryReadCommand, static_cast<std::uint8_t>(address >> 8), static_cast<std::uint8_t>(address)});
@@ -170,11 +175,12 @@ bool Link::BulkExchange(int id, const Payload& payload) {
     return false;
 }
 
-void Link::FetchPreset(int id, std::uint8_t position, std::span<std::uint8_t, BulkLength> preset) {
+bool Link::FetchPreset(int id, std::uint8_t position, std::span<std::uint8_t, BulkLength> preset) {
     ReopenPort(BulkLength);
-    BulkExchange(id, {PresetReadCommand, position});
+    const bool came = BulkExchange(id, {PresetReadCommand, position});
     std::copy_n(RxFrame.begin(), BulkLength, preset.begin());
     ReopenPort(FrameLength);
+    return came;
 }
 
 bool Link::ProbeDevice(int id) {

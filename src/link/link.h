@@ -8,6 +8,7 @@
 #include "ports/numbering.h"
 #include "ports/operation.h"
 #include "ports/process.h"
+#include "ports/runtime_error.h"
 
 #include <array>
 #include <cstdint>
@@ -112,6 +113,9 @@ class Link {
     std::uint8_t MemoryValue() const { return RxFrame[8]; }
     bool MemoryWrite(int id, int address, std::uint8_t value);
 
+    /// Reports a port that went away outside a frame of its own, as a frame that failed for good is.
+    void ReportLost(const RuntimeError& error);
+
     /// Waits for 432 bytes: six transmissions, each until the nineteenth tick; then the process ends. The receive
     /// lengths are the caller's matter. True when the reply came.
     bool BulkExchange(int id, const Payload& payload);
@@ -119,7 +123,7 @@ class Link {
     /// Fetches a memory position, or the settings that are live, with the port set up for the long reply and back.
     /// `preset` takes what the buffer holds whatever came of the exchange, which is meant. Throws RuntimeError when the
     /// port cannot be closed and reopened.
-    void FetchPreset(int id, std::uint8_t position, std::span<std::uint8_t, BulkLength> preset);
+    bool FetchPreset(int id, std::uint8_t position, std::span<std::uint8_t, BulkLength> preset);
 
     /// One transmission and 200 ms, in which events run. True when a device answered.
     bool ProbeDevice(int id);

@@ -56,7 +56,7 @@ Operation::Standing::~Standing() {
     --(loop_ == Loop::Box ? operation_.boxes_ : operation_.dialogs_);
     operation_.busy_ = was_busy_;
     if (operation_.Watch.LoopEnds && std::uncaught_exceptions() == 0) {
-        operation_.Watch.LoopEnds(loop_);
+        operation_.Watch.LoopEnds();
     }
 }
 

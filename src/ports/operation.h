@@ -21,11 +21,11 @@ class Operation {
     enum class Loop { Dialog, Box };
     /// What the outer layer does as an operation goes its way; every hook may be empty.
     struct Hooks {
-        std::function<void()> Began;        ///< an operation or a part of one
-        std::function<void()> LoopBegins;   ///< a box or dialog is about to show
-        std::function<void(Loop)> LoopEnds; ///< it is closed, and the work goes on
-        std::function<void()> Ending;       ///< the last thing that happens in an operation or a part
-        std::function<void()> Over;         ///< nothing of it is on the stack but the widget that began it
+        std::function<void()> Began;      ///< an operation or a part of one
+        std::function<void()> LoopBegins; ///< a box or dialog is about to show
+        std::function<void()> LoopEnds;   ///< it is closed, and the work goes on
+        std::function<void()> Ending;     ///< the last thing that happens in an operation or a part
+        std::function<void()> Over;       ///< nothing of it is on the stack but the widget that began it
     };
     Hooks Watch;
 

@@ -57,6 +57,7 @@ void ReadDialog::Read() {
 
 void ReadDialog::ReadPreset(int position) {
     context_.Current().Call("the read", Operation::Untold);
+    came_ = true;
     if (!context_.Commands.Link.DemoMode && !Fetch(position)) {
         return;
     }
@@ -68,7 +69,9 @@ void ReadDialog::ReadPreset(int position) {
         throw;
     }
     RedrawAll();
-    TitleFromDevice(context_.Commands, At(position));
+    if (came_) {
+        TitleFromDevice(context_.Commands, At(position));
+    }
 }
 
 void ReadDialog::Apply() {
@@ -83,7 +86,7 @@ void ReadDialog::RedrawAll() {
     }
 }
 
-/// False when the link failed for good; nothing has changed then.
+/// False when the link failed for good.
 bool ReadDialog::Fetch(int position) {
     link::Link& link = context_.Commands.Link;
     const int id = context_.Commands.DeviceId();
@@ -93,7 +96,12 @@ bool ReadDialog::Fetch(int position) {
     model::PresetImageRow& image = context_.Commands.Image();
     image.SystemPage[model::MuteBitsAddress] = link.MemoryValue();
     DecodeShiftedMutes(link.MemoryValue(), context_.Commands.Values());
-    link.FetchPreset(id, static_cast<std::uint8_t>(position), model::OnDevice(image));
+    try {
+        came_ = link.FetchPreset(id, static_cast<std::uint8_t>(position), model::OnDevice(image));
+    } catch (const RuntimeError& error) {
+        link.ReportLost(error);
+        return false;
+    }
     return true;
 }
 

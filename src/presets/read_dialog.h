@@ -24,6 +24,7 @@ class ReadDialog {
 
     ToolContext context_;
     controls::FrmRead& form_;
+    bool came_ = true; ///< the position that was read last, and not what the buffer held
 };
 
 } // namespace nrv::presets

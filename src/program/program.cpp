@@ -29,6 +29,10 @@ Program::Program(const Ports& ports, Forms& forms)
 }
 
 void Program::TellPortWentAway(const std::string& what) {
+    // It is back already, or nobody needs it.
+    if (Link.PortIsOpen() || Link.DemoMode) {
+        return;
+    }
     // An operation that failed by it has begun its own sentence with it, and says more.
     if (!Status.Text().starts_with(what.substr(0, what.find_last_not_of('.') + 1))) {
         Status.Tell(what + " When it is back, double-click the row of a device to connect it again.");

@@ -135,6 +135,7 @@ bool StartUp::LeaveProgram() {
     if (!boxes_.AreYouSure("Exit", BoxAnswer::No)) {
         return false;
     }
+    link_.Current.Call("the leaving", Operation::Untold);
     if (!link_.SendFrame(0, {link::ExitNoticeCommand})) {
         process_.End();
     }

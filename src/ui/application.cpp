@@ -42,7 +42,7 @@ void Application::WatchOperations() {
     Operation::Hooks& watch = boundary_.Current().Watch;
     watch.Began = [this] { gate_.Began(); };
     watch.LoopBegins = [this] { gate_.LoopBegins(); };
-    watch.LoopEnds = [this](Operation::Loop loop) { gate_.LoopEnds(loop); };
+    watch.LoopEnds = [this] { gate_.LoopEnds(); };
     watch.Ending = [this] { gate_.Ending(); };
 }
 

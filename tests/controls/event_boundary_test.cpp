@@ -151,6 +151,22 @@ TEST_F(EventBoundaryTest, AUsersEventMakesItsWindowTheCurrentOneFirst) {
     EXPECT_THAT(Log, ElementsAre("current 3", "user begins", "ends"));
 }
 
+TEST_F(EventBoundaryTest, AMouseThatMerelyPassesMakesNoWindowTheCurrentOne) {
+    EXPECT_FALSE(Passes(Kind::Hover));
+    EXPECT_EQ(windows->CurrentWindow, 0);
+    windows->CurrentWindow = 3;
+    EXPECT_TRUE(Passes(Kind::Hover));
+}
+
+TEST_F(EventBoundaryTest, WhatMayWaitRunsAsAnOperationOfItsOwnWhenTheOtherIsOver) {
+    const controls::EventEntry entry(boundary, {Kind::Device, 3});
+    boundary.Run({Kind::Tick}, [&] {
+        entry.RunWhenOver([this] { Log.emplace_back(boundary.Current().Running() ? "runs" : "stray"); });
+        Log.emplace_back("work");
+    });
+    EXPECT_THAT(Log, ElementsAre("work", "ends", "current 3", "user begins", "runs", "ends"));
+}
+
 TEST_F(EventBoundaryTest, ATickMakesNoWindowTheCurrentOneAndClearsNoStatus) {
     boundary.Run({Kind::Meters, 3}, [] {});
     EXPECT_EQ(windows->CurrentWindow, 0);
@@ -171,7 +187,7 @@ TEST_F(EventBoundaryTest, TheOuterLayerIsToldOfEachTurn) {
     boundary.Current().Watch = {
         .Began = [this] { Log.emplace_back("began"); },
         .LoopBegins = [this] { Log.emplace_back("loop begins"); },
-        .LoopEnds = [this](Operation::Loop) { Log.emplace_back("loop ends"); },
+        .LoopEnds = [this] { Log.emplace_back("loop ends"); },
         .Ending = [this] { Log.emplace_back("ending"); },
         .Over = [this] { Log.emplace_back(boundary.Current().Running() ? "over too early" : "over"); }};
     boundary.Run({Kind::Tick}, [this] {

@@ -285,7 +285,11 @@ TEST_F(ReadDialogTest, PortThatCannotBeOpenedAgainIsToldAndLeavesNoFlagSet) {
     world.Port.Present = false;
     ReadThrough(1);
     ASSERT_EQ(world.Boxes.Shown.size(), 2U);
-    EXPECT_EQ(world.Boxes.Shown[1].Text, "The port is absent.");
+    EXPECT_EQ(world.Boxes.Shown[1].Title, "Communication problem"); // one report, as of a frame that failed
+    EXPECT_FALSE(Loaded(0));
+    EXPECT_TRUE(program.State.DeviceUnconnected[9]);
+    EXPECT_EQ(program.Main.StatusLine.Caption(),
+              "The port is absent; the read stopped. Double-click the row of ID:9 to connect it again.");
     EXPECT_EQ(image.PresetBody, before.PresetBody);
     ExpectAtRest();
 }

@@ -250,7 +250,9 @@ void ExpectBulkFailure(Expectation& e) {
     }
     if (e.PortWent()) {
         PutBody(e.Image(Id), StaleBody(BodyOf(e.Image(Id)), MutesToRead));
-        e.After.Boxes.push_back({"Error", "The port is absent."});
+        e.Report(Slot, Id, "the read stopped");
+        // It is missed as it is to be opened for the next frames.
+        e.After.Status.replace(0, std::string("The port went away").size(), "The port is absent");
         return;
     }
     e.EndByTimeOut();

@@ -235,6 +235,7 @@ FaultOperation TickOf(int slot, const std::string& name) {
 FaultOperation Exit() {
     FaultOperation operation;
     operation.Name = "Exit";
+    operation.Called = "the leaving";
     operation.Answered = false;
     operation.Event = [](FaultWorld& at) {
         EXPECT_TRUE(at.program.Events.Run(UserOutside(), [&] { at.program.Main.Exit.UserClick(); }));

@@ -13,6 +13,7 @@
 #include "ui/widgets/tab_strip.h"
 #include "ui/widgets/value_plate.h"
 
+#include <QPointer>
 #include <QTimer>
 
 #include <utility>
@@ -145,7 +146,8 @@ void ControlWindowView::BindMarker(int section) {
     connect(dot, &MarkerDot::Dragged, this, [this, dot, &marker, section](double x, double y) {
         // A move over a point that nobody holds is no event.
         if (marker.Moved && (dot->InHand() || form_.MarkerDragging[At(section)])) {
-            entry_.Run([&] { marker.Moved(x, y); });
+            const auto entry = dot->InHand() ? entry_ : entry_.As(controls::EventSource::Kind::Hover);
+            entry.Run([&] { marker.Moved(x, y); });
         }
         // A drag whose button-up was lost goes on, and so does its plate.
         if (dot->InHand() || form_.MarkerDragging[At(section)]) {
@@ -153,7 +155,12 @@ void ControlWindowView::BindMarker(int section) {
         }
     });
     connect(dot, &MarkerDot::Released, this, [this, &marker, section] {
-        entry_.Run([&] { controls::Run(marker.Released); });
+        // One that comes while the program is at work is done when it is over, or the point would cling to the mouse.
+        entry_.RunWhenOver([self = QPointer(this), &marker] {
+            if (self != nullptr && self->attached_) {
+                controls::Run(marker.Released);
+            }
+        });
         plates_[At(ChannelOfPeq(section))]->hide();
     });
     connect(dot, &MarkerDot::TakenAway, this, [this, section] { plates_[At(ChannelOfPeq(section))]->hide(); });

@@ -49,7 +49,8 @@ bool InputGate::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     // Of a press that travels up the widgets the last one took it.
-    if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
+    const bool pressed = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    if (pressed && watched->isWidgetType()) {
         pressed_ = static_cast<QWidget*>(watched);
     }
     return QObject::eventFilter(watched, event);
@@ -64,9 +65,9 @@ void InputGate::LoopBegins() {
     EndPress();
 }
 
-void InputGate::LoopEnds(Operation::Loop loop) {
-    if (operation_.Busy() && loop == Operation::Loop::Box) {
-        // The box is off the screen, and what it covered is painted, before the work begins.
+void InputGate::LoopEnds() {
+    if (operation_.Busy()) {
+        // The box or dialog is off the screen, and what it covered is painted, before the work begins.
         QGuiApplication::sync();
     }
     standing_since_ = std::chrono::steady_clock::now();

@@ -22,7 +22,7 @@ class InputGate : public QObject {
 
     void Began();
     void LoopBegins();
-    void LoopEnds(Operation::Loop loop);
+    void LoopEnds();
     void Ending();
 
   protected:
