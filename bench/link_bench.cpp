@@ -62,8 +62,9 @@ struct Desk {
     nrv::testing::ScriptedFileDialogs Files;
     nrv::testing::RecordingHost Host;
     std::unique_ptr<nrv::program::Forms> Forms = std::make_unique<nrv::program::Forms>();
-    std::unique_ptr<nrv::program::Program> Program =
-        std::make_unique<nrv::program::Program>(nrv::program::Ports{Port, Clock, Process, Boxes, Files, Host}, *Forms);
+    nrv::controls::EventBoundary Events{Forms->Windows};
+    std::unique_ptr<nrv::program::Program> Program = std::make_unique<nrv::program::Program>(
+        nrv::program::Ports{Port, Clock, Process, Boxes, Files, Host, Events}, *Forms);
 };
 
 template <class Work>
@@ -126,8 +127,7 @@ void LoudLoad(benchmark::State& state) {
     program.Stores.PresetImage[DeviceId].SystemPage[16] |= 4;
     desk.Line.ClearFrames();
     AgainstWire(state, 153 * FrameSeconds, [&] {
-        nrv::presets::ApplyImage(program.Commands, program.Response,
-                                 {.ImageFromDevice = false, .PresetApplying = true});
+        nrv::presets::ApplyImage(program.Commands, program.Response, nrv::presets::ImageCase::FromFile);
     });
     state.counters["frames"] = static_cast<double>(desk.Line.Frames().size()) / static_cast<double>(state.iterations());
 }
