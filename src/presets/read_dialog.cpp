@@ -57,8 +57,9 @@ void ReadDialog::Read() {
 
 void ReadDialog::ReadPreset(int position) {
     context_.Current().Call("the read", Operation::Untold);
-    came_ = true;
-    if (!context_.Commands.Link.DemoMode && !Fetch(position)) {
+    // In demo mode the image is applied as it stands, and counts as the position.
+    const Fetched fetched = context_.Commands.Link.DemoMode ? Fetched::Position : Fetch(position);
+    if (fetched == Fetched::Nothing) {
         return;
     }
     try {
@@ -69,7 +70,7 @@ void ReadDialog::ReadPreset(int position) {
         throw;
     }
     RedrawAll();
-    if (came_) {
+    if (fetched == Fetched::Position) {
         TitleFromDevice(context_.Commands, At(position));
     }
 }
@@ -86,23 +87,22 @@ void ReadDialog::RedrawAll() {
     }
 }
 
-/// False when the link failed for good.
-bool ReadDialog::Fetch(int position) {
+ReadDialog::Fetched ReadDialog::Fetch(int position) {
     link::Link& link = context_.Commands.Link;
     const int id = context_.Commands.DeviceId();
     if (link.MemoryRead(id, static_cast<int>(model::MuteBitsAddress))) {
-        return false;
+        return Fetched::Nothing;
     }
     model::PresetImageRow& image = context_.Commands.Image();
     image.SystemPage[model::MuteBitsAddress] = link.MemoryValue();
     DecodeShiftedMutes(link.MemoryValue(), context_.Commands.Values());
     try {
-        came_ = link.FetchPreset(id, static_cast<std::uint8_t>(position), model::OnDevice(image));
+        const bool came = link.FetchPreset(id, static_cast<std::uint8_t>(position), model::OnDevice(image));
+        return came ? Fetched::Position : Fetched::WhatTheBufferHeld;
     } catch (const RuntimeError& error) {
         link.ReportLost(error);
-        return false;
+        return Fetched::Nothing;
     }
-    return true;
 }
 
 } // namespace nrv::presets

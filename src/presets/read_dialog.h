@@ -18,13 +18,14 @@ class ReadDialog {
 
   private:
     void Read();
-    bool Fetch(int position);
+    /// What a fetch put into the image: nothing, for the link failed for good; what the buffer held; the position.
+    enum class Fetched { Nothing, WhatTheBufferHeld, Position };
+    Fetched Fetch(int position);
     void Apply();
     void RedrawAll();
 
     ToolContext context_;
     controls::FrmRead& form_;
-    bool came_ = true; ///< the position that was read last, and not what the buffer held
 };
 
 } // namespace nrv::presets

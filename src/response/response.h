@@ -24,8 +24,7 @@ class Response {
     // anew.
     void UpdatePeqCurve(int section);
     void UpdateShelfCurve(int filter);
-    /// Throws `RuntimeError` of kind IndexOutOfRange for a slope code that is none: the graph is then without its own
-    /// curve, the stored curves are as they were.
+    /// A slope past the list's end stands for the list's last entry.
     void UpdateCrossoverCurve(int side);
 
     /// The level of a tone filter, 0 to 9, at a frequency in Hz, in dB.
