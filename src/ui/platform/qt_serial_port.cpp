@@ -74,7 +74,7 @@ void WaitUntilSent(QSerialPort& port) {
 } // namespace
 
 QtSerialPort::QtSerialPort(const ComPortNames& names) : names_(names) {
-    SetSettings("9600,N,8,1");
+    QtSerialPort::SetSettings("9600,N,8,1");
     // Later, for the port is inside its own handler. It would go on telling of the error for ever, with a core of its
     // own.
     QObject::connect(
