@@ -150,9 +150,9 @@ void ControlWindowView::BindMarker(int section) {
             ShowPlate(section);
         }
     });
-    connect(dot, &MarkerDot::Released, this, [this, &marker, section] {
+    connect(dot, &MarkerDot::Released, this, [this, self = QPointer(this), &marker, section] {
         // One that comes while the program is at work is done when it is over, or the point would cling to the mouse.
-        entry_.RunWhenOver([self = QPointer(this), &marker] {
+        entry_.RunWhenOver([self, &marker] {
             if (self != nullptr && self->attached_) {
                 controls::Run(marker.Released);
             }
