@@ -519,6 +519,7 @@ TEST_F(PresetFilesTest, LoadPlotsAtOnceAndKeepsTheTab) {
     values.MuteWithPreset = 1.0;
     world.Folder.Write("a.n91", AsFile(RandomImage()));
     form.SSTab1.SetTab(3);
+    form.Picture1[3].Clear();
     Load();
     EXPECT_EQ(form.SSTab1.Tab(), 3);
     EXPECT_FALSE(form.Picture1[3].Strokes().empty());

@@ -119,8 +119,10 @@ void CommandsOnTheRackTest::OpeningAWindowLeavesTheImageAsItIs() {
     desk_->TakeFrames();
     desk_->DoubleClick(0);
     QVERIFY(driver::WaitUntil([&] { return desk_->IsOpen(0); }));
-    for (const simulator::Frame& frame : desk_->TakeFrames()) {
-        QVERIFY(frame[3] == 0 || frame[3] == 0x10);
+    const std::vector<simulator::Frame> frames = desk_->TakeFrames();
+    QCOMPARE(frames.size(), std::size_t{32});
+    for (const simulator::Frame& frame : frames) {
+        QCOMPARE(frame[3], simulator::Byte{0x10});
     }
     desk_->Image(Id).PresetBody.fill(0xAA);
     desk_->Logic().Devices.ReadDeviceImage(Id);
