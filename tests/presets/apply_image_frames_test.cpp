@@ -316,6 +316,7 @@ TEST_F(ApplyImageFrames, FailedNameEndsTheNamesAndNotTheLoad) {
 
 TEST_F(ApplyImageFrames, FramesGoToTheDeviceOfTheCurrentWindow) {
     Apply(LoadedFromFile);
+    EXPECT_EQ(world.Port.Sent.size(), 151U);
     for (const Frame& frame : world.Port.Sent) {
         EXPECT_EQ(frame[0], 0xF0);
         EXPECT_EQ(frame[1], 0xC3);
