@@ -1,6 +1,7 @@
 #include "simulator/console.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <limits>
 #include <sstream>
@@ -77,7 +78,7 @@ int CountOrOne(const Words& words) {
     return words.size() > 2 ? Count(words[2]) : 1;
 }
 
-const OrderForm OrderForms[] = {
+const std::array<OrderForm, 9> OrderForms{{
     {"die", 2, 3, [](const Words& w) { return Fault::Die(IdOrAny(w[1]), w.size() > 2 ? Count(w[2]) : 0); }},
     {"lose", 2, 3, [](const Words& w) { return Fault::Lose(IdOrAny(w[1]), CountOrOne(w)); }},
     {"double", 2, 3, [](const Words& w) { return Fault::Double(IdOrAny(w[1]), CountOrOne(w)); }},
@@ -96,7 +97,7 @@ const OrderForm OrderForms[] = {
      }},
     {"as", 4, 4, [](const Words& w) { return Fault::AnswerAs(IdOrAny(w[1]), Count(w[2]), Id(w[3])); }},
     {"from", 4, 4, [](const Words& w) { return Fault::AnswerFrom(IdOrAny(w[1]), Count(w[2]), Id(w[3])); }},
-};
+}};
 
 void CheckWords(const Words& words, std::size_t least, std::size_t most) {
     if (words.size() < least || words.size() > most) {
@@ -157,7 +158,7 @@ std::string Run(Line& line, const Words& words, bool& quit) {
     } else if (name == "help") {
         return std::string(CommandHelp);
     } else {
-        throw CommandError("unknown command \"" + name + "\"; try \"help\"");
+        throw CommandError("unknown command \"" + name + R"("; try "help")");
     }
     return {};
 }

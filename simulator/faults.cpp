@@ -125,7 +125,7 @@ std::deque<Fault>::iterator FaultPlan::Find(int id, bool die) {
     });
 }
 
-void FaultPlan::UseUp(std::deque<Fault>::iterator order) {
+void FaultPlan::UseUp(const std::deque<Fault>::iterator& order) {
     if (order->Count > 0 && --order->Count == 0) {
         orders_.erase(order);
     }

@@ -70,7 +70,7 @@ class FaultPlan {
 
   private:
     std::deque<Fault>::iterator Find(int id, bool die);
-    void UseUp(std::deque<Fault>::iterator order);
+    void UseUp(const std::deque<Fault>::iterator& order);
 
     std::deque<Fault> orders_;
 };

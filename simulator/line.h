@@ -31,7 +31,7 @@ struct LineOptions {
 };
 
 struct RecordedFrame {
-    Frame Request;
+    Frame Request{};
     TimePoint At; ///< when its last byte was read
 };
 

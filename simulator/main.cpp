@@ -56,7 +56,7 @@ class Input {
   public:
     /// False at the end of the input.
     bool Take(Line& line, Printer& printer, bool& quit) {
-        std::array<char, 1024> buffer;
+        std::array<char, 1024> buffer{};
         const ssize_t size = ::read(STDIN_FILENO, buffer.data(), buffer.size());
         if (size < 0 && (errno == EINTR || errno == EAGAIN)) {
             return true;

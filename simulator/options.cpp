@@ -3,6 +3,7 @@
 #include "simulator/protocol.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -52,10 +53,14 @@ double ParseSeconds(const std::string& option, const std::string& text) {
 }
 
 bool ParseFlag(Options& options, const std::string& name) {
-    const std::pair<const char*, bool Options::*> flags[] = {
-        {"--trace", &Options::Trace},     {"--presets", &Options::Presets}, {"--interactive", &Options::Interactive},
-        {"--version", &Options::Version}, {"--help", &Options::Help},       {"-h", &Options::Help},
-    };
+    const std::array<std::pair<const char*, bool Options::*>, 6> flags{{
+        {"--trace", &Options::Trace},
+        {"--presets", &Options::Presets},
+        {"--interactive", &Options::Interactive},
+        {"--version", &Options::Version},
+        {"--help", &Options::Help},
+        {"-h", &Options::Help},
+    }};
     for (const auto& [flag, member] : flags) {
         if (name == flag) {
             options.*member = true;
@@ -90,8 +95,9 @@ void ParseValue(Options& options, const std::string& name, const std::string& va
 }
 
 bool TakesValue(const std::string& name) {
-    const char* const names[] = {"--device", "--ids", "--link", "--state", "--locked", "--seconds", "--password"};
-    return std::ranges::find(names, name) != std::end(names);
+    constexpr std::array<std::string_view, 7> Names{"--device", "--ids",     "--link",    "--state",
+                                                    "--locked", "--seconds", "--password"};
+    return std::ranges::find(Names, name) != Names.end();
 }
 
 } // namespace

@@ -92,7 +92,7 @@ void Pty::UpdateOpenCount() {
 }
 
 std::vector<Byte> Pty::Read(bool& hung_up) {
-    std::array<Byte, 4096> buffer;
+    std::array<Byte, 4096> buffer{};
     const ssize_t size = ::read(master_.Get(), buffer.data(), buffer.size());
     hung_up = size == 0 || (size < 0 && errno != EAGAIN && errno != EINTR);
     return size > 0 ? std::vector<Byte>(buffer.begin(), buffer.begin() + size) : std::vector<Byte>();

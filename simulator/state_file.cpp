@@ -121,9 +121,9 @@ std::map<int, Device> DecodeState(const std::vector<Byte>& bytes) {
     }
     std::map<int, Device> devices;
     for (std::size_t i = 0; i < count; ++i) {
-        Device device = DecodeDevice(all.subspan(FirstDevice + i * DeviceSize, DeviceSize));
+        const Device device = DecodeDevice(all.subspan(FirstDevice + i * DeviceSize, DeviceSize));
         const int id = device.Id();
-        if (!devices.emplace(id, std::move(device)).second) {
+        if (!devices.emplace(id, device).second) {
             throw StateError("it holds the device ID " + std::to_string(id) + " twice");
         }
     }

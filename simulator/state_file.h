@@ -29,7 +29,7 @@ namespace nrv::simulator {
 
 /// Why a state could not be saved or restored, with the name of the file.
 struct StateError : std::runtime_error {
-    using std::runtime_error::runtime_error;
+    explicit StateError(const std::string& what) : std::runtime_error(what) {}
 };
 
 std::vector<Byte> EncodeState(const Rack& rack);

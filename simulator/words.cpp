@@ -29,7 +29,7 @@ std::string Hex(int value, int digits) {
 
 /// What lies at an address of device memory.
 std::string Place(std::size_t address) {
-    const std::string number = std::to_string(address);
+    std::string number = std::to_string(address);
     const auto within = [address](std::size_t start, std::size_t size) {
         return address >= start && address < start + size;
     };
@@ -119,28 +119,29 @@ std::string DescribeChannelCommand(const Frame& f) {
 
 } // namespace
 
-std::string DescribeRequest(const Frame& f) {
-    const std::size_t address = std::size_t{P(f, 2)} * 256 + P(f, 3);
-    switch (static_cast<Command>(P(f, 1))) {
+std::string DescribeRequest(const Frame& request) {
+    const std::size_t address = std::size_t{P(request, 2)} * 256 + P(request, 3);
+    switch (static_cast<Command>(P(request, 1))) {
     case Command::Presence:
-        if (std::any_of(f.begin() + 4, f.end() - 1, [](Byte value) { return value != 0; })) {
+        if (std::any_of(request.begin() + 4, request.end() - 1, [](Byte value) { return value != 0; })) {
             break;
         }
         return "Are you there?";
     case Command::MemoryRead:
         return "Read memory byte " + Place(address);
     case Command::MemoryWrite:
-        return "Write memory byte " + Place(address) + ": " + std::to_string(P(f, 6));
+        return "Write memory byte " + Place(address) + ": " + std::to_string(P(request, 6));
     case Command::LevelPoll:
         return "Levels?";
     case Command::PresetRead:
-        return P(f, 2) == LivePreset ? "Read live preset" : "Read preset of position " + std::to_string(P(f, 2));
+        return P(request, 2) == LivePreset ? "Read live preset"
+                                           : "Read preset of position " + std::to_string(P(request, 2));
     case Command::BulkUpdate:
-        return P(f, 2) == 0 ? "Bulk update begins" : "Bulk update ends";
+        return P(request, 2) == 0 ? "Bulk update begins" : "Bulk update ends";
     case Command::MasterGain:
-        return "Master gain: " + GainCode(P(f, 9));
+        return "Master gain: " + GainCode(P(request, 9));
     case Command::InputType:
-        return std::string("Input type: ") + (P(f, 9) != 0 ? "digital" : "analog");
+        return std::string("Input type: ") + (P(request, 9) != 0 ? "digital" : "analog");
     case Command::Unconnect:
         return "Unconnect, no answer expected";
     case Command::ExitNotice:
@@ -148,7 +149,7 @@ std::string DescribeRequest(const Frame& f) {
     default:
         break;
     }
-    return DescribeChannelCommand(f);
+    return DescribeChannelCommand(request);
 }
 
 std::string DescribeAnswer(const Frame& request, std::span<const Byte> answer) {

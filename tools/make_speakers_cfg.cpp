@@ -28,7 +28,7 @@ std::vector<char> MakeRecords(std::istream& list) {
         int id = -1;
         std::string mark;
         if (!(words >> id) || id < 0 || id > 32 || ((words >> mark) && mark != "demo")) {
-            throw std::runtime_error("line " + std::to_string(number) + " is no \"ID\" or \"ID demo\": " + line);
+            throw std::runtime_error("line " + std::to_string(number) + R"( is no "ID" or "ID demo": )" + line);
         }
         if (record == RecordCount) {
             throw std::runtime_error("more than 33 devices");

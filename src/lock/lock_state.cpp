@@ -1,5 +1,7 @@
 #include "lock/lock_state.h"
 
+#include "ports/numbering.h"
+
 #include <initializer_list>
 
 namespace nrv::lock {
@@ -26,7 +28,7 @@ void ApplyLockState(const model::CommandContext& context, controls::FrmEditLabel
     form.Combo4.SetEnabled(enabled);
     for (const ToolButton tool : {LoadPresetTool, SavePresetTool, StorePresetTool, ReadPresetTool, EditNamesTool,
                                   CopyInputTool, CopyOutputTool}) {
-        form.Command2[tool].SetEnabled(enabled);
+        form.Command2[At(tool)].SetEnabled(enabled);
     }
     ApplyLockToNames(context, names);
 }

@@ -20,7 +20,7 @@ std::function<controls::KeyEntry(char)> OnEnter(Action action) {
 } // namespace
 
 std::array<std::uint8_t, PasswordLength> PasswordBytes(const std::string& text) {
-    std::array<std::uint8_t, PasswordLength> bytes;
+    std::array<std::uint8_t, PasswordLength> bytes{};
     bytes.fill(' ');
     std::copy_n(text.begin(), std::min(text.size(), PasswordLength), bytes.begin());
     return bytes;

@@ -54,8 +54,7 @@ std::uint8_t ToByte(double value) {
 }
 
 double DecodeBit(std::uint8_t byte, int n) {
-    const std::uint32_t mask = Entry(BitMasks, n);
-    return static_cast<double>((byte & mask) / mask);
+    return (byte & Entry(BitMasks, n)) != 0 ? 1.0 : 0.0;
 }
 
 double SnapToFrequencyTable(double hz) {

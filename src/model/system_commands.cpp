@@ -17,7 +17,7 @@ void SetPhase(const CommandContext& context, int index) {
     controls::FrmCtrl& form = context.Form();
     const std::size_t i = At(index);
     const std::size_t channel = ChannelOfControl(i);
-    const std::uint8_t value = static_cast<std::uint8_t>(form.Check2[i].Value());
+    const auto value = static_cast<std::uint8_t>(form.Check2[i].Value());
     context.Values().ChannelPhase[channel] = form.Check2[i].Checked() ? 1.0 : 0.0;
     context.Image().PresetBody[PhaseOffsets[channel]] = value;
     form.Label100[PhaseLabels[channel]].SetToolTip(form.Check2[i].Checked() ? "180'" : "0'");

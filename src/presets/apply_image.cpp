@@ -287,7 +287,9 @@ int FramesOfLoad(const CommandContext& context) {
     // Mutes, sources, dynamics, crossovers, sections, tones, phases, delays, gains, names and master.
     int frames = 16 + 6 + 24 + 12 + 44 + 10 + 8 + 16 + 8 + 6 + 1;
     for (int output = 0; output < OutputCount; ++output) {
-        frames += context.Form().Combo3[At(output)].Index() != BodyByte(context, model::SourceOffsets[At(output)]);
+        if (context.Form().Combo3[At(output)].Index() != BodyByte(context, model::SourceOffsets[At(output)])) {
+            ++frames;
+        }
     }
     if (context.Values().MuteWithPreset != 1.0) {
         return frames; // and the unit stays

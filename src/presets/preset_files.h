@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <utility>
 
 namespace nrv::presets {
 
@@ -19,7 +20,7 @@ class PresetFiles {
         const std::filesystem::path& AppFolder;
         std::function<void(const std::string&)> Tell; ///< the status line
     };
-    explicit PresetFiles(const Parts& parts) : parts_(parts) {}
+    explicit PresetFiles(Parts parts) : parts_(std::move(parts)) {}
 
     /// Asks for a file and writes the image over its start; a longer file keeps its tail. Sends nothing.
     void SavePresetFile();

@@ -14,7 +14,7 @@ void Add(Curve& sum, const Curve& part) {
 } // namespace
 
 void WindowCurves::Sum(int channel) {
-    const std::size_t c = static_cast<std::size_t>(channel);
+    const auto c = static_cast<std::size_t>(channel);
     const std::size_t first = FirstPeqOf(c);
     Curve& sum = sums_[c];
     sum = sections_[first];

@@ -2,6 +2,7 @@
 
 #include "model/tables.h"
 
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -27,9 +28,15 @@ double BellDivisor(double absolute_gain) {
         double AtMost;
         double Divisor;
     };
-    static constexpr Range Ranges[] = {{16.0, 15.6, 2.8571}, {15.5, 15.5, 2.6315}, {15.0, 14.6, 2.5},
-                                       {14.5, 14.1, 2.22},   {14.0, 13.6, 2.2},    {13.5, 12.6, 2.1739},
-                                       {12.5, 11.1, 2.083},  {11.0, 9.1, 2.0},     {9.0, 0.0, 1.5384}};
+    static constexpr std::array<Range, 9> Ranges{{{16.0, 15.6, 2.8571},
+                                                  {15.5, 15.5, 2.6315},
+                                                  {15.0, 14.6, 2.5},
+                                                  {14.5, 14.1, 2.22},
+                                                  {14.0, 13.6, 2.2},
+                                                  {13.5, 12.6, 2.1739},
+                                                  {12.5, 11.1, 2.083},
+                                                  {11.0, 9.1, 2.0},
+                                                  {9.0, 0.0, 1.5384}}};
     for (const Range& range : Ranges) {
         if (absolute_gain >= range.AtLeast && absolute_gain <= range.AtMost) {
             return range.Divisor;

@@ -60,7 +60,7 @@ std::array<int, DeviceCount> ReadConfiguredIds(const std::filesystem::path& fold
 }
 
 void WriteConfiguredIds(const std::filesystem::path& folder, const std::array<int, DeviceCount>& ids) {
-    std::array<std::uint8_t, 2 * DeviceCount> bytes{};
+    std::array<std::uint8_t, std::size_t{2} * DeviceCount> bytes{};
     for (std::size_t i = 0; i < ids.size(); ++i) {
         SetWordAt(bytes, 2 * i, ids[i]);
     }

@@ -18,7 +18,7 @@ constexpr std::array<controls::Colour, controls::LampsPerChannel> LampColours = 
 } // namespace
 
 void Monitor::Start(controls::FrmCtrl& form) {
-    const std::size_t id = static_cast<std::size_t>(context_.DeviceId());
+    const auto id = static_cast<std::size_t>(context_.DeviceId());
     for (std::size_t channel = 0; channel < ChannelCount; ++channel) {
         meter_shown_[channel][id] = NeverShown;
     }
@@ -80,8 +80,7 @@ void Monitor::ShowMeter(int channel) {
         return; // the lamps stay as they are
     }
     for (int lamp = controls::LampsPerChannel - 1; lamp >= 0; --lamp) {
-        controls::Shape& shape =
-            context_.Form().Shape1[static_cast<std::size_t>(controls::LampsPerChannel * channel + lamp)];
+        controls::Shape& shape = context_.Form().Shape1[At(controls::LampsPerChannel * channel + lamp)];
         const bool lit = lamp < static_cast<int>(level);
         if (lit == shape.Lit()) {
             continue;

@@ -217,7 +217,7 @@ TEST_F(StartUpTest, PortThatGoesAwayBetweenItsTwoOpeningsCountsAsMissing) {
       public:
         VanishingPort(link::SerialPort& inner, int& openings) : inner_(inner), openings_(openings) {}
         void SetCommPort(int number) override { inner_.SetCommPort(number); }
-        void SetSettings(const std::string& settings) override { inner_.SetSettings(settings); }
+        void SetSettings(const link::LineSettings& settings) override { inner_.SetSettings(settings); }
         bool PortOpen() override { return inner_.PortOpen(); }
         void SetPortOpen(bool open) override {
             if (open && ++openings_ > 1) {

@@ -56,6 +56,12 @@ std::vector<double> WalkedFrequencies() {
     return all;
 }
 
+/// Whether a smoothed curve's colour makes up more than half of a pixel.
+bool IsMostly(const QColor& pixel, const QColor& ink) {
+    return std::abs(pixel.red() - ink.red()) < 128 && std::abs(pixel.green() - ink.green()) < 128 &&
+           std::abs(pixel.blue() - ink.blue()) < 128;
+}
+
 /// Checks a drawn curve against levels in dB over the walk: every point lies on its pixel, and no column has ink
 /// outside what lies between its points and their neighbours.
 QString CurveFault(const QImage& picture, const QColor& ink, const std::vector<double>& levels) {
@@ -69,7 +75,7 @@ QString CurveFault(const QImage& picture, const QColor& ink, const std::vector<d
         }
         const int x = static_cast<int>(std::nearbyint(575.0 / 3.0 * std::log10(frequencies[i] / 20.0)));
         const int y = static_cast<int>(std::nearbyint(95.4 - levels[i] * 191.0 / 60.0));
-        if (y >= 0 && y < 192 && picture.pixelColor(x, y) != ink) {
+        if (y >= 0 && y < 192 && !IsMostly(picture.pixelColor(x, y), ink)) {
             return QStringLiteral("%1 Hz is not on (%2, %3)").arg(frequencies[i]).arg(x).arg(y);
         }
         for (int column = std::max(last_column, 0); column <= x; ++column) {
@@ -85,11 +91,10 @@ QString CurveFault(const QImage& picture, const QColor& ink, const std::vector<d
         int inked = 0;
         const std::set<int>& wanted = rows[static_cast<std::size_t>(column)];
         for (int row = 0; row < 192; ++row) {
-            if (picture.pixelColor(column, row) != ink) {
-                continue;
+            if (IsMostly(picture.pixelColor(column, row), ink)) {
+                ++inked;
             }
-            ++inked;
-            if (row < *wanted.begin() || row > *wanted.rbegin()) {
+            if (picture.pixelColor(column, row) == ink && (row < *wanted.begin() || row > *wanted.rbegin())) {
                 return QStringLiteral("ink at (%1, %2)").arg(column).arg(row);
             }
         }

@@ -49,7 +49,7 @@ void DrawField(QPainter& painter, const QStyleOption& option) {
 QRectF IndicatorBox(const QStyleOption& option) {
     QRectF box(0, 0, IndicatorSize, IndicatorSize);
     box.moveCenter(QRectF(option.rect).center());
-    return QRectF(box.toRect());
+    return {box.toRect()};
 }
 
 QColor MarkColour(const QStyleOption& option) {

@@ -108,7 +108,9 @@ const Paper& GraphPaper() {
 void ApplyTheme(QApplication& application) {
     const bool dark = QApplication::palette().color(QPalette::Window).lightness() < DarkBelowLightness;
     current_theme = dark ? &DarkTheme : &LightTheme;
-    application.setStyle(new FlatStyle);
+    auto* style = new FlatStyle;
+    style->setParent(&application);
+    QApplication::setStyle(style);
     QGuiApplication::setWindowIcon(ProgramIcon());
     const QPalette palette = PaletteOf(*current_theme);
     QApplication::setPalette(palette);

@@ -47,7 +47,7 @@ void DrawButton(QPainter& painter, const QStyleOptionTitleBar& option, const QSt
     if (under_pointer || pressed) {
         DrawBox(painter, place, pressed ? theme.Unlit : theme.Field, theme.Line, 3.0);
     }
-    painter.setPen(QPen(option.titleBarState & Qt::WindowActive ? theme.Text : theme.Dim, 1.2));
+    painter.setPen(QPen((option.titleBarState & Qt::WindowActive) != 0 ? theme.Text : theme.Dim, 1.2));
     DrawSign(painter, button, QRectF(place).center());
 }
 

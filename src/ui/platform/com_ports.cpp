@@ -105,7 +105,7 @@ QString Describe(const PortInfo& port) {
 QString RefusalOf(const QString& device) {
 #ifdef Q_OS_WIN
     Q_UNUSED(device)
-    return QString();
+    return {};
 #else
     const QFileInfo file(device);
     std::error_code error;
@@ -117,7 +117,7 @@ QString RefusalOf(const QString& device) {
         return QStringLiteral("is no serial port.");
     }
     if (file.isReadable() && file.isWritable()) {
-        return QString();
+        return {};
     }
     if (file.permission(QFile::ReadGroup | QFile::WriteGroup) && file.group() != QLatin1String("root")) {
         return QStringLiteral("cannot be opened by this user: it takes a member of the group \"%1\".")

@@ -86,7 +86,7 @@ void InputGate::ThrowAwayAfterStandstill() {
 }
 
 void InputGate::EndPress() {
-    const QPointer<QWidget> widget = pressed_;
+    const QPointer<QWidget> widget = pressed_.data();
     pressed_.clear();
     if (widget == nullptr) {
         return;

@@ -30,7 +30,7 @@ QDir Existing(std::filesystem::path folder) {
     while (!std::filesystem::is_directory(folder, ignored) && folder.has_relative_path()) {
         folder = folder.parent_path();
     }
-    return QDir(folder);
+    return {folder};
 }
 
 /// Knows of the toolkit's own question over a file dialog by the dialog being blocked.

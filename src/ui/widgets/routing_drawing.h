@@ -28,9 +28,9 @@ class RoutingDrawing : public Panel {
 
   private:
     struct FixedWire {
-        int Left;
-        int Right;
-        int Y;
+        int Left = 0;
+        int Right = 0;
+        int Y = 0;
         QColor Colour;
     };
     std::vector<FixedWire> wires_;

@@ -101,7 +101,9 @@ void TextField::PasteFrom(int clipboard_mode) {
 void TextField::keyPressEvent(QKeyEvent* event) {
     if (isReadOnly()) {
         QLineEdit::keyPressEvent(event);
-    } else if (event->matches(QKeySequence::Paste)) {
+        return;
+    }
+    if (event->matches(QKeySequence::Paste)) {
         PasteFrom(QClipboard::Clipboard);
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         event->accept();

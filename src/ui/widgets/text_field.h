@@ -19,7 +19,7 @@ class TextField : public QLineEdit {
 
     void SetKeyFilter(KeyFilter filter) { filter_ = std::move(filter); }
     /// Shows a text that is not the user's doing.
-    void ShowText(const QString& text);
+    void ShowText(const QString& shown);
     /// A locked field is shaded, and shows its text only.
     void SetLocked(bool locked);
     /// The yellow mark of a limit reached.

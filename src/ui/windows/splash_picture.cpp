@@ -18,8 +18,8 @@ constexpr double LowestDecibels = -30.0;
 
 /// A band of a crossover, 24 dB an octave at both of its corners.
 struct Way {
-    double LowCorner;
-    double HighCorner;
+    double LowCorner = 0.0;
+    double HighCorner = 0.0;
     QColor Colour;
 };
 
@@ -51,20 +51,25 @@ void PaintGrid(QPainter& painter, const QRectF& paper) {
             }
         }
     }
-    for (double decibels = LowestDecibels + 6.0; decibels < HighestDecibels; decibels += 6.0) {
+    for (int decibels = -24; decibels <= 0; decibels += 6) {
         const double y = YOf(paper, decibels);
-        painter.setPen(QPen(decibels == 0.0 ? QColor(0x9A, 0xA5, 0xB1) : QColor(0xEA, 0xEE, 0xF2), 1.0));
+        painter.setPen(QPen(decibels == 0 ? QColor(0x9A, 0xA5, 0xB1) : QColor(0xEA, 0xEE, 0xF2), 1.0));
         painter.drawLine(QLineF(paper.left(), y, paper.right(), y));
     }
 }
 
-void PaintWay(QPainter& painter, const QRectF& paper, const Way& way) {
+QPainterPath CurveOf(const Way& way, const QRectF& paper) {
     QPainterPath curve;
-    for (double x = 0.0; x <= paper.width(); x += 1.0) {
+    for (int x = 0; x <= paper.width(); ++x) {
         const double hertz = LowestHz * std::pow(10.0, Decades * x / paper.width());
         const QPointF point(paper.left() + x, YOf(paper, Decibels(way, hertz)));
-        x == 0.0 ? curve.moveTo(point) : curve.lineTo(point);
+        x == 0 ? curve.moveTo(point) : curve.lineTo(point);
     }
+    return curve;
+}
+
+void PaintWay(QPainter& painter, const QRectF& paper, const Way& way) {
+    const QPainterPath curve = CurveOf(way, paper);
     QPainterPath body = curve;
     body.lineTo(paper.right(), paper.bottom() + paper.height());
     body.lineTo(paper.left(), paper.bottom() + paper.height());
@@ -139,13 +144,7 @@ void PaintFront(QPainter& painter, const QRectF& front) {
     painter.drawRoundedRect(display, 2.0, 2.0);
     painter.setClipRect(display.adjusted(6, 6, -6, -6));
     for (const Way& way : Ways()) {
-        QPainterPath trace;
-        const QRectF screen = display.adjusted(6, 4, -6, -6);
-        for (double x = 0.0; x <= screen.width(); x += 1.0) {
-            const double hertz = LowestHz * std::pow(10.0, Decades * x / screen.width());
-            const QPointF point(screen.left() + x, YOf(screen, Decibels(way, hertz)));
-            x == 0.0 ? trace.moveTo(point) : trace.lineTo(point);
-        }
+        const QPainterPath trace = CurveOf(way, display.adjusted(6, 4, -6, -6));
         painter.strokePath(trace, QPen(QColor(0x9C, 0xD3, 0xFF), 1.2));
     }
     painter.setClipping(false);
