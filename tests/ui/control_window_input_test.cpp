@@ -158,12 +158,13 @@ class ControlWindowInputTest : public test::ControlWindowFixture {
         form_->Combo1[0].Select(1);
         form_->UpDown3[3].SetPosition(8);
         Focus(tab, Find<QWidget>("Text4(0)"));
-        TurnWheel(*view_->findChild<QWidget*>(name), 240);
-        TurnWheel(*view_->findChild<QWidget*>(name), -120);
-        QCOMPARE(form_->Slider2[3].Position(), 75);
-        QCOMPARE(form_->Combo1[0].Index(), 1);
-        QCOMPARE(form_->UpDown3[3].Position(), 8);
-        QCOMPARE(form_->SSTab1.Tab(), tab);
+        for (const int turn : {240, -120, -120}) {
+            TurnWheel(*view_->findChild<QWidget*>(name), turn);
+            QCOMPARE(form_->Slider2[3].Position(), 75);
+            QCOMPARE(form_->Combo1[0].Index(), 1);
+            QCOMPARE(form_->UpDown3[3].Position(), 8);
+            QCOMPARE(form_->SSTab1.Tab(), tab);
+        }
         QVERIFY(Find<QWidget>("Text4(0)")->hasFocus());
     }
 
