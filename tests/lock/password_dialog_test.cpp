@@ -21,7 +21,7 @@ class PasswordDialogTest : public CommandWindow {
         dialog.Command1[0].UserClick();
     }
     /// Opened and past the login.
-    void OpenSettings(std::function<void()> then) {
+    void OpenSettings(const std::function<void()>& then) {
         Open([this, then] {
             LogIn("Abc 1");
             ASSERT_EQ(Front(), "settings");
