@@ -15,11 +15,7 @@ class Surface {
   public:
     void Paint(const nrv::controls::Picture& picture) {
         QPainter painter(&image_);
-        for (const nrv::controls::Picture::Stroke& stroke : picture.Strokes()) {
-            nrv::ui::GraphView::Thin(stroke, lines_);
-            painter.setPen(QPen(QColor(stroke.Pen.Red, stroke.Pen.Green, stroke.Pen.Blue), 1.0));
-            painter.drawLines(lines_);
-        }
+        nrv::ui::GraphView::Paint(picture, painter, points_);
     }
     void PaintLineByLine(const PlainRedraw& plain) {
         QPainter painter(&image_);
@@ -34,7 +30,7 @@ class Surface {
 
   private:
     QImage image_{576, 192, QImage::Format_ARGB32_Premultiplied};
-    QList<QLine> lines_;
+    QList<QPointF> points_;
 };
 
 void PaintedUpdate(benchmark::State& state) {

@@ -30,7 +30,17 @@ class Control {
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
-    void Observe(Observer observer) { observer_ = std::move(observer); }
+    /// The last observer takes the place of the one before. Returns the observation's number.
+    int Observe(Observer observer) {
+        observer_ = std::move(observer);
+        return ++observations_;
+    }
+    /// Does nothing when another observer has come since.
+    void EndObservation(int number) {
+        if (number == observations_) {
+            observer_ = nullptr;
+        }
+    }
 
     const std::string& Caption() const { return caption_; }
     void SetCaption(const std::string& caption) { Assign(caption_, caption, Aspect::Caption); }
@@ -60,6 +70,7 @@ class Control {
 
   private:
     Observer observer_;
+    int observations_ = 0;
     std::string caption_;
     std::string tool_tip_;
     bool visible_ = true;

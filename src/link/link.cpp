@@ -6,7 +6,7 @@
 namespace nrv::link {
 namespace {
 
-constexpr const char* LineSettings = "19200,N,8,1";
+constexpr LineSettings Settings{.Baud = 19200};
 constexpr int ProbeMilliseconds = 200;
 constexpr std::size_t ProbeAnswerIndex = 4;
 constexpr std::uint8_t ProbeAnswer = 0xC3;
@@ -83,7 +83,7 @@ void Link::SetUpPort() {
         port_.SetPortOpen(false);
     }
     port_.SetCommPort(ComIndex);
-    port_.SetSettings(LineSettings);
+    port_.SetSettings(Settings);
     port_.SetPortOpen(true);
 }
 

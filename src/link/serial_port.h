@@ -2,10 +2,15 @@
 
 #include <cstdint>
 #include <span>
-#include <string>
 #include <vector>
 
 namespace nrv::link {
+
+/// Of a line without parity, with 8 data bits and 1 stop bit.
+struct LineSettings {
+    int Baud;
+    bool operator==(const LineSettings&) const = default;
+};
 
 /// The serial port as the logic sees it. A setter or an exchange of bytes that fails throws RuntimeError:
 /// PortUnavailable when the port cannot be opened or is not open, PortGone when it was open and went away.
@@ -15,8 +20,7 @@ class SerialPort {
 
     /// 0 is no port, 1 to 32 the ports of those numbers.
     virtual void SetCommPort(int number) = 0;
-    /// Such as "19200,N,8,1": baud, parity, data bits, stop bits.
-    virtual void SetSettings(const std::string& settings) = 0;
+    virtual void SetSettings(const LineSettings& settings) = 0;
     virtual bool PortOpen() = 0;
     virtual void SetPortOpen(bool open) = 0;
     /// The most bytes that are counted as waiting.
@@ -24,7 +28,7 @@ class SerialPort {
     /// The most bytes that one Input delivers.
     virtual void SetInputLen(int bytes) = 0;
     virtual void Output(std::span<const std::uint8_t> bytes) = 0;
-    /// Bytes waiting. May let the processor rest until bytes come, for a millisecond at most.
+    /// Bytes waiting. May let the processor rest, for as long as the line needs to bring what is missing.
     virtual int InBufferCount() = 0;
     /// Throws away what waits.
     virtual void ClearInBuffer() = 0;

@@ -287,16 +287,14 @@ int FramesOfLoad(const CommandContext& context) {
     // Mutes, sources, dynamics, crossovers, sections, tones, phases, delays, gains, names and master.
     int frames = 16 + 6 + 24 + 12 + 44 + 10 + 8 + 16 + 8 + 6 + 1;
     for (int output = 0; output < OutputCount; ++output) {
-        if (context.Form().Combo3[At(output)].Index() != BodyByte(context, model::SourceOffsets[At(output)])) {
-            ++frames;
-        }
+        const int shown = context.Form().Combo3[At(output)].Index();
+        frames += shown == BodyByte(context, model::SourceOffsets[At(output)]) ? 0 : 1;
     }
     if (context.Values().MuteWithPreset != 1.0) {
         return frames; // and the unit stays
     }
     const int unit = static_cast<int>(model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6));
-    constexpr int BulkUpdates = 2; // before and after
-    return frames + BulkUpdates + (context.Form().Option1[At(unit)].Selected() ? 0 : 1);
+    return frames + 2 + (context.Form().Option1[At(unit)].Selected() ? 0 : 1); // a bulk update before and after
 }
 
 } // namespace nrv::presets

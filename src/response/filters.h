@@ -27,6 +27,7 @@ struct Shelf {
     double GainDb;
     double CornerHz;
 };
+/// For `Response::ShelfResponse`; the curves take their logarithms all at once.
 double Level(const Shelf& shelf, double hz);
 void Evaluate(const Shelf& shelf, Curve& curve);
 

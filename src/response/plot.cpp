@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <span>
 
 // The drawing of the response display: levels to pixels.
 
@@ -80,31 +81,34 @@ void Response::PlotOverlayPoint(double f, int drawn, int onto) {
     if (PlotSuspended) {
         return;
     }
-    controls::Picture& graph = windows_.Current().Picture1[At(onto)];
     const std::size_t point = GridPointOf(f);
-    if (point == 0) {
-        StartWalk(graph);
-        return;
-    }
-    graph.SetPen(CurveColour(drawn));
-    const int mode = IsInput(drawn) ? 0 : ViewMode[At(OutputOf(drawn))];
-    graph.LineTo(PlotColumn[point], RowOf(Values(), Curves(), drawn, mode)(point));
+    Walk(drawn, onto, point, point + 1);
 }
 
-/// The walk of the grid that calls PlotOverlayPoint for each point, with what does not change on the way taken out of
-/// it.
-void Response::DrawCurve(int drawn, int onto) {
-    if (PlotSuspended) {
+void Response::DrawOverlay(int drawn, int onto) {
+    if (!PlotSuspended) {
+        Walk(drawn, onto, 0, GridPoints);
+    }
+}
+
+/// Draws a curve from one point of the grid to before another, with what does not change on the way taken out of it.
+void Response::Walk(int drawn, int onto, std::size_t point, std::size_t end) {
+    controls::Picture& graph = windows_.Current().Picture1[At(onto)];
+    if (point == 0) {
+        StartWalk(graph);
+        ++point;
+    }
+    if (point == end) {
         return;
     }
-    controls::Picture& graph = windows_.Current().Picture1[At(onto)];
-    StartWalk(graph);
     graph.SetPen(CurveColour(drawn));
     const int mode = IsInput(drawn) ? 0 : ViewMode[At(OutputOf(drawn))];
     const RowOf row_of(Values(), Curves(), drawn, mode);
-    std::array<controls::Picture::Point, GridPoints - 1> line;
-    for (std::size_t point = 1; point < GridPoints; ++point) {
-        line[point - 1] = {PlotColumn[point], row_of(point)};
+    std::array<controls::Picture::Point, GridPoints> points;
+    const std::span line(points.data(), end - point);
+    for (controls::Picture::Point& next : line) {
+        next = {PlotColumn[point], row_of(point)};
+        ++point;
     }
     graph.LinesTo(line);
 }
@@ -124,7 +128,7 @@ void Response::DrawBackground(int channel) {
 
 void Response::RedrawChannel(int channel) {
     DrawBackground(channel);
-    DrawCurve(channel, channel);
+    DrawOverlay(channel, channel);
 }
 
 std::string Response::ViewCaption(int output) const {

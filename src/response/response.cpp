@@ -36,14 +36,14 @@ void Response::UpdatePeqCurve(int section) {
     // Q comes from the position of the bandwidth control, not from the stored bandwidth.
     const double q = model::Entry(model::QTable, windows_.Current().UpDown3[s].Shown());
     Evaluate(Bell{Values().PeqGain[s], Values().PeqFrequency[s], q}, Curves().FillPeq(section));
-    DrawCurve(channel, channel);
+    DrawOverlay(channel, channel);
 }
 
 void Response::UpdateShelfCurve(int filter) {
     const int channel = ChannelOfTone(filter);
     DrawBackground(channel);
     Evaluate(ShelfOf(Values(), filter), Curves().FillShelf(filter));
-    DrawCurve(channel, channel);
+    DrawOverlay(channel, channel);
 }
 
 void Response::UpdateCrossoverCurve(int side) {
@@ -53,7 +53,7 @@ void Response::UpdateCrossoverCurve(int side) {
     const Side pass_side = CrossoverInChannel(side) == 0 ? Side::HighPass : Side::LowPass;
     const int slope = static_cast<int>(std::clamp(Values().CrossoverSlope[x], 0.0, LastSlope));
     Evaluate(Crossover{pass_side, slope, Values().CrossoverFrequency[x]}, Curves().FillCrossover(side));
-    DrawCurve(channel, channel);
+    DrawOverlay(channel, channel);
 }
 
 double Response::ShelfResponse(int filter, double hz) const {

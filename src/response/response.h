@@ -27,16 +27,18 @@ class Response {
     /// A slope past the list's end stands for the list's last entry.
     void UpdateCrossoverCurve(int side);
 
-    /// The level of a tone filter, 0 to 9, at a frequency in Hz, in dB.
+    /// The level of a tone filter, 0 to 9, at a frequency in Hz, in dB. For one value of its own: the program computes
+    /// whole curves, by the same formulas.
     double ShelfResponse(int filter, double hz) const;
 
+    // One point, for whoever follows a change along the grid by hand: the program draws whole curves.
     /// The next point of a channel's curve on its own graph. Throws `RuntimeError` of kind IndexOutOfRange for a
     /// frequency that is not of the grid, as the operation below does.
     void PlotPoint(double f, int channel) { PlotOverlayPoint(f, channel, channel); }
     /// The next point of a channel's curve on the graph of another.
     void PlotOverlayPoint(double f, int drawn, int onto);
     /// The whole curve of a channel on the graph of another.
-    void DrawOverlay(int drawn, int onto) { DrawCurve(drawn, onto); }
+    void DrawOverlay(int drawn, int onto);
     /// Draws a channel's graph anew from the stored curves: overlays first, the channel's own curve on top.
     void RedrawChannel(int channel);
 
@@ -55,7 +57,7 @@ class Response {
         return stores_.ParamValues[static_cast<std::size_t>(windows_.CurrentDevice())];
     }
     void DrawBackground(int channel);
-    void DrawCurve(int drawn, int onto);
+    void Walk(int drawn, int onto, std::size_t point, std::size_t end);
 
     controls::Windows& windows_;
     model::DeviceStores& stores_;

@@ -159,6 +159,23 @@ TEST_F(ControlWindowInventory, MasterStripAndInputChoice) {
     EXPECT_THAT(form.Combo4.Items(), ElementsAre("Analog", "Digital"));
 }
 
+TEST_F(ControlWindowInventory, LongTicksStandAtZeroDecibel) {
+    const auto expect_zero = [](const auto& faders, int position) {
+        ASSERT_FALSE(std::empty(faders));
+        for (const Fader& fader : faders) {
+            EXPECT_EQ(fader.ZeroPosition(), position);
+        }
+    };
+    expect_zero(form.Slider1, 60);
+    EXPECT_EQ(form.Slider100.ZeroPosition(), 60);
+    expect_zero(form.Slider2, 75);
+    expect_zero(form.Slider3, 12);
+    const int none = -1;
+    expect_zero(form.Slider4, none); // a threshold, an attack and a release have none
+    expect_zero(form.Slider5, none);
+    expect_zero(form.Slider6, none);
+}
+
 TEST_F(ControlWindowInventory, DelayStripsAndUnits) {
     for (std::size_t i = 0; i < 16; ++i) {
         EXPECT_EQ(form.Frame3[i].Caption(), i < 8 ? Channels[i] : "Delay");

@@ -39,10 +39,15 @@ TEST_F(SendFrameFailure, IsReportedAndClosesTheCurrentWindow) {
 
 TEST_F(SendFrameFailure, ConcernsTheCurrentWindowWhicheverDeviceWasAsked) {
     rig.Link.ReportLinkFailure = true;
-    rig.Handler.DeviceIs = 9; // the frame goes to another device
+    rig.Handler.DeviceIs = 9;
+    rig.Operation.Begin({1, 9});
     EXPECT_TRUE(rig.Link.SendFrame(3, {0x01}));
-    EXPECT_THAT(rig.Handler.Log,
-                ElementsAre("tell after 0", "give up after 1")); // the handler is not told which one was asked
+    // It is told of the device that was asked, and taken out on the other.
+    EXPECT_EQ(rig.Operation.Reason(), "ID:3 does not answer");
+    EXPECT_THAT(rig.Handler.Log, ElementsAre("tell after 0", "give up after 1"));
+    ASSERT_TRUE(rig.Operation.Of());
+    EXPECT_EQ(rig.Operation.Of()->Slot, 1);
+    EXPECT_EQ(rig.Operation.Of()->Device, 9);
 }
 
 TEST_F(SendFrameFailure, IsSilentUnlessItIsToBeReported) {

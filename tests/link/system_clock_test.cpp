@@ -1,3 +1,4 @@
+#include "link/link_rig.h"
 #include "link/system_clock.h"
 
 #include <cmath>
@@ -18,12 +19,26 @@ TEST(SystemClock, CountsDaysInWholeSeconds) {
     EXPECT_LE(std::lround(seconds), after + 1);
 }
 
-TEST(SystemClock, OneSecondIsMoreThanADoubleOfDaysCanBlur) {
-    SystemClock clock;
-    const double now = clock.Now();
-    // Nine seconds more stay below the limit of a frame's wait and ten pass it, on today's number of days.
-    EXPECT_LT((now + 9.0 / 86400.0 - now) * 1000.0, 0.11);
-    EXPECT_GT((now + 10.0 / 86400.0 - now) * 1000.0, 0.11);
+/// Whole seconds on from the day that the system tells.
+class SecondsFromToday final : public Clock {
+  public:
+    explicit SecondsFromToday(const testing::ScriptedClock& clock) : clock_(clock) {}
+    double Now() override { return (start_ + static_cast<double>(clock_.Seconds)) / SecondsPerDay; }
+
+  private:
+    static constexpr double SecondsPerDay = 86400.0;
+    const testing::ScriptedClock& clock_;
+    double start_ = std::round(SystemClock().Now() * SecondsPerDay);
+};
+
+TEST(SystemClock, TodaysNumberOfDaysTellsTheNinthSecondOfAWaitFromTheTenth) {
+    testing::LinkRig rig;
+    SecondsFromToday today(rig.Clock);
+    Link link(rig.Port, today, rig.Process, rig.Boxes, rig.SerialTimer, rig.Operation);
+    link.LinkReady = true;
+    link.SendFrame(1, {GainCommand});
+    EXPECT_EQ(rig.Port.Polls, 5 * 10); // after 0 to 9 seconds
+    EXPECT_EQ(rig.Clock.Seconds, 5 * 10);
 }
 
 } // namespace

@@ -66,11 +66,11 @@ TEST_F(LockState, WhatStaysOpenIsThePasswordTheUnconnectTheTabsAndTwoLimiters) {
     EXPECT_TRUE(form.Command2[4].Enabled());
     EXPECT_TRUE(form.Command2[5].Enabled());
     EXPECT_TRUE(form.SSTab1.Enabled());
-    EXPECT_TRUE(form.Frame8[6].Enabled());
-    EXPECT_TRUE(form.Frame8[7].Enabled());
-    // The limiter of Out 6 can still be edited.
-    form.Slider4[7].UserMove(form.Slider4[7].Position() + 1);
-    EXPECT_EQ(world.Port.CountSent(0x07), 1);
+    // Of the noise gates and limiters those of Out 5 and Out 6.
+    for (std::size_t channel = 0; channel < 8; ++channel) {
+        EXPECT_EQ(form.Frame8[channel].Enabled(), channel >= 6) << channel;
+        EXPECT_TRUE(form.Slider4[channel].Enabled()) << channel; // each but for the frame that it lies in
+    }
 }
 
 TEST_F(LockState, UnlockedEnablesItAll) {
@@ -108,17 +108,27 @@ TEST_F(LockedDevice, PresetFromAFileNeitherSetsNorClearsTheLock) {
     world.Files.File = world.Folder.Path() / "a.n91";
     for (const double option : {0.0, 1.0}) {
         for (const double lock : {0.0, 1.0}) {
-            Bytes file(771, 0);
-            std::ranges::copy(model::FactoryImage, file.begin());
-            file[433 + 16] = lock == 1.0 ? 0x00 : 0x80; // the other way round
-            world.Folder.Write("a.n91", file);
+            const int lock_bit = lock == 1.0 ? 0x80 : 0x00;
             values.LockFlag = lock;
             values.MuteWithPreset = option;
+            values.DelayUnit = 0.0;
+            form.Option1[0].Select();
+            Bytes file(771, 0);
+            std::ranges::copy(model::FactoryImage, file.begin());
+            // The lock the other way round; and another unit, with which the whole byte goes to the device.
+            file[433 + 16] = static_cast<std::uint8_t>(0x40 | (0x80 - lock_bit));
+            world.Folder.Write("a.n91", file);
+            world.Port.Sent.clear();
             program.PresetFiles.LoadPresetFile();
             EXPECT_EQ(values.LockFlag, lock);
-            if (option == 0.0) {
-                EXPECT_EQ(image.SystemPage[16] & 0x80, lock == 1.0 ? 0x80 : 0x00);
+            EXPECT_EQ(image.SystemPage[16] & 0x80, lock_bit);
+            std::vector<int> lock_bits_sent;
+            for (const Frame& frame : world.Port.Sent) {
+                if (frame[3] == 0x11 && frame[4] == 0 && frame[5] == 16) {
+                    lock_bits_sent.push_back(frame[8] & 0x80);
+                }
             }
+            EXPECT_EQ(lock_bits_sent, option == 1.0 ? std::vector<int>{lock_bit} : std::vector<int>{});
         }
     }
 }

@@ -37,6 +37,17 @@ class CommandWindow : public ProgramTest {
             EXPECT_EQ(bytes[n], found == changed.end() ? old_bytes[n] : found->second) << "byte " << n;
         }
     }
+    /// Opens a dialog by its tool button, which it has to, and does something in it.
+    void InDialog(controls::ToolButton tool, const std::function<void()>& script) {
+        bool stood = false;
+        world.Host.WhileToolDialogStands = [&] {
+            stood = true;
+            script();
+        };
+        program.Events.Run(UserIn(0), [&] { form.Command2[tool].UserClick(); });
+        world.Host.WhileToolDialogStands = nullptr;
+        EXPECT_TRUE(stood) << "the dialog did not open";
+    }
     /// The far end goes silent for one command.
     void Silence(std::uint8_t command) {
         world.Port.Answer = [this, command](const Frame& frame) {

@@ -47,8 +47,13 @@ TEST(FlagGuard, LeavesTheFlagClearWhateverItWasBefore) {
 TEST(FlagGuard, OverridesWhatHappensToTheFlagInBetween) {
     bool flag = false;
     {
-        const FlagGuard guard(flag, false);
+        const FlagGuard guard(flag);
         flag = false;
+    }
+    EXPECT_FALSE(flag);
+    {
+        const FlagGuard guard(flag, false);
+        flag = true;
     }
     EXPECT_TRUE(flag);
 }

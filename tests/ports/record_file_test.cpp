@@ -108,11 +108,10 @@ TEST_F(RecordFile, KeepsThePermissions) {
 }
 
 TEST_F(RecordFile, KeepsTheOwner) {
-    if (geteuid() != 0) {
-        GTEST_SKIP() << "only root can give a file away";
-    }
     folder.Write("init.cfg", {1, 2});
-    ASSERT_EQ(chown(File().c_str(), 1234, 2345), 0);
+    if (chown(File().c_str(), 1234, 2345) != 0) {
+        GTEST_SKIP() << "this user can give no file away";
+    }
     WriteAtStart(File(), Bytes{3, 4});
     struct stat now = {};
     ASSERT_EQ(stat(File().c_str(), &now), 0);

@@ -229,13 +229,15 @@ TEST_F(ApplyImageFrames, ChangedDelayUnitRunsItsCommandBetweenDelaysAndGains) {
 
 TEST_F(ApplyImageFrames, ImageOfTheDeviceItselfSendsNothing) {
     for (const double option : {0.0, 1.0}) {
-        for (const auto& flags : {ReadFromDevice, WindowOpens}) {
-            image.PresetBody = RandomPreset(random);
-            image.SystemPage[16] = static_cast<std::uint8_t>(random());
-            values.MuteWithPreset = option;
-            ApplySilently(flags);
-            EXPECT_TRUE(world.Port.Sent.empty());
-        }
+        image.PresetBody = RandomPreset(random);
+        image.SystemPage[16] = static_cast<std::uint8_t>(random());
+        values.MuteWithPreset = option;
+        program.Windows.NewSlot = 0;
+        program.Control.Load();
+        EXPECT_TRUE(world.Port.Sent.empty());
+        values.MuteWithPreset = option;
+        program.ReadDialog.ReadPreset(0);
+        ExpectSent({FrameOf({0x10, 0, 18}), FrameOf({0x0B, 0})});
     }
 }
 
@@ -316,6 +318,7 @@ TEST_F(ApplyImageFrames, FailedNameEndsTheNamesAndNotTheLoad) {
 
 TEST_F(ApplyImageFrames, FramesGoToTheDeviceOfTheCurrentWindow) {
     Apply(LoadedFromFile);
+    EXPECT_EQ(world.Port.Sent.size(), 151U);
     for (const Frame& frame : world.Port.Sent) {
         EXPECT_EQ(frame[0], 0xF0);
         EXPECT_EQ(frame[1], 0xC3);

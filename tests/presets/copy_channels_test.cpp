@@ -206,12 +206,16 @@ TEST_F(CopyChannels, FlagIsSetForTheTwinsAndTheDelayAlone) {
 
 TEST_F(CopyChannels, CommandsRunWithTheFlagClear) {
     Spread(RandomPreset(random));
-    world.Port.Answer = [this](const Frame& frame) {
-        EXPECT_FALSE(program.Windows.ControlEventsOff);
+    std::vector<bool> off;
+    world.Port.Answer = [&](const Frame& frame) {
+        off.push_back(program.Windows.ControlEventsOff);
         return line.Answer(frame);
     };
     CopyInput(0, 1);
+    EXPECT_GE(off.size(), 20U);
     CopyOutput(5, 0);
+    EXPECT_GE(off.size(), 20U + 16U);
+    EXPECT_THAT(off, ::testing::Each(false));
     EXPECT_FALSE(program.Windows.ControlEventsOff);
 }
 

@@ -12,10 +12,6 @@ class CopyDialogs : public LoadWindow {
         ApplySilently(WindowOpens);
         TakeSent();
     }
-    void Open(int tool, std::function<void()> while_it_stands) {
-        world.Host.WhileToolDialogStands = std::move(while_it_stands);
-        program.Events.Run(UserIn(0), [this, tool] { form.Command2[static_cast<std::size_t>(tool)].UserClick(); });
-    }
     void ExpectQuestion(const std::string& title) {
         ASSERT_EQ(world.Boxes.Shown.size(), 1U);
         ExpectBox(world.Boxes.Shown[0], title, "               Are you sure ? ", BoxIcon::None, BoxButtons::YesNo);
@@ -51,8 +47,8 @@ TEST_F(CopyDialogs, EachInputButtonCopiesItsWay) {
         pointers.clear();
         CopyTrace expected = FromNow();
         expected.CopyInput(source, 1 - source);
-        Open(controls::CopyInputTool,
-             [this, source] { inputs.Command1[static_cast<std::size_t>(source)].UserClick(); });
+        InDialog(controls::CopyInputTool,
+                 [this, source] { inputs.Command1[static_cast<std::size_t>(source)].UserClick(); });
         ExpectQuestion(titles[static_cast<std::size_t>(source)]);
         ExpectSent(expected.Frames);
         EXPECT_EQ(image.PresetBody, expected.After);
@@ -67,7 +63,7 @@ TEST_F(CopyDialogs, InputCopyAnsweredNoStaysOpenAndSendsNothing) {
         Forget();
         const model::PresetImageRow before = image;
         world.Boxes.Answers = {BoxAnswer::No};
-        Open(controls::CopyInputTool, [this, button] { inputs.Command1[button].UserClick(); });
+        InDialog(controls::CopyInputTool, [this, button] { inputs.Command1[button].UserClick(); });
         ExpectQuestion(button == 0 ? "Copy InA to InB" : "Copy InB to InA");
         EXPECT_TRUE(world.Port.Sent.empty());
         ExpectChanged(before, {});
@@ -81,7 +77,7 @@ TEST_F(CopyDialogs, OutputDialogListsTheNamesAsShown) {
     }
     const auto names = ::testing::ElementsAre("name 2", "name 3", "name 4", "name 5", "name 6", "name 7");
     for (int round = 0; round < 2; ++round) { // the second time from other choices
-        Open(controls::CopyOutputTool, [&] {
+        InDialog(controls::CopyOutputTool, [&] {
             EXPECT_THAT(outputs.Combo1[0].Items(), names);
             EXPECT_THAT(outputs.Combo1[1].Items(), names);
             EXPECT_EQ(outputs.Combo1[0].Shown(), 0);
@@ -101,7 +97,7 @@ TEST_F(CopyDialogs, OutputIsCopiedUnderTheWaitCursor) {
     WatchPointer(outputs.Window);
     CopyTrace expected = FromNow();
     expected.CopyOutput(0, 3);
-    Open(controls::CopyOutputTool, [this] {
+    InDialog(controls::CopyOutputTool, [this] {
         outputs.Combo1[1].UserSelect(3);
         outputs.Command1.UserClick();
     });
@@ -115,7 +111,7 @@ TEST_F(CopyDialogs, OutputIsCopiedUnderTheWaitCursor) {
 
 TEST_F(CopyDialogs, OutputOntoItselfIsRefusedAndSendsNothing) {
     const model::PresetImageRow before = image;
-    Open(controls::CopyOutputTool, [this] {
+    InDialog(controls::CopyOutputTool, [this] {
         outputs.Combo1[0].UserSelect(1);
         outputs.Command1.UserClick();
     });
@@ -129,7 +125,7 @@ TEST_F(CopyDialogs, OutputOntoItselfIsRefusedAndSendsNothing) {
 TEST_F(CopyDialogs, OutputCopyAnsweredNoStaysOpenAndSendsNothing) {
     const model::PresetImageRow before = image;
     world.Boxes.Answers = {BoxAnswer::No};
-    Open(controls::CopyOutputTool, [this] { outputs.Command1.UserClick(); });
+    InDialog(controls::CopyOutputTool, [this] { outputs.Command1.UserClick(); });
     ExpectQuestion("Copy Output");
     EXPECT_TRUE(world.Port.Sent.empty());
     ExpectChanged(before, {});
@@ -138,7 +134,7 @@ TEST_F(CopyDialogs, OutputCopyAnsweredNoStaysOpenAndSendsNothing) {
 
 TEST_F(CopyDialogs, TextThatIsNoNumberIsToldAndThePointerComesBack) {
     form.Text4[3].UserText("none");
-    Open(controls::CopyInputTool, [this] { inputs.Command1[0].UserClick(); });
+    InDialog(controls::CopyInputTool, [this] { inputs.Command1[0].UserClick(); });
     EXPECT_EQ(world.Boxes.Shown.size(), 2U);
     EXPECT_EQ(inputs.Window.MousePointer(), controls::Pointer::Default);
     EXPECT_FALSE(program.Windows.ControlEventsOff);
@@ -148,7 +144,7 @@ TEST_F(CopyDialogs, DemoModeCopiesAndSendsNothing) {
     program.Link.DemoMode = true;
     CopyTrace expected = FromNow();
     expected.CopyOutput(0, 1);
-    Open(controls::CopyOutputTool, [this] { outputs.Command1.UserClick(); });
+    InDialog(controls::CopyOutputTool, [this] { outputs.Command1.UserClick(); });
     EXPECT_TRUE(world.Port.Sent.empty());
     EXPECT_EQ(image.PresetBody, expected.After);
 }

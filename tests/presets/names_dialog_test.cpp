@@ -6,10 +6,7 @@ namespace {
 
 class NamesDialogTest : public CommandWindow {
   protected:
-    void Open(std::function<void()> while_it_stands) {
-        world.Host.WhileToolDialogStands = std::move(while_it_stands);
-        program.Events.Run(UserIn(0), [this] { form.Command2[7].UserClick(); });
-    }
+    void Open(const std::function<void()>& while_it_stands) { InDialog(controls::EditNamesTool, while_it_stands); }
     Frame NameFrame(int channel, const std::string& six) const {
         std::array<int, 9> payload{0x0E, channel, 0};
         for (std::size_t j = 0; j < 6; ++j) {
@@ -25,9 +22,7 @@ TEST_F(NamesDialogTest, ShowsTheWindowsNames) {
     for (std::size_t c = 0; c < 8; ++c) {
         form.Label300[c].SetCaption("name " + std::to_string(c));
     }
-    bool stood = false;
     Open([&] {
-        stood = true;
         for (std::size_t c = 0; c < 8; ++c) {
             EXPECT_EQ(dialog.Text1[c].Text(), "name " + std::to_string(c));
             EXPECT_EQ(dialog.Text1[c].MaxLength(), 6U);
@@ -35,7 +30,6 @@ TEST_F(NamesDialogTest, ShowsTheWindowsNames) {
             EXPECT_TRUE(dialog.Text1[c].Enabled());
         }
     });
-    EXPECT_TRUE(stood);
     EXPECT_TRUE(world.Port.Sent.empty());
     EXPECT_EQ(dialog.Window.Caption(), "NRV-718 Edit Names");
 }

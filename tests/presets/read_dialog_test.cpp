@@ -36,10 +36,7 @@ class ReadDialogTest : public LoadWindow {
             line.Devices.at(Id).Memory[640 + 432 * position + i] = body[static_cast<std::size_t>(i)];
         }
     }
-    void Open(std::function<void()> while_it_stands) {
-        world.Host.WhileToolDialogStands = std::move(while_it_stands);
-        program.Events.Run(UserIn(0), [this] { form.Command2[3].UserClick(); });
-    }
+    void Open(const std::function<void()>& while_it_stands) { InDialog(controls::ReadPresetTool, while_it_stands); }
     void ReadThrough(int position) {
         Open([this, position] {
             dialog.List1.UserSelect(position);
@@ -65,15 +62,12 @@ class ReadDialogTest : public LoadWindow {
 };
 
 TEST_F(ReadDialogTest, OpensOnTheFirstPosition) {
-    bool stood = false;
     Open([&] { dialog.List1.UserSelect(6); });
     Open([&] {
-        stood = true;
         EXPECT_THAT(dialog.List1.Items(),
                     ::testing::ElementsAreArray(values.PresetNames.begin(), values.PresetNames.begin() + 8));
         EXPECT_EQ(dialog.List1.Shown(), 0);
     });
-    EXPECT_TRUE(stood);
     EXPECT_EQ(dialog.Window.Caption(), "NRV-718 Read Preset");
     EXPECT_TRUE(world.Port.Sent.empty());
 }

@@ -21,10 +21,7 @@ class StoreDialogTest : public CommandWindow {
             values.PresetNames[position] = "Name of place  " + std::to_string(position + 1);
         }
     }
-    void Open(std::function<void()> while_it_stands) {
-        world.Host.WhileToolDialogStands = std::move(while_it_stands);
-        program.Events.Run(UserIn(0), [this] { form.Command2[2].UserClick(); });
-    }
+    void Open(const std::function<void()>& while_it_stands) { InDialog(controls::StorePresetTool, while_it_stands); }
     void Store(int position, const std::string& name) {
         std::string text = name;
         program.StoreDialog.StorePreset(position, text);
@@ -57,9 +54,7 @@ class StoreDialogTest : public CommandWindow {
 TEST_F(StoreDialogTest, OpensOnTheFirstPosition) {
     dialog.ProgressBar1.SetVisible(true);
     dialog.ProgressBar1.SetValue(77);
-    bool stood = false;
     Open([&] {
-        stood = true;
         EXPECT_THAT(dialog.List1.Items(),
                     ::testing::ElementsAreArray(values.PresetNames.begin(), values.PresetNames.begin() + 8));
         EXPECT_EQ(dialog.List1.Shown(), 0);
@@ -70,7 +65,6 @@ TEST_F(StoreDialogTest, OpensOnTheFirstPosition) {
         EXPECT_FALSE(dialog.ProgressBar1.Visible());
         EXPECT_EQ(dialog.ProgressBar1.Value(), 0);
     });
-    EXPECT_TRUE(stood);
     EXPECT_TRUE(world.Port.Sent.empty());
     EXPECT_EQ(dialog.Window.Caption(), "NRV-718 Store preset");
 }

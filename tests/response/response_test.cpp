@@ -57,6 +57,9 @@ TEST(Response, PeqCurveTakesTheNearestPositionOfABandwidthOutsideTheScale) {
 TEST(Response, SectionOfGainZeroIsFlatWhateverItsQ) {
     ResponseDesk desk;
     for (const int code : {0, 8, 59}) {
+        desk.SetPeq(43, 6.0, 500.0, code);
+        desk.Display.UpdatePeqCurve(43);
+        ASSERT_FALSE(IsFlat(desk.Display.Curves().PeqCurve(43), 0.0));
         desk.SetPeq(43, 0.0, 500.0, code);
         desk.Display.UpdatePeqCurve(43);
         EXPECT_TRUE(IsFlat(desk.Display.Curves().PeqCurve(43), 0.0));
@@ -160,6 +163,9 @@ TEST(Response, ListPositionPastItsEndStandsForTheNearestEntry) {
     desk.SetCrossover(0, 10, 475.0);
     desk.Display.UpdateCrossoverCurve(0);
     const Curve last_slope = desk.Display.Curves().CrossoverCurve(0);
+    desk.SetCrossover(0, 0, 475.0);
+    desk.Display.UpdateCrossoverCurve(0);
+    ASSERT_NE(desk.Display.Curves().CrossoverCurve(0), last_slope);
     desk.SetCrossover(0, 200, 475.0);
     desk.Display.UpdateCrossoverCurve(0);
     EXPECT_EQ(desk.Display.Curves().CrossoverCurve(0), last_slope);
@@ -167,6 +173,9 @@ TEST(Response, ListPositionPastItsEndStandsForTheNearestEntry) {
     desk.SetShelf(0, 2, 4.5, 3150.0); // an input's list ends at 2
     desk.Display.UpdateShelfCurve(0);
     const Curve last_kind = desk.Display.Curves().ShelfCurve(0);
+    desk.SetShelf(0, 0, 4.5, 3150.0);
+    desk.Display.UpdateShelfCurve(0);
+    ASSERT_NE(desk.Display.Curves().ShelfCurve(0), last_kind);
     desk.SetShelf(0, 99, 4.5, 3150.0);
     desk.Display.UpdateShelfCurve(0);
     EXPECT_EQ(desk.Display.Curves().ShelfCurve(0), last_kind);

@@ -284,6 +284,12 @@ TEST_F(ConfigFiles, DialogWorksOnWhereFoldersStandInPlaceOfTheFiles) {
     EXPECT_THAT(world.Host.Log, ::testing::ElementsAre("close dialog"));
 }
 
+TEST_F(ConfigFiles, AListThatCannotBeReadIsTold) {
+    MakeFolderInPlaceOf("TenDev.cfg");
+    program.Connection.Load();
+    EXPECT_EQ(Status(), "The list of IDs was not read. TenDev.cfg could not be read: it is a folder.");
+}
+
 TEST_F(ConfigFiles, DialogWorksOnWhereTheFolderIsNone) {
     world.Folder.Write("file", {1});
     program.State.AppFolder = Folder() / "file" / "below";

@@ -50,6 +50,8 @@ TEST_F(DiscoveryTest, ListOfTenIsProbedInItsOwnOrder) {
     EXPECT_EQ(program.State.FoundLast, 1);
     EXPECT_EQ(program.State.FoundDevices[0], 2);
     EXPECT_EQ(program.State.FoundDevices[1], 9);
+    EXPECT_EQ(program.Main.StatusLine.Caption(),
+              "No answer came from ID:31, ID:17, ID:4, ID:5, ID:6, ID:7, ID:8, ID:1.");
 }
 
 TEST_F(DiscoveryTest, ProgressOfTenGoesByNinths) {
@@ -79,6 +81,7 @@ TEST_F(DiscoveryTest, ScanOfAllProbesEveryIdWithZeroFirst) {
     EXPECT_EQ(program.State.FoundLast, 1);
     EXPECT_EQ(program.State.FoundDevices[0], 0);
     EXPECT_EQ(program.State.FoundDevices[1], 32);
+    EXPECT_EQ(program.Main.StatusLine.Caption(), ""); // of all IDs most are empty
     ASSERT_EQ(texts.size(), 33U);
     EXPECT_EQ(texts[0], "0 %");
     EXPECT_EQ(texts[1], "3.1 %");   // 31.25 tenths

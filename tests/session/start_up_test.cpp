@@ -162,6 +162,7 @@ TEST_F(StartUpTest, SeveralDevicesWithoutAPortLeadToTheDemoQuestionAndAllDemoDev
     EXPECT_EQ(program.State.FoundLast, 1);
     EXPECT_EQ(program.State.FoundDevices[0], 3);
     EXPECT_EQ(program.State.FoundDevices[1], 8);
+    EXPECT_EQ(program.Main.StatusLine.Caption(), "The port is absent.");
     EXPECT_TRUE(world.Port.Sent.empty());
 }
 
@@ -217,7 +218,7 @@ TEST_F(StartUpTest, PortThatGoesAwayBetweenItsTwoOpeningsCountsAsMissing) {
       public:
         VanishingPort(link::SerialPort& inner, int& openings) : inner_(inner), openings_(openings) {}
         void SetCommPort(int number) override { inner_.SetCommPort(number); }
-        void SetSettings(const std::string& settings) override { inner_.SetSettings(settings); }
+        void SetSettings(const link::LineSettings& settings) override { inner_.SetSettings(settings); }
         bool PortOpen() override { return inner_.PortOpen(); }
         void SetPortOpen(bool open) override {
             if (open && ++openings_ > 1) {
@@ -250,6 +251,8 @@ TEST_F(StartUpTest, PortThatGoesAwayBetweenItsTwoOpeningsCountsAsMissing) {
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     ExpectDemoQuestion(world.Boxes.Shown[0]);
     EXPECT_TRUE(other.Link.DemoMode);
+    EXPECT_FALSE(other.Link.LinkReady);
+    EXPECT_EQ(other.Main.StatusLine.Caption(), "The port is absent.");
     EXPECT_TRUE(world.Port.Sent.empty());
 }
 

@@ -75,7 +75,9 @@ class ScriptedPort final : public link::SerialPort {
         Log.push_back("port " + std::to_string(number));
         CommPort = number;
     }
-    void SetSettings(const std::string& settings) override { Log.push_back(settings); }
+    void SetSettings(const link::LineSettings& settings) override {
+        Log.push_back(std::to_string(settings.Baud) + ",N,8,1");
+    }
     bool PortOpen() override { return open_; }
     void SetPortOpen(bool open) override {
         Log.emplace_back(open ? "open" : "close");

@@ -2,8 +2,7 @@
 // and that window, stores and device agree after any series of edits.
 
 #include "model/tables.h"
-#include "rack_desk.h"
-#include "ui/look/theme.h"
+#include "rack_test.h"
 
 #include <QComboBox>
 
@@ -15,8 +14,6 @@ using testing::ImageLayout;
 
 namespace {
 
-constexpr int Id = 6;
-constexpr int Options = 32;
 constexpr std::array<int, 16> TabOfCopy{8, 8, 8, 8, 8, 8, 8, 8, 0, 1, 2, 3, 4, 5, 6, 7};
 
 /// Hertz and code of some entries of the frequency scale.
@@ -28,20 +25,17 @@ constexpr std::array<Entry, 4> Entries{{{"20", 0}, {"100", 28}, {"1000", 68}, {"
 
 } // namespace
 
-class CommandsOnTheRackTest : public QObject {
+class CommandsOnTheRackTest : public RackTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
         simulator::Rack rack;
         body_ = RandomPreset(11);
         Furnish(rack.Add(Id, "Every command   "), body_);
-        desk_ = std::make_unique<RackDesk>(std::move(rack));
-        desk_->Connect();
-        QVERIFY(desk_->Open(0));
+        QVERIFY(ConnectAndOpenAll(std::move(rack)));
     }
-    void cleanup() { desk_.reset(); }
+    void cleanup() { TakeDown(); }
 
     void OpeningAWindowLeavesTheImageAsItIs();
     void EveryGainFaderIsOneFrame();
@@ -111,7 +105,6 @@ class CommandsOnTheRackTest : public QObject {
     QString Disagreement();
 
     simulator::PresetBody body_{}; ///< what the device's image should be
-    std::unique_ptr<RackDesk> desk_;
 };
 
 void CommandsOnTheRackTest::OpeningAWindowLeavesTheImageAsItIs() {
@@ -124,10 +117,12 @@ void CommandsOnTheRackTest::OpeningAWindowLeavesTheImageAsItIs() {
         desk_->Window()->close();
     }
     desk_->TakeFrames();
-    driver::DoubleClickRow(driver::Find(QStringLiteral("Devices")), 0);
+    desk_->DoubleClick(0);
     QVERIFY(driver::WaitUntil([&] { return desk_->IsOpen(0); }));
-    for (const simulator::Frame& frame : desk_->TakeFrames()) {
-        QVERIFY(frame[3] == 0 || frame[3] == 0x10);
+    const std::vector<simulator::Frame> frames = desk_->TakeFrames();
+    QCOMPARE(frames.size(), std::size_t{32});
+    for (const simulator::Frame& frame : frames) {
+        QCOMPARE(frame[3], simulator::Byte{0x10});
     }
     desk_->Image(Id).PresetBody.fill(0xAA);
     desk_->Logic().Devices.ReadDeviceImage(Id);
@@ -243,13 +238,13 @@ void CommandsOnTheRackTest::EveryDelayIsOneFrameByArrowsAndByTyping() {
 void CommandsOnTheRackTest::TheDelayUnitWritesTheOptionBits() {
     desk_->ShowTab(controls::DelaysTab);
     driver::ClickMark(desk_->Control("Option1", 1));
-    QCOMPARE(Fault({WriteRequest(Id, 16, Options + 64)}), QString());
-    QCOMPARE(int(desk_->Memory(Id, 16)), Options + 64);
+    QCOMPARE(Fault({WriteRequest(Id, 16, PlainOptions + 64)}), QString());
+    QCOMPARE(int(desk_->Memory(Id, 16)), PlainOptions + 64);
     QVERIFY(Form().Text2[0].Text().ends_with(" m"));
     QVERIFY(!Form().Text2[8].Text().ends_with("m")); // a bare number, which is meant
     driver::ClickMark(desk_->Control("Option1", 0));
-    QCOMPARE(Fault({WriteRequest(Id, 16, Options)}), QString());
-    QCOMPARE(int(desk_->Memory(Id, 16)), Options);
+    QCOMPARE(Fault({WriteRequest(Id, 16, PlainOptions)}), QString());
+    QCOMPARE(int(desk_->Memory(Id, 16)), PlainOptions);
     QVERIFY(Form().Text2[0].Text().ends_with(" ms"));
 }
 
@@ -257,12 +252,12 @@ void CommandsOnTheRackTest::TheInputTypeIsOneFrame() {
     desk_->ShowTab(controls::GainsTab);
     driver::Press(desk_->Control("Combo4"), Qt::Key_Down);
     QCOMPARE(Fault({Request(Id, {13, 0, 0, 0, 0, 0, 0, 0, 1})}), QString());
-    QCOMPARE(int(desk_->Memory(Id, 16)), Options + 16);
-    QCOMPARE(int(desk_->Image(Id).SystemPage[16]), Options + 16);
+    QCOMPARE(int(desk_->Memory(Id, 16)), PlainOptions + 16);
+    QCOMPARE(int(desk_->Image(Id).SystemPage[16]), PlainOptions + 16);
     QCOMPARE(Form().Label400[0].Caption(), std::string(" SPDIF "));
     driver::Press(desk_->Control("Combo4"), Qt::Key_Up);
     QCOMPARE(Fault({Request(Id, {13})}), QString());
-    QCOMPARE(int(desk_->Memory(Id, 16)), Options);
+    QCOMPARE(int(desk_->Memory(Id, 16)), PlainOptions);
     QCOMPARE(Form().Label400[0].Caption(), std::string("Input 1"));
 }
 

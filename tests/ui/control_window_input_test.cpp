@@ -158,12 +158,13 @@ class ControlWindowInputTest : public test::ControlWindowFixture {
         form_->Combo1[0].Select(1);
         form_->UpDown3[3].SetPosition(8);
         Focus(tab, Find<QWidget>("Text4(0)"));
-        TurnWheel(*view_->findChild<QWidget*>(name), 240);
-        TurnWheel(*view_->findChild<QWidget*>(name), -120);
-        QCOMPARE(form_->Slider2[3].Position(), 75);
-        QCOMPARE(form_->Combo1[0].Index(), 1);
-        QCOMPARE(form_->UpDown3[3].Position(), 8);
-        QCOMPARE(form_->SSTab1.Tab(), tab);
+        for (const int turn : {240, -120, -120}) {
+            TurnWheel(*view_->findChild<QWidget*>(name), turn);
+            QCOMPARE(form_->Slider2[3].Position(), 75);
+            QCOMPARE(form_->Combo1[0].Index(), 1);
+            QCOMPARE(form_->UpDown3[3].Position(), 8);
+            QCOMPARE(form_->SSTab1.Tab(), tab);
+        }
         QVERIFY(Find<QWidget>("Text4(0)")->hasFocus());
     }
 
@@ -312,29 +313,33 @@ class ControlWindowInputTest : public test::ControlWindowFixture {
         QCOMPARE(clicks, 2);
     }
 
-    void ADraggedMarkersCentreFollowsTheMouse() {
+    void ADraggedMarkerTellsTheMouseFromItsOwnCornerAndStandsWhereItIsPut() {
         controls::Marker& marker = form_->Label5[0];
         std::string events;
-        marker.MoveTo(1500.0 - 60.0, 1500.0 - 60.0);
+        QPointF told;
+        marker.MoveTo(1440.0, 1440.0);
         marker.Pressed = [&] { events += 'p'; };
         marker.Moved = [&](double x, double y) {
             events += 'm';
-            marker.MoveTo(marker.Left() + x - 60.0, marker.Top() + y - 60.0);
+            told = {x, y};
         };
         marker.Released = [&] { events += 'r'; };
         form_->SSTab1.SetTab(0);
         auto* dot = Find<ui::MarkerDot>("Label5(0)");
         const auto* graph = Find<QWidget>("Picture1(0)");
-        const QPoint target(200, 50); // on the graph
+        const QPoint target(200, 50); // on the graph: 3000, 750 units
         QTest::mousePress(dot, Qt::LeftButton, {}, QPoint(7, 7));
         const auto* plate = dot->parentWidget()->findChild<ui::ValuePlate*>();
         QVERIFY(plate->isVisible());
         QTest::mouseMove(dot, dot->mapFromParent(graph->pos() + target));
+        QCOMPARE(told, QPointF(3000.0 - 1440.0, 750.0 - 1440.0));
+        // By its centre, 60 units from its corner; and the mouse stays where it is.
+        marker.MoveTo(540.0, 1740.0);
+        QCOMPARE(dot->geometry().center() - graph->pos(), QPoint(40, 120));
+        QTest::mouseMove(dot, dot->mapFromParent(graph->pos() + target));
+        QCOMPARE(told, QPointF(3000.0 - 540.0, 750.0 - 1740.0));
         QTest::mouseRelease(dot, Qt::LeftButton, {}, QPoint(7, 7));
-        QCOMPARE(events, std::string("pmr"));
-        QCOMPARE(marker.Left() + 60.0, 200 * 15.0);
-        QCOMPARE(marker.Top() + 60.0, 50 * 15.0);
-        QCOMPARE(dot->geometry().center() - graph->pos(), target);
+        QCOMPARE(events, std::string("pmmr"));
         QVERIFY(!plate->isVisible());
     }
 

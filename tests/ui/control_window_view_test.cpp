@@ -56,14 +56,15 @@ bool IsShown(const QWidget& widget) {
 
 } // namespace
 
-/// One-pixel lines on white of a graph's size.
-static QImage Inked(const QList<QLine>& lines) {
-    QImage image(576, 192, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    painter.setPen(QPen(Qt::red, 1.0));
-    painter.drawLines(lines);
-    return image;
+/// How much of white paper is left, 0 to 255, where most red ink lies on a point; 0 beside the image.
+static int LeastPaper(const QImage& image, const QRectF& point) {
+    int paper = image.rect().contains(point.toRect()) ? 255 : 0;
+    for (int x = static_cast<int>(point.left()); x < point.right(); ++x) {
+        for (int y = static_cast<int>(point.top()); y < point.bottom(); ++y) {
+            paper = std::min(paper, image.rect().contains(x, y) ? image.pixelColor(x, y).green() : paper);
+        }
+    }
+    return paper;
 }
 
 class ControlWindowViewTest : public test::ControlWindowFixture {
@@ -186,11 +187,15 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
     }
 
     void EveryButtonsTextFits() {
+        int seen = 0;
         for (const QAbstractButton* button : view_->findChildren<QAbstractButton*>()) {
             const int indicator = button->inherits("QCheckBox") || button->inherits("QRadioButton") ? 17 : 0;
             const int wanted = QFontMetrics(button->font()).horizontalAdvance(button->text().trimmed());
             QVERIFY2(button->text().isEmpty() || wanted + indicator <= button->width(), qPrintable(button->text()));
+            seen += button->text().isEmpty() ? 0 : 1;
         }
+        // Mutes and phases, view boxes and options, cursors, units, "Flat" and the block diagram's labels.
+        QVERIFY(seen > 100);
     }
 
     void LongestValuesFitTheirFields_data() {
@@ -255,26 +260,48 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
         QCOMPARE(drawn.pixelColor(250, 20), ink);
     }
 
-    void AStrokeInksEachOfItsPoints() {
+    void ACurveIsSmoothedAndInksEachOfItsPoints_data() {
+        QTest::addColumn<qreal>("scale");
+        for (const qreal scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+            QTest::addRow("%g", scale) << scale;
+        }
+    }
+
+    void ACurveIsSmoothedAndInksEachOfItsPoints() {
+        QFETCH(qreal, scale);
         std::mt19937 random(718);
+        QList<QPointF> room;
+        bool between = false;
         for (int round = 0; round < 200; ++round) {
-            controls::Picture::Stroke stroke{{255, 0, 0}, {{-10, 0}}};
-            const int step = round % 7;
+            controls::Picture picture;
+            picture.SetPen({255, 0, 0});
+            picture.MoveTo(-10, 0);
+            std::vector<QPoint> points;
+            const int step = round % 7 * (round % 5 == 0 ? 20 : 1);
             int y = static_cast<int>(random() % 192);
             for (int x = 0; x < 576; x += static_cast<int>(random() % 3)) {
                 y += static_cast<int>(random() % static_cast<unsigned>(2 * step + 1)) - step;
-                stroke.Points.push_back({x, y});
+                points.emplace_back(x, y);
+                picture.LineTo(x, y);
             }
-            QList<QLine> lines;
-            ui::GraphView::Thin(stroke, lines);
-            QVERIFY(lines.size() < static_cast<qsizetype>(stroke.Points.size()));
-            const QImage image = Inked(lines);
-            for (const controls::Picture::Point& point : stroke.Points) {
-                if (image.rect().contains(point.X, point.Y)) {
-                    QCOMPARE(image.pixelColor(point.X, point.Y), QColor(Qt::red));
+            QImage image((QSizeF(576, 192) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+            image.setDevicePixelRatio(scale);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            ui::GraphView::Paint(picture, painter, room);
+            painter.end();
+            for (const QPoint point : points) {
+                const int paper = LeastPaper(image, QRectF(QPointF(point) * scale, QSizeF(scale, scale)));
+                QVERIFY2(paper < 128, qPrintable(QStringLiteral("%1 %2 %3").arg(round).arg(point.x()).arg(paper)));
+            }
+            for (int x = 0; x < image.width() && !between; ++x) {
+                for (int row = 0; row < image.height(); ++row) {
+                    const int paper = image.pixelColor(x, row).green();
+                    between |= paper > 20 && paper < 235;
                 }
             }
         }
+        QVERIFY(between);
     }
 
     void PositionZeroIsAtTheTop() {
@@ -413,6 +440,7 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
     }
 
     void AHiddenMarkerIsHidden() {
+        QVERIFY(IsShown(*Find<QWidget>("Label5(0)")));
         form_->Label5[0].SetVisible(false);
         QVERIFY(!IsShown(*Find<QWidget>("Label5(0)")));
     }

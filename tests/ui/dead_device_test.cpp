@@ -2,11 +2,7 @@
 // the one box, and nothing that happens to the others.
 
 #include "presets/copy_trace.h"
-#include "rack_witness.h"
-#include "ui/look/theme.h"
-
-#include <filesystem>
-#include <optional>
+#include "rack_test.h"
 
 using namespace nrv;
 using namespace nrv::test;
@@ -17,22 +13,6 @@ using testing::ImageLayout;
 using testing::LoadTrace;
 
 namespace {
-
-constexpr int Id = 5;
-constexpr int OtherId = 9;
-constexpr int ThirdId = 12;
-constexpr int PlainOptions = 32;
-constexpr const char* BoxTitle = "Communication problem";
-
-simulator::Rack ThreeDevices() {
-    simulator::Rack rack;
-    unsigned seed = 1;
-    for (const int id : {Id, OtherId, ThirdId}) {
-        Furnish(rack.Add(id, "Top             "), RandomPreset(seed++));
-        rack.At(id).SetMemory(simulator::OptionBitsAddress, PlainOptions);
-    }
-    return rack;
-}
 
 /// The frames of flattening the sections of Out 2: gain code 75 is 0 dB.
 std::vector<simulator::Frame> FlatTrace(const testing::Body& body) {
@@ -46,31 +26,22 @@ std::vector<simulator::Frame> FlatTrace(const testing::Body& body) {
 
 } // namespace
 
-class DeadDeviceTest : public QObject {
+class DeadDeviceTest : public RackTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
-        impatience_.emplace();
-        desk_ = std::make_unique<RackDesk>(ThreeDevices());
-        desk_->Connect();
-        for (const int slot : {0, 1, 2}) {
-            QVERIFY(desk_->Open(slot, slot));
-        }
+        QVERIFY(ConnectAndOpenAll(RandomRack({Id, OtherId, ThirdId})));
         // The other was used before.
-        BringForward(*desk_, 1);
+        desk_->BringForward(1);
         desk_->ShowTab(controls::GainsTab, 1);
         driver::Click(desk_->Control("Check1", 4, 1));
-        BringForward(*desk_, 0);
-        desk_->TakeFrames();
-        other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+        StandReady();
         third_ = std::make_unique<Witness>(*desk_, ThirdId, 2);
     }
     void cleanup() {
-        other_.reset();
         third_.reset();
-        desk_.reset();
+        TakeDown();
     }
 
     void ADeathInACopyStopsItThere();
@@ -85,7 +56,6 @@ class DeadDeviceTest : public QObject {
     void TwoDeathsOneAfterTheOtherTakeTheirOwnWindows();
 
   private:
-    testing::Body Body() { return desk_->Image(Id).PresetBody; }
     void DieWhen(QSlider* slider) {
         QObject::connect(
             slider, &QSlider::valueChanged, slider, [this] { desk_->LetDie(Id); }, Qt::SingleShotConnection);
@@ -97,34 +67,23 @@ class DeadDeviceTest : public QObject {
             driver::Click(In(dialog, "Command1"));
         }));
     }
-    bool LoadFile(const QString& name) {
-        return desk_->WithTool(controls::LoadPresetTool, "FileDialog", [&](QWidget& dialog) {
-            auto* edit = dialog.findChild<QLineEdit*>();
-            edit->setText(name);
-            driver::Press(edit, Qt::Key_Return);
-        });
-    }
     /// Writes the preset of a seed as a file that fits the device's options.
     model::PresetImageRow WriteFile(unsigned seed) {
         model::PresetImageRow image = desk_->Image(Id);
         const simulator::PresetBody body = RandomPreset(seed);
         std::copy(body.begin(), body.end(), image.PresetBody.begin());
         const auto* bytes = reinterpret_cast<const std::uint8_t*>(&image);
-        std::filesystem::create_directory(desk_->Folder().Path() / "preset");
-        desk_->Folder().Write("preset/other.n91", {bytes, bytes + sizeof image});
+        WritePresetFile("other.n91", {bytes, bytes + sizeof image});
         return image;
     }
     std::vector<simulator::Frame> LoadFrames(const model::PresetImageRow& image) {
-        testing::LoadSituation situation{.Id = Id, .OptionBits = PlainOptions};
-        for (std::size_t output = 0; output < 6; ++output) {
-            situation.SourcesBefore[output] = desk_->Form().Combo3[output].Index();
-        }
+        const testing::LoadSituation situation{.Id = Id, .OptionBits = PlainOptions, .SourcesBefore = Sources()};
         return LoadTrace(image.PresetBody, situation).Frames;
     }
     void CheckEnd(const BoxAnswers& boxes, std::size_t questions, const QString& status) {
         QTest::qWait(100);
         QCOMPARE(boxes.Seen().size(), questions + 1);
-        QCOMPARE(boxes.Seen().back().Title, QLatin1String(BoxTitle));
+        QCOMPARE(boxes.Seen().back().Title, QLatin1String(DeathTitle));
         QVERIFY(QApplication::activeModalWidget() == nullptr);
         QVERIFY(!desk_->IsOpen(0));
         QCOMPARE(RowText(0), QStringLiteral(" Unconnected      ID:5"));
@@ -143,12 +102,8 @@ class DeadDeviceTest : public QObject {
             .arg(all);
     }
 
-    /// The device file that was there.
     QString UnplugUnderTheOthers() {
-        const QString device = QString::fromStdString(desk_->Line().DevicePath());
-        desk_->Unplug();
-        // What the others hold cannot be asked any more; what is shown and stored can.
-        other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+        QString device = Unplug();
         third_ = std::make_unique<Witness>(*desk_, ThirdId, 2);
         return device;
     }
@@ -159,9 +114,6 @@ class DeadDeviceTest : public QObject {
             .arg(all);
     }
 
-    std::optional<Impatience> impatience_;
-    std::unique_ptr<RackDesk> desk_;
-    std::unique_ptr<Witness> other_;
     std::unique_ptr<Witness> third_;
 };
 
@@ -219,8 +171,8 @@ void DeadDeviceTest::AnErrorAfterTheDeathIsNoSecondBox() {
     CopyOut2ToOut5();
     QTest::qWait(50);
     QCOMPARE(boxes.Seen().size(), std::size_t{3});
-    QCOMPARE(boxes.Seen()[2].Title, QLatin1String(BoxTitle));
-    QCOMPARE(desk_->TakeFrames().size(), std::size_t{5});
+    QCOMPARE(boxes.Seen()[2].Title, QLatin1String(DeathTitle));
+    QCOMPARE(desk_->TakeFrames().size(), Transmissions);
     QVERIFY(!desk_->IsOpen(0));
     QCOMPARE(other_->Difference(), QString());
     QCOMPARE(third_->Difference(), QString());
@@ -239,7 +191,7 @@ void DeadDeviceTest::ClicksUnderTheBoxAndOnWhatIsLeftDoNothing() {
         driver::Press(desk_->Control("Slider1", 2, 1), Qt::Key_Up);
         desk_->Window(0)->close();
         desk_->Window(2)->close();
-        driver::DoubleClickRow(driver::Find(QStringLiteral("Devices")), 0);
+        desk_->DoubleClick(0);
     };
     const int muted = 1 - desk_->Form().Check1[2].Value();
     desk_->LetDie(Id);
@@ -251,9 +203,9 @@ void DeadDeviceTest::ClicksUnderTheBoxAndOnWhatIsLeftDoNothing() {
     }
     QVERIFY(fader != nullptr);
     QTest::keyClick(fader, Qt::Key_Up);
-    QCOMPARE(
-        Difference(desk_->TakeFrames(), std::vector<simulator::Frame>(5, Request(Id, {9, 2, 0, 0, 0, 0, 0, 0, muted}))),
-        QString());
+    QCOMPARE(Difference(desk_->TakeFrames(),
+                        std::vector<simulator::Frame>(Transmissions, Request(Id, {9, 2, 0, 0, 0, 0, 0, 0, muted}))),
+             QString());
     QTest::qWait(50);
     QVERIFY(mute == nullptr && fader == nullptr && tool == nullptr);
     CheckEnd(boxes, 0,
@@ -308,7 +260,7 @@ void DeadDeviceTest::TheOthersWorkOnAfterADeathAndTheDeviceComesBack() {
         QCOMPARE(frames.size(), std::size_t{2});
         QCOMPARE(FramesTo(frames, id).size(), std::size_t{2});
         QCOMPARE(desk_->Memory(id, 18) & 1, 1 - muted);
-        QCOMPARE(desk_->Logic().Windows.CurrentWindow, slot);
+        QCOMPARE(Current(), slot);
     }
     desk_->Line().Revive(Id);
     BoxAnswers boxes({QStringLiteral("Yes")});

@@ -1,10 +1,6 @@
 // A device dies while a dialog or a question of its window stands and the meters run behind it.
 
-#include "rack_witness.h"
-#include "ui/look/theme.h"
-
-#include <filesystem>
-#include <optional>
+#include "rack_test.h"
 
 using namespace nrv;
 using namespace nrv::test;
@@ -13,18 +9,10 @@ using driver::FindAs;
 
 namespace {
 
-constexpr int Id = 5;
-constexpr int OtherId = 9;
-constexpr std::size_t Transmissions = 5;
-const QString DeathTitle = QStringLiteral("Communication problem");
-
 simulator::Rack TwoDevices() {
-    simulator::Rack rack;
-    unsigned seed = 1;
+    simulator::Rack rack = RandomRack({Id, OtherId});
     for (const int id : {Id, OtherId}) {
-        Furnish(rack.Add(id, "Top             "), RandomPreset(seed++));
-        rack.At(id).SetMemory(simulator::OptionBitsAddress, 32);
-        rack.At(id).PutPreset(0, "First           ", RandomPreset(seed++));
+        rack.At(id).PutPreset(0, "First           ", RandomPreset(static_cast<unsigned>(10 + id)));
     }
     return rack;
 }
@@ -33,33 +21,21 @@ const simulator::Frame Poll = Request(Id, {0x12});
 
 } // namespace
 
-class DialogsOfADeadDeviceTest : public QObject {
+class DialogsOfADeadDeviceTest : public RackTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
-        impatience_.emplace();
-        desk_ = std::make_unique<RackDesk>(TwoDevices());
-        desk_->Connect();
-        std::filesystem::create_directory(desk_->Folder().Path() / "preset");
-        desk_->Folder().Write("preset/a.n91", std::vector<std::uint8_t>(771, 1));
-        for (const int slot : {0, 1}) {
-            QVERIFY(desk_->Open(slot, slot));
-            desk_->ShowTab(controls::GainsTab, slot);
-        }
-        BringForward(*desk_, 0);
-        other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+        QVERIFY(ConnectAndOpenAll(TwoDevices(), controls::GainsTab));
+        WritePresetFile("a.n91", std::vector<std::uint8_t>(771, 1));
+        StandReady();
         // Either window's timer polls the device in front.
         for (const int slot : {0, 1}) {
             desk_->Form(slot).Timer1.Start(30);
         }
         QVERIFY(Polled());
     }
-    void cleanup() {
-        other_.reset();
-        desk_.reset();
-    }
+    void cleanup() { TakeDown(); }
 
     void TheMetersFindTheDeathUnderADialog_data();
     void TheMetersFindTheDeathUnderADialog();
@@ -96,7 +72,7 @@ class DialogsOfADeadDeviceTest : public QObject {
         QVERIFY(driver::WaitUntil([&] { return !desk_->IsOpen(0); }));
         QTest::qWait(80);
         QCOMPARE(boxes.Seen().size(), boxes_before + 1);
-        QCOMPARE(boxes.Seen().back().Title, DeathTitle);
+        QCOMPARE(boxes.Seen().back().Title, QLatin1String(DeathTitle));
         const std::vector<simulator::Frame> frames = desk_->Line().Frames();
         QCOMPARE(frames.size(), Transmissions);
         QCOMPARE(std::count(frames.begin(), frames.end(), Poll), std::ptrdiff_t{Transmissions});
@@ -104,10 +80,6 @@ class DialogsOfADeadDeviceTest : public QObject {
                                               "connect it again. The meters rest until the next change."));
         CheckGone();
     }
-
-    std::optional<Impatience> impatience_;
-    std::unique_ptr<RackDesk> desk_;
-    std::unique_ptr<Witness> other_;
 };
 
 void DialogsOfADeadDeviceTest::TheMetersFindTheDeathUnderADialog_data() {
@@ -176,7 +148,7 @@ void DialogsOfADeadDeviceTest::TheMetersRestUnderTheQuestionOfAStore() {
     QCOMPARE(polls, std::size_t{0});
     QVERIFY(stood == nullptr || !stood->isVisible());
     QCOMPARE(boxes.Seen().size(), std::size_t{2});
-    QCOMPARE(boxes.Seen()[1].Title, DeathTitle);
+    QCOMPARE(boxes.Seen()[1].Title, QLatin1String(DeathTitle));
     const std::vector<simulator::Frame> expected(Transmissions, WriteRequest(Id, 18, desk_->Image(Id).ViewState[18]));
     QCOMPARE(Difference(desk_->TakeFrames(), expected), QString());
     QCOMPARE(desk_->Status(), std::string("ID:5 does not answer; the store stopped after 0 of 450 frames. Double-click "
@@ -244,11 +216,10 @@ void DialogsOfADeadDeviceTest::TheMetersRestUnderTheClosingQuestion() {
 void DialogsOfADeadDeviceTest::ThePortGoesUnderADialog() {
     BoxAnswers boxes(AnyNumberOfOk());
     QPointer<QWidget> stood;
-    const QString device = QString::fromStdString(desk_->Line().DevicePath());
+    QString device;
     const driver::WhenShown shown(QStringLiteral("FrmPassword"), [&](QWidget& dialog) {
         stood = &dialog;
-        desk_->Unplug();
-        other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+        device = Unplug();
     });
     driver::Click(desk_->Control("Command2", controls::PasswordTool));
     QVERIFY(shown.Done());

@@ -130,11 +130,11 @@ class FileDialogsTest : public QObject {
     }
 
     std::optional<std::filesystem::path> Ask(bool save, const std::function<void(QFileDialog&)>& action) {
-        bool seen = false;
+        QString seen;
         QTimer::singleShot(50, this, [&] {
             auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
             QVERIFY(dialog != nullptr);
-            seen = dialog->objectName() == Name("FileDialog");
+            seen = dialog->objectName();
             action(*dialog);
             if (dialog->isVisible()) {
                 dialog->reject();
@@ -145,7 +145,8 @@ class FileDialogsTest : public QObject {
         Operation operation;
         ui::QtFileDialogs dialogs(operation);
         auto file = save ? dialogs.AskSave(request) : dialogs.AskOpen(request);
-        return seen ? file : std::nullopt;
+        [&] { QCOMPARE(seen, Name("FileDialog")); }();
+        return file;
     }
 
     /// Types a name and presses the button, as a user does.

@@ -1,8 +1,7 @@
 // What a user presses and clicks while the program waits for an answer waits in the window system, and comes out on
 // whatever lies there then.
 
-#include "rack_witness.h"
-#include "ui/look/theme.h"
+#include "rack_test.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -10,7 +9,6 @@
 #include <QTimer>
 #include <QWindow>
 
-#include <optional>
 #include <thread>
 
 using namespace nrv;
@@ -21,20 +19,8 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr int Id = 5;
-constexpr int OtherId = 9;
 constexpr milliseconds LongWait{700}; ///< what comes in it is thrown away
 constexpr milliseconds ShortWait{150};
-
-simulator::Rack TwoDevices() {
-    simulator::Rack rack;
-    for (const int id : {Id, OtherId}) {
-        simulator::PresetBody body = simulator::FactoryPreset();
-        body[testing::ImageLayout::Mutes] = 0;
-        Furnish(rack.Add(id, "Top             "), body);
-    }
-    return rack;
-}
 
 /// Holds back what is done to the windows until events are served, as the window system does.
 class WindowSystemQueue : public QObject {
@@ -101,29 +87,20 @@ class ShowWatch : public QObject {
 
 } // namespace
 
-class InputWhileStandingStillTest : public QObject {
+class InputWhileStandingStillTest : public RackTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
-        impatience_.emplace();
-        desk_ = std::make_unique<RackDesk>(TwoDevices());
-        desk_->Connect();
-        for (const int slot : {0, 1}) {
-            QVERIFY(desk_->Open(slot, slot));
-            desk_->ShowTab(controls::GainsTab, slot);
-        }
-        BringForward(*desk_, 0);
+        QVERIFY(ConnectAndOpenAll(FactoryRack({Id, OtherId}), controls::GainsTab));
+        desk_->BringForward(0);
         QTest::qWait(10);
-        desk_->TakeFrames();
-        other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+        StandReady();
         queue_ = std::make_unique<WindowSystemQueue>();
     }
     void cleanup() {
         queue_.reset();
-        other_.reset();
-        desk_.reset();
+        TakeDown();
     }
 
     void ClicksDuringAStoreDoNotLandOnWhatLiesBehind();
@@ -150,9 +127,6 @@ class InputWhileStandingStillTest : public QObject {
         QCOMPARE(FramesTo(desk_->TakeFrames(), Id).size(), std::size_t{2});
     }
 
-    std::optional<Impatience> impatience_;
-    std::unique_ptr<RackDesk> desk_;
-    std::unique_ptr<Witness> other_;
     std::unique_ptr<WindowSystemQueue> queue_;
 };
 
@@ -266,7 +240,7 @@ void InputWhileStandingStillTest::AKeyInALongWaitDoesNotAnswerTheBoxAfterIt() {
     driver::Click(Mute());
     QCOMPARE(stood, looks);
     QCOMPARE(queue_->Served(), 3);
-    QCOMPARE(desk_->TakeFrames().size(), std::size_t{5});
+    QCOMPARE(desk_->TakeFrames().size(), Transmissions);
     QVERIFY(!desk_->IsOpen(0));
     QTest::qWait(50);
     QCOMPARE(stood, looks);

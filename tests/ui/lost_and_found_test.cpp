@@ -1,38 +1,21 @@
 // Devices on the way into the list and back into it: the first second, reconnecting beside a window whose meters run, a
 // plug that is pulled while nothing happens.
 
-#include "rack_witness.h"
-#include "ui/look/theme.h"
+#include "rack_test.h"
 
-#include <optional>
 #include <sys/resource.h>
 
 using namespace nrv;
 using namespace nrv::test;
 using driver::BoxAnswers;
-using driver::Find;
 using testing::ImageLayout;
 
 namespace {
 
-constexpr int Id = 5;
-constexpr int OtherId = 9;
-constexpr const char* ConnectTitle = "Connect device";
-
-simulator::Rack TwoDevices() {
-    simulator::Rack rack;
-    unsigned seed = 1;
-    for (const int id : {Id, OtherId}) {
-        Furnish(rack.Add(id, "Top             "), RandomPreset(seed++));
-        rack.At(id).SetMemory(simulator::OptionBitsAddress, 32);
-    }
-    return rack;
-}
-
 simulator::Rack OneDevice() {
     simulator::Rack rack;
     Furnish(rack.Add(0, "Alone           "), RandomPreset(4));
-    rack.At(0).SetMemory(simulator::OptionBitsAddress, 32);
+    rack.At(0).SetMemory(simulator::OptionBitsAddress, PlainOptions);
     return rack;
 }
 
@@ -45,16 +28,11 @@ double ProcessSeconds() {
 
 } // namespace
 
-class LostAndFoundTest : public QObject {
+class LostAndFoundTest : public RackTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
-    void init() { impatience_.emplace(); }
-    void cleanup() {
-        other_.reset();
-        desk_.reset();
-    }
+    void cleanup() { TakeDown(); }
 
     void ADoubleClickInTheFirstSecondAsksToConnect_data();
     void ADoubleClickInTheFirstSecondAsksToConnect();
@@ -64,15 +42,7 @@ class LostAndFoundTest : public QObject {
     void APlugPulledWhileNothingHappensIsTold();
 
   private:
-    void Build() {
-        desk_ = std::make_unique<RackDesk>(TwoDevices());
-        desk_->Connect();
-        for (const int slot : {0, 1}) {
-            QVERIFY(desk_->Open(slot, slot));
-            desk_->ShowTab(controls::GainsTab, slot);
-        }
-    }
-    void DoubleClick(int row) { driver::DoubleClickRow(Find(QStringLiteral("Devices")), row); }
+    bool OpenBoth() { return ConnectAndOpenAll(RandomRack({Id, OtherId}), controls::GainsTab); }
     void Unconnect(int slot) {
         BoxAnswers boxes({QStringLiteral("Yes")});
         driver::Click(desk_->Control("Command2", controls::UnconnectTool, slot));
@@ -89,10 +59,6 @@ class LostAndFoundTest : public QObject {
         desk_->Logic().Splash.Timer1.Start(10);
         QVERIFY(driver::WaitUntil([&] { return desk_->Logic().List.Timer1.Running(); }));
     }
-
-    std::optional<Impatience> impatience_;
-    std::unique_ptr<RackDesk> desk_;
-    std::unique_ptr<Witness> other_;
 };
 
 void LostAndFoundTest::ADoubleClickInTheFirstSecondAsksToConnect_data() {
@@ -103,7 +69,7 @@ void LostAndFoundTest::ADoubleClickInTheFirstSecondAsksToConnect_data() {
 
 void LostAndFoundTest::ADoubleClickInTheFirstSecondAsksToConnect() {
     QFETCH(bool, demo);
-    desk_ = std::make_unique<RackDesk>(OneDevice());
+    SetUp(OneDevice());
     // The first of 33 records of eleven words is found.
     std::vector<std::uint8_t> speakers(33 * 22);
     speakers[20] = 1;
@@ -117,7 +83,7 @@ void LostAndFoundTest::ADoubleClickInTheFirstSecondAsksToConnect() {
     QCOMPARE(desk_->Logic().Link.DemoMode, demo);
     QVERIFY(desk_->Logic().State.DeviceUnconnected[0]);
     desk_->TakeFrames();
-    DoubleClick(0);
+    desk_->DoubleClick(0);
     QCOMPARE(boxes.Seen().size(), std::size_t{demo ? 2U : 1U});
     QCOMPARE(boxes.Seen().back().Title, QLatin1String(ConnectTitle));
     QVERIFY(!desk_->IsOpen(0));
@@ -152,21 +118,21 @@ void LostAndFoundTest::ADoubleClickInTheFirstSecondAsksToConnect() {
 }
 
 void LostAndFoundTest::ADeviceComesBackBesideRunningMeters() {
-    Build();
+    QVERIFY(OpenBoth());
     for (int round = 0; round < 10; ++round) {
-        BringForward(*desk_, 0);
+        desk_->BringForward(0);
         Unconnect(0);
-        BringForward(*desk_, 1);
+        desk_->BringForward(1);
         // A good exchange lets the meters go on; they poll while the probe waits for its late answer.
         driver::Press(desk_->Control("Slider1", 2, 1), round % 2 == 0 ? Qt::Key_Up : Qt::Key_Down);
-        other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+        WatchOther();
         // Moving lamps are not moved by what is shown here.
         desk_->Form(1).Timer1.Start(10);
         desk_->TakeFrames();
         QVERIFY(driver::WaitUntil([&] { return desk_->Line().Frames().size() >= 2; }));
         desk_->Line().Order(simulator::Fault::Late(Id, 1, std::chrono::milliseconds(90)));
         BoxAnswers boxes({QStringLiteral("Yes"), QStringLiteral("OK"), QStringLiteral("OK")});
-        DoubleClick(0);
+        desk_->DoubleClick(0);
         QVERIFY2(driver::WaitUntil([&] { return desk_->IsOpen(0); }, 1000), QByteArray::number(round));
         QCOMPARE(boxes.Seen().size(), std::size_t{1});
         desk_->Form(0).Timer1.Stop();
@@ -193,10 +159,10 @@ void LostAndFoundTest::ADoubleClickDuringTheProbeDoesNothing_data() {
 
 void LostAndFoundTest::ADoubleClickDuringTheProbeDoesNothing() {
     QFETCH(bool, answers);
-    Build();
-    BringForward(*desk_, 0);
+    QVERIFY(OpenBoth());
+    desk_->BringForward(0);
     Unconnect(0);
-    other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+    WatchOther();
     desk_->Line().Order(answers ? simulator::Fault::Late(Id, 1, std::chrono::milliseconds(120))
                                 : simulator::Fault::Die(Id));
     desk_->TakeFrames();
@@ -206,13 +172,13 @@ void LostAndFoundTest::ADoubleClickDuringTheProbeDoesNothing() {
     QObject::connect(&again, &QTimer::timeout, &again, [&] {
         if (desk_->Line().Frames().size() == 1) { // the probe is under way
             ++clicks;
-            DoubleClick(0);
+            desk_->DoubleClick(0);
             driver::Click(desk_->Control("Check1", 2, 1));
             desk_->Window(1)->close();
         }
     });
     again.start(15);
-    DoubleClick(0);
+    desk_->DoubleClick(0);
     again.stop();
     QVERIFY(clicks >= 2);
     QTest::qWait(50);
@@ -234,11 +200,9 @@ void LostAndFoundTest::ADoubleClickDuringTheProbeDoesNothing() {
 }
 
 void LostAndFoundTest::APlugPulledWhileNothingHappensIsTold() {
-    Build();
-    BringForward(*desk_, 0);
-    const QString device = QString::fromStdString(desk_->Line().DevicePath());
-    desk_->Unplug();
-    other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+    QVERIFY(OpenBoth());
+    desk_->BringForward(0);
+    const QString device = Unplug();
     const Witness first(*desk_, Id, 0);
     BoxAnswers boxes;
     QVERIFY(driver::WaitUntil([&] { return !desk_->Application().Port().PortOpen(); }));
@@ -255,10 +219,10 @@ void LostAndFoundTest::APlugPulledWhileNothingHappensIsTold() {
     QCOMPARE(other_->Difference(), QString());
     QCOMPARE(first.Difference(), QString());
 
-    desk_->PlugIn(TwoDevices());
-    other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+    desk_->PlugIn(RandomRack({Id, OtherId}));
+    WatchOther();
     boxes.Next(QStringLiteral("Yes"));
-    DoubleClick(0);
+    desk_->DoubleClick(0);
     QVERIFY(driver::WaitUntil([&] { return desk_->IsOpen(0) && desk_->Application().Port().PortOpen(); }));
     QCOMPARE(boxes.Seen().size(), std::size_t{1});
     QCOMPARE(boxes.Seen()[0].Title, QLatin1String(ConnectTitle));

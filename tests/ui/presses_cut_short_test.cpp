@@ -1,10 +1,7 @@
 // A press that a box comes over, or that stands still for want of an answer: it acts once and leaves nothing behind.
 
-#include "rack_witness.h"
-#include "ui/look/theme.h"
+#include "rack_test.h"
 #include "ui/widgets/fader.h"
-
-#include <optional>
 
 using namespace nrv;
 using namespace nrv::test;
@@ -13,42 +10,20 @@ using testing::ImageLayout;
 
 namespace {
 
-constexpr int Id = 5;
-constexpr int OtherId = 9;
 /// Longer than a held press needs to repeat itself.
 constexpr int RepeatedBy = 600;
 
-simulator::Rack TwoDevices() {
-    simulator::Rack rack;
-    for (const int id : {Id, OtherId}) {
-        Furnish(rack.Add(id, "Top             "), simulator::FactoryPreset());
-    }
-    return rack;
-}
-
 } // namespace
 
-class PressesCutShortTest : public QObject {
+class PressesCutShortTest : public RackTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
-        impatience_.emplace();
-        desk_ = std::make_unique<RackDesk>(TwoDevices());
-        desk_->Connect();
-        for (const int slot : {0, 1}) {
-            QVERIFY(desk_->Open(slot, slot));
-            desk_->ShowTab(0, slot);
-        }
-        BringForward(*desk_, 0);
-        desk_->TakeFrames();
-        other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+        QVERIFY(ConnectAndOpenAll(FactoryRack({Id, OtherId}), 0));
+        StandReady();
     }
-    void cleanup() {
-        other_.reset();
-        desk_.reset();
-    }
+    void cleanup() { TakeDown(); }
 
     void APressOnADeadLineIsOneFailure_data();
     void APressOnADeadLineIsOneFailure();
@@ -76,10 +51,6 @@ class PressesCutShortTest : public QObject {
         return widget;
     }
     int Code(bool arrows, int id = Id) { return desk_->Live(id)[ImageLayout::Peq(0, 0) + (arrows ? 2 : 4)]; }
-
-    std::optional<Impatience> impatience_;
-    std::unique_ptr<RackDesk> desk_;
-    std::unique_ptr<Witness> other_;
 };
 
 void PressesCutShortTest::APressOnADeadLineIsOneFailure_data() {
@@ -96,8 +67,7 @@ void PressesCutShortTest::APressOnADeadLineIsOneFailure() {
     QFETCH(bool, port_gone);
     BoxAnswers boxes(AnyNumberOfOk());
     if (port_gone) {
-        desk_->Unplug();
-        other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+        Unplug();
     } else {
         desk_->LetDie(Id);
     }
@@ -110,7 +80,7 @@ void PressesCutShortTest::APressOnADeadLineIsOneFailure() {
     QCOMPARE(boxes.Seen().size(), std::size_t{1});
     if (!port_gone) {
         const std::vector<simulator::Frame> frames = desk_->TakeFrames();
-        QCOMPARE(frames.size(), std::size_t{5});
+        QCOMPARE(frames.size(), Transmissions);
         QVERIFY(std::all_of(frames.begin(), frames.end(), [&](const auto& frame) { return frame == frames[0]; }));
         QCOMPARE(frames[0][2], simulator::Byte{Id});
         QCOMPARE(frames[0][3], simulator::Byte{5});
@@ -210,7 +180,7 @@ void PressesCutShortTest::ADragInWhichTheDeviceDiesIsOver() {
     QTest::mouseMove(dragged, AtPosition(*dragged, 80));
     QVERIFY(!desk_->IsOpen(0));
     QCOMPARE(boxes.Seen().size(), std::size_t{1});
-    QCOMPARE(desk_->TakeFrames().size(), std::size_t{5});
+    QCOMPARE(desk_->TakeFrames().size(), Transmissions);
     QTest::qWait(100);
     QVERIFY(dragged == nullptr);
     // The hand is still down where the other's fader lies now.

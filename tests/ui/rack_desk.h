@@ -187,9 +187,11 @@ class RackDesk {
         return driver::FindAs<QMdiSubWindow>(QStringLiteral("FrmCtrl(%1)").arg(slot));
     }
     bool IsOpen(int slot) { return Window(slot) != nullptr && Window(slot)->isVisible(); }
+    void BringForward(int slot) { Window(slot)->mdiArea()->setActiveSubWindow(Window(slot)); }
+    void DoubleClick(int row) { driver::DoubleClickRow(driver::Find(QStringLiteral("Devices")), row); }
     /// Opens the device of a row by a double click. Its meters rest until they are asked for.
     bool Open(int row, int slot = 0) {
-        driver::DoubleClickRow(driver::Find(QStringLiteral("Devices")), row);
+        DoubleClick(row);
         const bool open = driver::WaitUntil([&] { return IsOpen(slot); });
         if (open) {
             Form(slot).Timer1.Stop();

@@ -157,11 +157,13 @@ inline std::vector<simulator::Frame> FramesTo(const std::vector<simulator::Frame
     return of_it;
 }
 
+/// How often a frame goes out that is not answered.
+inline constexpr std::size_t Transmissions = 5;
+
 /// What goes out to a device that is there up to a frame, counted from 0, and then answers nothing more.
 inline std::vector<simulator::Frame> UpToTheDeath(const std::vector<simulator::Frame>& whole, std::size_t answered) {
-    constexpr int transmissions = 5;
     std::vector<simulator::Frame> frames(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(answered));
-    frames.insert(frames.end(), transmissions, whole.at(answered));
+    frames.insert(frames.end(), Transmissions, whole.at(answered));
     return frames;
 }
 
@@ -173,10 +175,6 @@ inline QString RowText(int row) {
 inline std::vector<QString> AnyNumberOfOk(std::vector<QString> first = {}) {
     first.insert(first.end(), 20, QStringLiteral("OK"));
     return first;
-}
-
-inline void BringForward(RackDesk& desk, int slot) {
-    desk.Window(slot)->mdiArea()->setActiveSubWindow(desk.Window(slot));
 }
 
 } // namespace nrv::test

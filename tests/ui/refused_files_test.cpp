@@ -1,10 +1,8 @@
 // Files that cannot be loaded, and one that would lock the device: what is told, and what reaches the device.
 
-#include "rack_witness.h"
-#include "ui/look/theme.h"
+#include "rack_test.h"
 
 #include <filesystem>
-#include <optional>
 
 using namespace nrv;
 using namespace nrv::test;
@@ -14,67 +12,28 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int Id = 5;
-constexpr int OtherId = 9;
-constexpr int MutesWithPreset = 32 + 4;
 constexpr int LockBit = 128;
 constexpr int UnitBit = 64;
 constexpr std::size_t OptionBitsAt = 433 + 16;
 
-simulator::Rack TwoDevices() {
-    simulator::Rack rack;
-    unsigned seed = 1;
-    for (const int id : {Id, OtherId}) {
-        Furnish(rack.Add(id, "Top             "), RandomPreset(seed++));
-        rack.At(id).SetMemory(simulator::OptionBitsAddress, MutesWithPreset);
-    }
-    return rack;
-}
-
 } // namespace
 
-class RefusedFilesTest : public QObject {
+class RefusedFilesTest : public RackTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
-        impatience_.emplace();
-        desk_ = std::make_unique<RackDesk>(TwoDevices());
-        desk_->Connect();
-        for (const int slot : {0, 1}) {
-            QVERIFY(desk_->Open(slot, slot));
-        }
-        BringForward(*desk_, 0);
-        presets_ = desk_->Folder().Path() / "preset";
-        fs::create_directory(presets_);
-        desk_->TakeFrames();
-        other_ = std::make_unique<Witness>(*desk_, OtherId, 1);
+        QVERIFY(ConnectAndOpenAll(RandomRack({Id, OtherId}, MutesWithPreset)));
+        fs::create_directory(PresetFolder());
+        StandReady();
     }
-    void cleanup() {
-        other_.reset();
-        desk_.reset();
-    }
+    void cleanup() { TakeDown(); }
 
     void ANameThatIsNoFileIsRefused_data();
     void ANameThatIsNoFileIsRefused();
     void ALinkToItselfIsToldInTheStatusLine();
     void AFileWithTheLockBitDoesNotLock_data();
     void AFileWithTheLockBitDoesNotLock();
-
-  private:
-    bool Load(const QString& name) {
-        return desk_->WithTool(controls::LoadPresetTool, "FileDialog", [&](QWidget& dialog) {
-            auto* edit = dialog.findChild<QLineEdit*>();
-            edit->setText(name);
-            driver::Press(edit, Qt::Key_Return);
-        });
-    }
-
-    std::optional<Impatience> impatience_;
-    std::unique_ptr<RackDesk> desk_;
-    std::unique_ptr<Witness> other_;
-    fs::path presets_;
 };
 
 void RefusedFilesTest::ANameThatIsNoFileIsRefused_data() {
@@ -85,10 +44,10 @@ void RefusedFilesTest::ANameThatIsNoFileIsRefused_data() {
 
 void RefusedFilesTest::ANameThatIsNoFileIsRefused() {
     QFETCH(QString, name);
-    fs::create_symlink(presets_ / "nowhere" / "target.n91", presets_ / "dangling.n91");
+    fs::create_symlink(PresetFolder() / "nowhere" / "target.n91", PresetFolder() / "dangling.n91");
     const Witness own(*desk_, Id, 0);
     BoxAnswers boxes(AnyNumberOfOk());
-    QVERIFY(Load(name));
+    QVERIFY(LoadFile(name));
     QTest::qWait(30);
     QCOMPARE(boxes.Seen().size(), std::size_t{1});
     QCOMPARE(boxes.Seen()[0].Title, QStringLiteral(" Error"));
@@ -97,15 +56,15 @@ void RefusedFilesTest::ANameThatIsNoFileIsRefused() {
     QCOMPARE(own.Difference(), QString());
     QCOMPARE(other_->Difference(), QString());
     QCOMPARE(desk_->Logic().Main.Window.MousePointer(), controls::Pointer::Default);
-    QVERIFY(fs::is_symlink(presets_ / "dangling.n91"));
-    QVERIFY(!fs::exists(presets_ / "nowhere"));
+    QVERIFY(fs::is_symlink(PresetFolder() / "dangling.n91"));
+    QVERIFY(!fs::exists(PresetFolder() / "nowhere"));
 }
 
 void RefusedFilesTest::ALinkToItselfIsToldInTheStatusLine() {
-    fs::create_symlink(presets_ / "circle.n91", presets_ / "circle.n91");
+    fs::create_symlink(PresetFolder() / "circle.n91", PresetFolder() / "circle.n91");
     const Witness own(*desk_, Id, 0);
     BoxAnswers boxes(AnyNumberOfOk());
-    QVERIFY(Load(QStringLiteral("circle.n91")));
+    QVERIFY(LoadFile(QStringLiteral("circle.n91")));
     QTest::qWait(30);
     QCOMPARE(boxes.Seen().size(), std::size_t{0});
     QVERIFY(desk_->Status().starts_with("The preset was not loaded. circle.n91 could not be read: "));
@@ -127,9 +86,9 @@ void RefusedFilesTest::AFileWithTheLockBitDoesNotLock() {
     std::vector<std::uint8_t> file(bytes, bytes + 771);
     file[ImageLayout::Gain(3)] = 33;
     file[OptionBitsAt] = static_cast<std::uint8_t>(MutesWithPreset + LockBit + unit);
-    desk_->Folder().Write("preset/locked.n91", file);
+    WritePresetFile("locked.n91", file);
     BoxAnswers boxes(AnyNumberOfOk());
-    QVERIFY(Load(QStringLiteral("locked.n91")));
+    QVERIFY(LoadFile(QStringLiteral("locked.n91")));
     QCOMPARE(boxes.Seen().size(), std::size_t{0});
     const std::vector<simulator::Frame> frames = desk_->TakeFrames();
     // It was loaded, between its two marks.

@@ -1,45 +1,17 @@
 // Several windows of which one fills the main window: the one in front stays the one that is worked on.
 
-#include "rack_witness.h"
-#include "ui/look/theme.h"
-#include "ui/widgets/fader.h"
-
-#include <optional>
+#include "rack_test.h"
 
 using namespace nrv;
 using namespace nrv::test;
 using driver::BoxAnswers;
-using testing::ImageLayout;
 
-namespace {
-
-constexpr int Id = 3;
-constexpr int OtherId = 7;
-constexpr int ThirdId = 8;
-
-simulator::Rack ThreeDevices() {
-    simulator::Rack rack;
-    for (const int id : {Id, OtherId, ThirdId}) {
-        simulator::PresetBody body = simulator::FactoryPreset();
-        body[ImageLayout::Mutes] = 0;
-        Furnish(rack.Add(id, "Top             "), body);
-    }
-    return rack;
-}
-
-} // namespace
-
-class SeveralWindowsTest : public QObject {
+class SeveralWindowsTest : public RackTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
-    void init() {
-        impatience_.emplace();
-        desk_ = std::make_unique<RackDesk>(ThreeDevices());
-        desk_->Connect();
-    }
-    void cleanup() { desk_.reset(); }
+    void init() { Connect(FactoryRack({Id, OtherId, ThirdId})); }
+    void cleanup() { TakeDown(); }
 
     void TheWindowOverAMaximisedOneStaysTheCurrentOne();
     void AnUnconnectOverAMaximisedWindowClosesTheOneInFront();
@@ -51,7 +23,6 @@ class SeveralWindowsTest : public QObject {
     void EachOfThreeWindowsTakesItsOwnDeviceAway();
 
   private:
-    int Current() { return desk_->Logic().Windows.CurrentWindow; }
     void OpenOverAMaximisedOne() {
         QVERIFY(desk_->Open(0, 0));
         desk_->Window(0)->showMaximized();
@@ -66,9 +37,6 @@ class SeveralWindowsTest : public QObject {
         QVERIFY(desk_->Window(0)->size() + desk_->Window(1)->size() != before);
         desk_->TakeFrames();
     }
-
-    std::optional<Impatience> impatience_;
-    std::unique_ptr<RackDesk> desk_;
 };
 
 void SeveralWindowsTest::TheWindowOverAMaximisedOneStaysTheCurrentOne() {
@@ -93,11 +61,11 @@ void SeveralWindowsTest::AnUnconnectOverAMaximisedWindowClosesTheOneInFront() {
     QTest::qWait(50);
     QVERIFY(!desk_->IsOpen(1));
     QVERIFY(desk_->IsOpen(0));
-    QCOMPARE(RowText(1), QStringLiteral(" Unconnected      ID:7"));
+    QCOMPARE(RowText(1), QStringLiteral(" Unconnected      ID:9"));
     QCOMPARE(Difference(desk_->TakeFrames(), {Request(OtherId, {0x0F})}), QString());
     QCOMPARE(first.Difference(), QString());
     QVERIFY(
-        driver::WaitUntil([&] { return desk_->Status().starts_with("ID:7 is unconnected. Double-click its row"); }));
+        driver::WaitUntil([&] { return desk_->Status().starts_with("ID:9 is unconnected. Double-click its row"); }));
     // What is left is worked on as before.
     desk_->ShowTab(controls::GainsTab, 0);
     driver::Click(desk_->Control("Check1", 0, 0));
@@ -113,9 +81,8 @@ void SeveralWindowsTest::AClickInAWindowBehindWorksOnItsDevice_data() {
 
 void SeveralWindowsTest::AClickInAWindowBehindWorksOnItsDevice() {
     QFETCH(bool, takes_focus);
+    QVERIFY(OpenAll(3, controls::GainsTab));
     for (const int slot : {0, 1, 2}) {
-        QVERIFY(desk_->Open(slot, slot));
-        desk_->ShowTab(controls::GainsTab, slot);
         desk_->Control("Check1", 3, slot)->setFocusPolicy(takes_focus ? Qt::StrongFocus : Qt::NoFocus);
     }
     const std::array<int, 3> ids{Id, OtherId, ThirdId};
@@ -139,16 +106,14 @@ void SeveralWindowsTest::AClickInAWindowBehindWorksOnItsDevice() {
 }
 
 void SeveralWindowsTest::AToolButtonOfAWindowBehindAsksForItsDevice() {
-    for (const int slot : {0, 1}) {
-        QVERIFY(desk_->Open(slot, slot));
-    }
+    QVERIFY(OpenAll(2));
     const Witness second(*desk_, OtherId, 1);
     BoxAnswers boxes({QStringLiteral("Yes")});
     driver::Click(desk_->Control("Command2", controls::UnconnectTool, 0));
     QTest::qWait(30);
     QVERIFY(!desk_->IsOpen(0));
     QCOMPARE(Difference(desk_->TakeFrames(), {Request(Id, {0x0F})}), QString());
-    QCOMPARE(RowText(0), QStringLiteral(" Unconnected      ID:3"));
+    QCOMPARE(RowText(0), QStringLiteral(" Unconnected      ID:5"));
     QCOMPARE(second.Difference(), QString());
 }
 
@@ -161,7 +126,7 @@ void SeveralWindowsTest::AWindowThatComesForwardUnderAQuestionCountsAfterIt() {
     desk_->ShowTab(3, 1);
     desk_->TakeFrames();
     BoxAnswers boxes({QStringLiteral("Yes")});
-    boxes.OnBox = [this](QWidget&) { BringForward(*desk_, 0); };
+    boxes.OnBox = [this](QWidget&) { desk_->BringForward(0); };
     driver::Click(desk_->Control("Command1", 3, 1));
     const std::vector<simulator::Frame> frames = desk_->TakeFrames();
     QCOMPARE(frames.size(), std::size_t{4});
@@ -171,9 +136,7 @@ void SeveralWindowsTest::AWindowThatComesForwardUnderAQuestionCountsAfterIt() {
 }
 
 void SeveralWindowsTest::ClosingAWindowBehindAsksForItsDevice() {
-    for (const int slot : {0, 1, 2}) {
-        QVERIFY(desk_->Open(slot, slot));
-    }
+    QVERIFY(OpenAll(3));
     const Witness second(*desk_, OtherId, 1);
     const Witness third(*desk_, ThirdId, 2);
     BoxAnswers boxes({QStringLiteral("No"), QStringLiteral("Yes")});
@@ -181,21 +144,18 @@ void SeveralWindowsTest::ClosingAWindowBehindAsksForItsDevice() {
     QVERIFY(desk_->IsOpen(0));
     desk_->Window(0)->close();
     QCOMPARE(boxes.Seen().size(), std::size_t{2});
-    QCOMPARE(boxes.Seen()[0].Title, QStringLiteral("ID:3 - Close window"));
-    QCOMPARE(boxes.Seen()[1].Title, QStringLiteral("ID:3 - Close window"));
+    QCOMPARE(boxes.Seen()[0].Title, QStringLiteral("ID:5 - Close window"));
+    QCOMPARE(boxes.Seen()[1].Title, QStringLiteral("ID:5 - Close window"));
     QTest::qWait(30);
     QVERIFY(!desk_->IsOpen(0));
-    QCOMPARE(RowText(0), QStringLiteral("Top               ID:3"));
+    QCOMPARE(RowText(0), QStringLiteral("Top               ID:5"));
     QCOMPARE(desk_->TakeFrames().size(), std::size_t{0});
     QCOMPARE(second.Difference(), QString());
     QCOMPARE(third.Difference(), QString());
 }
 
 void SeveralWindowsTest::EachOfThreeWindowsTakesItsOwnDeviceAway() {
-    for (const int slot : {0, 1, 2}) {
-        QVERIFY(desk_->Open(slot, slot));
-        desk_->ShowTab(controls::GainsTab, slot);
-    }
+    QVERIFY(OpenAll(3, controls::GainsTab));
     desk_->Window(2)->showMaximized();
     QTest::qWait(30);
     const Witness third(*desk_, ThirdId, 2);
@@ -208,8 +168,9 @@ void SeveralWindowsTest::EachOfThreeWindowsTakesItsOwnDeviceAway() {
         QTest::qWait(30);
         QVERIFY(!desk_->IsOpen(slot));
         const std::vector<simulator::Frame> frames = desk_->TakeFrames();
-        QCOMPARE(Difference(frames, std::vector<simulator::Frame>(5, Request(id, {9, 5, 0, 0, 0, 0, 0, 0, 1}))),
-                 QString());
+        QCOMPARE(
+            Difference(frames, std::vector<simulator::Frame>(Transmissions, Request(id, {9, 5, 0, 0, 0, 0, 0, 0, 1}))),
+            QString());
         QCOMPARE(desk_->Status(), "ID:" + std::to_string(id) +
                                       " does not answer; the change was not sent. Double-click its row to connect it "
                                       "again. The meters rest until the next change.");

@@ -2,12 +2,10 @@
 // line: presets in the device and on disk, copies, and a device that goes away in the middle.
 
 #include "presets/copy_trace.h"
-#include "rack_desk.h"
-#include "ui/look/theme.h"
+#include "rack_test.h"
 
 #include <QComboBox>
 #include <QProgressBar>
-#include <QTableWidget>
 
 using namespace nrv;
 using namespace nrv::test;
@@ -18,12 +16,6 @@ using testing::ImageLayout;
 using testing::LoadTrace;
 
 namespace {
-
-constexpr int Id = 5;
-constexpr int OtherId = 9;
-/// The option bits of the factory, and with the option that mutes come with a preset.
-constexpr int PlainOptions = 32;
-constexpr int MutesWithPreset = 32 + 4;
 
 /// Every place of a channel that a copy reaches, but for its mute.
 std::vector<std::size_t> CopiedPlaces(int channel) {
@@ -111,17 +103,15 @@ class BarWatch : public QObject {
 
 } // namespace
 
-class ToolsOnTheRackTest : public QObject {
+class ToolsOnTheRackTest : public RackTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
     void init() {
-        desk_ = std::make_unique<RackDesk>(TwoDevices());
-        desk_->Connect();
+        Connect(TwoDevices());
         QVERIFY(desk_->Open(0));
     }
-    void cleanup() { desk_.reset(); }
+    void cleanup() { TakeDown(); }
 
     void AStoreIntoPosition3Is450FramesInTheirOrder();
     void WhatWasStoredIsReadBackAfterEditing();
@@ -166,23 +156,6 @@ class ToolsOnTheRackTest : public QObject {
             driver::Click(In(dialog, "Command1(1)"));
         });
     }
-    bool ChooseFile(int tool, const QString& name) {
-        return desk_->WithTool(tool, "FileDialog", [&](QWidget& dialog) {
-            auto* edit = dialog.findChild<QLineEdit*>();
-            edit->setText(name);
-            driver::Press(edit, Qt::Key_Return);
-        });
-    }
-    testing::Body Body(int id = Id) { return desk_->Image(id).PresetBody; }
-    std::array<int, 6> Sources() {
-        std::array<int, 6> sources{};
-        for (std::size_t output = 0; output < sources.size(); ++output) {
-            sources[output] = Form().Combo3[output].Index();
-        }
-        return sources;
-    }
-
-    std::unique_ptr<RackDesk> desk_;
 };
 
 void ToolsOnTheRackTest::AStoreIntoPosition3Is450FramesInTheirOrder() {
@@ -316,7 +289,7 @@ void ToolsOnTheRackTest::AStoreThatIsRefusedAtItsQuestionSendsNothing() {
 }
 
 void ToolsOnTheRackTest::ALoadBringsTheDeviceBackToWhatWasSaved() {
-    std::filesystem::create_directory(desk_->Folder().Path() / "preset");
+    std::filesystem::create_directory(PresetFolder());
     const simulator::PresetBody live = desk_->Live(Id);
     const model::PresetImageRow image = desk_->Image(Id);
     QVERIFY(ChooseFile(controls::SavePresetTool, QStringLiteral("club.n91")));
@@ -354,7 +327,7 @@ void ToolsOnTheRackTest::ALoadBringsTheDeviceBackToWhatWasSaved() {
     // One source changed, which its own event sends once more, and so did the unit.
     QCOMPARE(trace.Frames.size(), std::size_t{153 + 1 + 1});
     desk_->TakeFrames();
-    QVERIFY(ChooseFile(controls::LoadPresetTool, QStringLiteral("club.n91")));
+    QVERIFY(LoadFile(QStringLiteral("club.n91")));
     QCOMPARE(Difference(desk_->TakeFrames(), trace.Frames), QString());
     QCOMPARE(ImageDifference(desk_->Live(Id), live), QString());
     QCOMPARE(int(desk_->Memory(Id, 18)), int(live[71]));
@@ -464,7 +437,7 @@ void ToolsOnTheRackTest::ADeviceThatDiesDuringAStoreTakesItsWindowAndTheDialogAl
         [&](const BarWatch& bar) { values = bar.Values; }));
     QVERIFY(driver::WaitUntil([&] { return !desk_->IsOpen(0); }));
     QCOMPARE(boxes.Seen().size(), std::size_t{2});
-    QCOMPARE(boxes.Seen()[1].Title, QStringLiteral("Communication problem"));
+    QCOMPARE(boxes.Seen()[1].Title, QLatin1String(DeathTitle));
     QCOMPARE(boxes.Seen()[1].Text, QStringLiteral(" The system will be close the communication with this device"));
     QCOMPARE(values.back(), 100);
     QWidget* dialog = driver::Find(QStringLiteral("FrmStore"));
@@ -472,8 +445,7 @@ void ToolsOnTheRackTest::ADeviceThatDiesDuringAStoreTakesItsWindowAndTheDialogAl
     QVERIFY(QApplication::activeModalWidget() == nullptr);
     QVERIFY(desk_->Logic().State.DeviceUnconnected[Id]);
     QCOMPARE(desk_->Logic().Windows.OpenWindowTop, -1);
-    auto* list = FindAs<QTableWidget>(QStringLiteral("Devices"));
-    QCOMPARE(list->item(0, 0)->text(), QStringLiteral(" Unconnected      ID:5"));
+    QCOMPARE(RowText(0), QStringLiteral(" Unconnected      ID:5"));
     QCOMPARE(desk_->Logic().Main.Window.MousePointer(), controls::Pointer::Default);
     QVERIFY(!desk_->Process().Ended);
 
@@ -481,7 +453,7 @@ void ToolsOnTheRackTest::ADeviceThatDiesDuringAStoreTakesItsWindowAndTheDialogAl
     desk_->PlugIn(TwoDevices());
     BoxAnswers again({QStringLiteral("Yes")});
     QVERIFY(desk_->Open(0));
-    QCOMPARE(again.Seen()[0].Title, QStringLiteral("Connect device"));
+    QCOMPARE(again.Seen()[0].Title, QLatin1String(ConnectTitle));
     QCOMPARE(ImageDifference(Body(), desk_->Live(Id)), QString());
     EditGain(1, Form().Slider1[1].Position() > 60 ? Qt::Key_Up : Qt::Key_Down);
     QCOMPARE(desk_->TakeFrames().size(), std::size_t{1});

@@ -149,11 +149,13 @@ class WindowHostTest : public QObject {
 
     void the_connection_dialog_returns_when_it_was_closed() {
         Host host(*this);
+        QString stood;
         QTimer::singleShot(30, this, [&] {
-            QCOMPARE(QApplication::activeModalWidget()->objectName(), Name("FrmSelect"));
+            stood = QApplication::activeModalWidget()->objectName();
             host->CloseConnectionDialog();
         });
         host->RunConnectionDialog();
+        QCOMPARE(stood, Name("FrmSelect"));
         QVERIFY(QApplication::activeModalWidget() == nullptr);
         host->CloseConnectionDialog();
     }
@@ -161,7 +163,13 @@ class WindowHostTest : public QObject {
     void unloading_the_main_window_asks_the_logic() {
         Host host(*this);
         host->ShowMainWindow();
+        host.MayClose = false;
         host->UnloadMainWindow();
+        QCOMPARE(host.AskedOfAll, 1);
+        QVERIFY(host.MainWindow().isVisible());
+        host.MayClose = true;
+        host->UnloadMainWindow();
+        QCOMPARE(host.AskedOfAll, 2);
         QVERIFY(!host.MainWindow().isVisible());
     }
 
@@ -187,7 +195,12 @@ class WindowHostTest : public QObject {
                                 return MayClose;
                             },
                             [this](int slot) { Activated.push_back(slot); }, [this](int, int, int) { ++Resized; },
-                            [] {}, [] { return true; }, [] { return true; }});
+                            [] {},
+                            [this] {
+                                ++AskedOfAll;
+                                return MayClose;
+                            },
+                            [] { return true; }});
         }
         ui::QtWindowHost* operator->() { return &host; }
         static QWidget& MainWindow() {
@@ -202,6 +215,7 @@ class WindowHostTest : public QObject {
 
         int Contents = 0;
         int Asked = 0;
+        int AskedOfAll = 0; ///< by the main window
         int Resized = 0;
         bool MayClose = true;
         std::function<void()> WhenAsked;

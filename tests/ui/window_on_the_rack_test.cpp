@@ -1,7 +1,6 @@
 // The lock, the names and the meters of control windows on a virtual rack, by real events.
 
-#include "rack_desk.h"
-#include "ui/look/theme.h"
+#include "rack_test.h"
 #include "ui/widgets/lamp.h"
 #include "ui/widgets/panel.h"
 #include "ui/widgets/value_text.h"
@@ -22,22 +21,12 @@ using testing::ImageLayout;
 
 namespace {
 
-constexpr int FirstId = 3;
-constexpr int SecondId = 7;
-constexpr int LockedId = 8;
-constexpr int Options = 32;
-constexpr int LockedOptions = 32 + 128;
+constexpr int LockedId = ThirdId;
+constexpr int LockedOptions = PlainOptions + 128;
 
 simulator::Rack ThreeDevices() {
-    simulator::Rack rack;
-    rack.Add(FirstId, "Stage left      ");
-    rack.Add(SecondId, "Stage right     ");
-    rack.Add(LockedId, "Locked          ").SetLocked(true);
-    for (const int id : {FirstId, SecondId, LockedId}) {
-        simulator::PresetBody body = simulator::FactoryPreset();
-        body[ImageLayout::Mutes] = 0;
-        Furnish(rack.At(id), body);
-    }
+    simulator::Rack rack = FactoryRack({Id, OtherId, LockedId});
+    rack.At(LockedId).SetLocked(true);
     return rack;
 }
 
@@ -63,16 +52,12 @@ bool StaysOpen(std::string_view name, int index) {
 
 } // namespace
 
-class WindowOnTheRackTest : public QObject {
+class WindowOnTheRackTest : public RackTest {
     Q_OBJECT
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
-    void init() {
-        desk_ = std::make_unique<RackDesk>(ThreeDevices());
-        desk_->Connect();
-    }
-    void cleanup() { desk_.reset(); }
+    void init() { Connect(ThreeDevices()); }
+    void cleanup() { TakeDown(); }
 
     void ALockDisablesTheToldControlsAndAnUnlockEnablesThem();
     void AWrongPasswordSaysSoAndLocksNothing();
@@ -162,17 +147,15 @@ class WindowOnTheRackTest : public QObject {
         QTest::qWait(milliseconds);
         return desk_->Line().Frames().size();
     }
-
-    std::unique_ptr<RackDesk> desk_;
 };
 
 void WindowOnTheRackTest::ALockDisablesTheToldControlsAndAnUnlockEnablesThem() {
     QVERIFY(desk_->Open(0));
     QCOMPARE(LockFault(false), QString());
     QVERIFY(TurnSwitch());
-    QCOMPARE(Difference(desk_->TakeFrames(), {WriteRequest(FirstId, 16, LockedOptions)}), QString());
-    QVERIFY(desk_->Line().WithRack([](simulator::Rack& rack) { return rack.At(FirstId).Locked(); }));
-    QCOMPARE(Values(FirstId).LockFlag, 1.0);
+    QCOMPARE(Difference(desk_->TakeFrames(), {WriteRequest(Id, 16, LockedOptions)}), QString());
+    QVERIFY(desk_->Line().WithRack([](simulator::Rack& rack) { return rack.At(Id).Locked(); }));
+    QCOMPARE(Values(Id).LockFlag, 1.0);
     QCOMPARE(LockFault(true), QString());
 
     // The names can be looked at by their blocks, and no more.
@@ -191,8 +174,8 @@ void WindowOnTheRackTest::ALockDisablesTheToldControlsAndAnUnlockEnablesThem() {
     QVERIFY(desk_->TakeFrames().empty());
 
     QVERIFY(TurnSwitch());
-    QCOMPARE(Difference(desk_->TakeFrames(), {WriteRequest(FirstId, 16, Options)}), QString());
-    QVERIFY(!desk_->Line().WithRack([](simulator::Rack& rack) { return rack.At(FirstId).Locked(); }));
+    QCOMPARE(Difference(desk_->TakeFrames(), {WriteRequest(Id, 16, PlainOptions)}), QString());
+    QVERIFY(!desk_->Line().WithRack([](simulator::Rack& rack) { return rack.At(Id).Locked(); }));
     QCOMPARE(LockFault(false), QString());
     driver::Press(desk_->Control("Slider1", 3), Qt::Key_Up);
     QCOMPARE(desk_->TakeFrames().size(), std::size_t{1});
@@ -226,7 +209,7 @@ void WindowOnTheRackTest::AWrongPasswordSaysSoAndLocksNothing() {
 
 void WindowOnTheRackTest::ANewPasswordGoesToTheDeviceAndIsTheOneAskedForFromThenOn() {
     QVERIFY(desk_->Open(0));
-    const auto page = desk_->Image(FirstId).SystemPage;
+    const auto page = desk_->Image(Id).SystemPage;
     bool back = false;
     QVERIFY(WithPassword(QStringLiteral("000000"), [&](QWidget& dialog) {
         driver::Click(In(dialog, "Command1(2)"));
@@ -239,15 +222,15 @@ void WindowOnTheRackTest::ANewPasswordGoesToTheDeviceAndIsTheOneAskedForFromThen
     std::vector<simulator::Frame> expected;
     const std::string password = "Ab9 !z";
     for (std::size_t i = 0; i < password.size(); ++i) {
-        expected.push_back(WriteRequest(FirstId, 26 + int(i), password[i]));
+        expected.push_back(WriteRequest(Id, 26 + int(i), password[i]));
     }
     QCOMPARE(Difference(desk_->TakeFrames(), expected), QString());
     for (std::size_t i = 0; i < password.size(); ++i) {
-        QCOMPARE(char(desk_->Memory(FirstId, 26 + i)), password[i]);
+        QCOMPARE(char(desk_->Memory(Id, 26 + i)), password[i]);
     }
-    QCOMPARE(desk_->Line().WithRack([](simulator::Rack& rack) { return rack.At(FirstId).Password(); }), password);
+    QCOMPARE(desk_->Line().WithRack([](simulator::Rack& rack) { return rack.At(Id).Password(); }), password);
     // The program's mirror of the memory keeps what it held; that is meant.
-    QVERIFY(desk_->Image(FirstId).SystemPage == page);
+    QVERIFY(desk_->Image(Id).SystemPage == page);
 
     BoxAnswers boxes({QStringLiteral("OK")});
     QVERIFY(
@@ -277,7 +260,7 @@ void WindowOnTheRackTest::TwoNewPasswordsThatDifferOrAreShortSendNothing() {
     QCOMPARE(boxes.Seen()[1].Title, QStringLiteral("New Password"));
     QCOMPARE(boxes.Seen()[1].Text, QStringLiteral("Passwords don't match "));
     QVERIFY(desk_->TakeFrames().empty());
-    QCOMPARE(desk_->Line().WithRack([](simulator::Rack& rack) { return rack.At(FirstId).Password(); }),
+    QCOMPARE(desk_->Line().WithRack([](simulator::Rack& rack) { return rack.At(Id).Password(); }),
              std::string("000000"));
 }
 
@@ -304,13 +287,13 @@ void WindowOnTheRackTest::ADeviceFoundLockedOpensDisabledAndTwoLimitersStayOpen(
                             [&](QWidget& dialog) { status = qobject_cast<QLabel*>(In(dialog, "Label2"))->text(); }));
     QCOMPARE(status, QStringLiteral("System Unlock"));
     QVERIFY(TurnSwitch());
-    QCOMPARE(Difference(desk_->TakeFrames(), {WriteRequest(LockedId, 16, Options)}), QString());
+    QCOMPARE(Difference(desk_->TakeFrames(), {WriteRequest(LockedId, 16, PlainOptions)}), QString());
     QCOMPARE(LockFault(false), QString());
 }
 
 void WindowOnTheRackTest::NamesGoToTheDeviceInSixFramesAndToEveryCaption() {
     QVERIFY(desk_->Open(0));
-    simulator::PresetBody expected_image = desk_->Live(FirstId);
+    simulator::PresetBody expected_image = desk_->Live(Id);
     const std::string in_b = Form().Label300[1].Caption();
     BoxAnswers boxes({QStringLiteral("Yes")});
     QVERIFY(desk_->WithTool(controls::EditNamesTool, "FrmEditLabel", [](QWidget& dialog) {
@@ -328,14 +311,13 @@ void WindowOnTheRackTest::NamesGoToTheDeviceInSixFramesAndToEveryCaption() {
     std::vector<simulator::Frame> expected;
     for (int output = 0; output < 6; ++output) {
         const std::string& name = sent[static_cast<std::size_t>(output)];
-        expected.push_back(
-            Request(FirstId, {0x0E, output + 2, 0, name[0], name[1], name[2], name[3], name[4], name[5]}));
+        expected.push_back(Request(Id, {0x0E, output + 2, 0, name[0], name[1], name[2], name[3], name[4], name[5]}));
         std::copy(name.begin(), name.end(),
                   expected_image.begin() + static_cast<std::ptrdiff_t>(ImageLayout::Name(output + 2)));
     }
     QCOMPARE(Difference(desk_->TakeFrames(), expected), QString());
-    QCOMPARE(ImageDifference(desk_->Live(FirstId), expected_image), QString());
-    QCOMPARE(ImageDifference(desk_->Image(FirstId).PresetBody, expected_image), QString());
+    QCOMPARE(ImageDifference(desk_->Live(Id), expected_image), QString());
+    QCOMPARE(ImageDifference(desk_->Image(Id).PresetBody, expected_image), QString());
 
     // The captions show the texts as typed.
     const std::array<std::string, 6> typed{"Sub L", "", "X", " Out 4", " Out 5", "Tops"};
@@ -345,7 +327,7 @@ void WindowOnTheRackTest::NamesGoToTheDeviceInSixFramesAndToEveryCaption() {
         const std::string& name = typed[static_cast<std::size_t>(output)];
         const QString text = QString::fromStdString(name);
         QCOMPARE(Form().Label300[channel].Caption(), name);
-        QCOMPARE(desk_->Logic().Stores.ChannelNames[FirstId][channel], name);
+        QCOMPARE(desk_->Logic().Stores.ChannelNames[Id][channel], name);
         QCOMPARE(qobject_cast<ui::Panel*>(desk_->Control("Frame1", output + 2))->Caption(), text);
         QCOMPARE(qobject_cast<ui::Panel*>(desk_->Control("Frame3", output + 2))->Caption(), text);
         QCOMPARE(tabs->tabText(output + 2), text);
@@ -365,7 +347,7 @@ void WindowOnTheRackTest::NamesGoToTheDeviceInSixFramesAndToEveryCaption() {
 
 void WindowOnTheRackTest::MetersMoveOnTheGainsTabAndOnlyThere() {
     QVERIFY(desk_->Open(0));
-    SetLevels(FirstId, {1, 2, 3, 4, 5, 6, 0, 5});
+    SetLevels(Id, {1, 2, 3, 4, 5, 6, 0, 5});
     Form().Timer1.Start(30);
     for (int tab = 0; tab < controls::TabCount; ++tab) {
         if (tab != controls::GainsTab) {
@@ -377,7 +359,7 @@ void WindowOnTheRackTest::MetersMoveOnTheGainsTabAndOnlyThere() {
     desk_->ShowTab(controls::GainsTab);
     QVERIFY(WaitForPolls());
     for (const simulator::Frame& frame : desk_->TakeFrames()) {
-        QCOMPARE(frame, Request(FirstId, {0x12}));
+        QCOMPARE(frame, Request(Id, {0x12}));
     }
     const QStringList expected{QStringLiteral("100000"), QStringLiteral("110000"), QStringLiteral("111000"),
                                QStringLiteral("111100"), QStringLiteral("111110"), QStringLiteral("111111"),
@@ -388,7 +370,7 @@ void WindowOnTheRackTest::MetersMoveOnTheGainsTabAndOnlyThere() {
 
     // The lamps keep their last state on another tab.
     desk_->ShowTab(0);
-    SetLevels(FirstId, {});
+    SetLevels(Id, {});
     QCOMPARE(FramesIn(100), std::size_t{0});
     QCOMPARE(AllLamps(), expected);
     desk_->ShowTab(controls::GainsTab);
@@ -396,7 +378,7 @@ void WindowOnTheRackTest::MetersMoveOnTheGainsTabAndOnlyThere() {
     QCOMPARE(AllLamps().join(QString()), QString(48, u'0'));
     QCOMPARE(MarkedBoxes(), QList<int>());
 
-    desk_->Line().WithRack([](simulator::Rack& rack) { rack.At(FirstId).SetLevels(std::nullopt); });
+    desk_->Line().WithRack([](simulator::Rack& rack) { rack.At(Id).SetLevels(std::nullopt); });
     QStringList last = AllLamps();
     int moves = 0;
     QVERIFY(driver::WaitUntil([&] {
@@ -410,7 +392,7 @@ void WindowOnTheRackTest::MetersMoveOnTheGainsTabAndOnlyThere() {
 void WindowOnTheRackTest::AMutedOutputFallsDark() {
     QVERIFY(desk_->Open(0));
     desk_->ShowTab(controls::GainsTab);
-    SetLevels(FirstId, {6, 6, 6, 6, 6, 6, 6, 6});
+    SetLevels(Id, {6, 6, 6, 6, 6, 6, 6, 6});
     Form().Timer1.Start(30);
     QVERIFY(WaitForPolls());
     QCOMPARE(AllLamps().join(QString()), QString(48, u'1'));
@@ -431,16 +413,16 @@ void WindowOnTheRackTest::AMutedOutputFallsDark() {
 void WindowOnTheRackTest::ALevelOf7LeavesTheLamps() {
     QVERIFY(desk_->Open(0));
     desk_->ShowTab(controls::GainsTab);
-    SetLevels(FirstId, {2, 2, 3, 2, 2, 2, 2, 2});
+    SetLevels(Id, {2, 2, 3, 2, 2, 2, 2, 2});
     Form().Timer1.Start(30);
     QVERIFY(WaitForPolls());
     const QStringList before = AllLamps();
     QCOMPARE(before[2], QStringLiteral("111000"));
-    SetLevels(FirstId, {7, 2, 7, 2, 2, 2, 2, 2});
+    SetLevels(Id, {7, 2, 7, 2, 2, 2, 2, 2});
     QVERIFY(WaitForPolls());
     QCOMPARE(AllLamps(), before);
     QCOMPARE(MarkedBoxes(), QList<int>{0}); // it is a level past the limit all the same
-    SetLevels(FirstId, {1, 2, 4, 2, 2, 2, 2, 2});
+    SetLevels(Id, {1, 2, 4, 2, 2, 2, 2, 2});
     QVERIFY(WaitForPolls());
     QCOMPARE(Lamps(0), QStringLiteral("100000"));
     QCOMPARE(Lamps(2), QStringLiteral("111100"));
@@ -451,8 +433,8 @@ void WindowOnTheRackTest::EveryWindowsTimerPollsTheActiveDevice() {
     desk_->ShowTab(controls::GainsTab, 0);
     QVERIFY(desk_->Open(1, 1));
     desk_->ShowTab(controls::GainsTab, 1);
-    SetLevels(FirstId, {1, 1, 1, 1, 1, 1, 1, 1});
-    SetLevels(SecondId, {4, 4, 4, 4, 4, 4, 4, 4});
+    SetLevels(Id, {1, 1, 1, 1, 1, 1, 1, 1});
+    SetLevels(OtherId, {4, 4, 4, 4, 4, 4, 4, 4});
     const auto polled = [this] {
         const std::vector<simulator::Frame> frames = desk_->TakeFrames();
         std::vector<int> ids;
@@ -465,9 +447,9 @@ void WindowOnTheRackTest::EveryWindowsTimerPollsTheActiveDevice() {
     };
     // Each timer alone, the own window's and the other's; that the other's polls too is meant.
     for (const int active : {1, 0}) {
-        desk_->Window(active)->mdiArea()->setActiveSubWindow(desk_->Window(active));
-        QCOMPARE(desk_->Logic().Windows.CurrentWindow, active);
-        const int id = active == 0 ? FirstId : SecondId;
+        desk_->BringForward(active);
+        QCOMPARE(Current(), active);
+        const int id = active == 0 ? Id : OtherId;
         for (const int ticking : {0, 1}) {
             Form(ticking).Timer1.Start(30);
             QVERIFY(WaitForPolls());
@@ -480,7 +462,7 @@ void WindowOnTheRackTest::EveryWindowsTimerPollsTheActiveDevice() {
     desk_->ShowTab(controls::DelaysTab, 0);
     Form(0).Timer1.Start(30);
     Form(1).Timer1.Start(30);
-    QCOMPARE(desk_->Logic().Windows.CurrentWindow, 0);
+    QCOMPARE(Current(), 0);
     QCOMPARE(FramesIn(150), std::size_t{0});
 }
 
@@ -490,22 +472,22 @@ void WindowOnTheRackTest::ABoxTickedInOneWindowIsTickedInTheOtherThatComesForwar
     for (const int slot : {0, 1}) {
         desk_->ShowTab(2, slot);
     }
-    desk_->Window(1)->mdiArea()->setActiveSubWindow(desk_->Window(1));
+    desk_->BringForward(1);
     driver::ClickMark(desk_->Control("Check4", 0, 1));
     driver::ClickMark(desk_->Control("Option2", 2, 1));
-    QCOMPARE(desk_->Image(SecondId).ViewState[0], 1);
-    QCOMPARE(desk_->Image(SecondId).ViewState[40], 2);
+    QCOMPARE(desk_->Image(OtherId).ViewState[0], 1);
+    QCOMPARE(desk_->Image(OtherId).ViewState[40], 2);
     const auto* box = qobject_cast<QAbstractButton*>(desk_->Control("Check4", 0, 0));
     const auto* option = qobject_cast<QAbstractButton*>(desk_->Control("Option2", 2, 0));
     QVERIFY(!box->isChecked() && !option->isChecked());
     desk_->TakeFrames();
-    desk_->Window(0)->mdiArea()->setActiveSubWindow(desk_->Window(0));
+    desk_->BringForward(0);
     QVERIFY(box->isChecked() && option->isChecked());
     QVERIFY(!qobject_cast<QAbstractButton*>(desk_->Control("Option2", 0, 0))->isChecked());
     QCOMPARE(qobject_cast<QAbstractButton*>(desk_->Control("Check4", 1, 0))->text(), QStringLiteral(" Out 1+InB"));
     QCOMPARE(Form(0).Picture1[2].Strokes().size(), std::size_t{2});
-    QCOMPARE(desk_->Image(FirstId).ViewState[0], 0);
-    QCOMPARE(desk_->Image(FirstId).ViewState[40], 0);
+    QCOMPARE(desk_->Image(Id).ViewState[0], 0);
+    QCOMPARE(desk_->Image(Id).ViewState[40], 0);
     QCOMPARE(desk_->TakeFrames().size(), std::size_t{0});
 }
 

@@ -1,6 +1,7 @@
 #include "ui/binding/binding.h"
 
 #include "ui/binding/follow.h"
+#include "ui/binding/subscription.h"
 #include "ui/binding/text.h"
 #include "ui/look/painting.h"
 #include "ui/widgets/text_field.h"
@@ -108,7 +109,7 @@ void Bind(controls::List& list, QComboBox& widget, const controls::EventEntry& e
     const auto show = [&] { widget.setCurrentIndex(list.Shown()); };
     ShowAllCommon(list, widget);
     fill();
-    list.Observe([&list, &widget, fill, show](Aspect aspect) {
+    Subscribe(widget, list, [&list, &widget, fill, show](Aspect aspect) {
         if (aspect == Aspect::Items) {
             fill();
         } else if (!ShowCommon(list, widget, aspect)) {
@@ -158,7 +159,7 @@ void Bind(controls::LineList& list, QListWidget& widget, const controls::EventEn
     };
     ShowAllCommon(list, widget);
     fill();
-    list.Observe([&list, &widget, fill, select](Aspect aspect) {
+    Subscribe(widget, list, [&list, &widget, fill, select](Aspect aspect) {
         if (aspect == Aspect::Items) {
             fill();
         } else if (aspect == Aspect::Repaint) {
@@ -192,7 +193,7 @@ void Bind(controls::Timer& timer, QTimer& toolkit_timer, const controls::EventEn
         }
     };
     follow();
-    timer.Observe([follow](Aspect) { follow(); });
+    Subscribe(toolkit_timer, timer, [follow](Aspect) { follow(); });
     QObject::connect(&toolkit_timer, &QTimer::timeout, &toolkit_timer,
                      [entry, &timer] { entry.Run([&] { controls::Run(timer.Tick); }); });
 }

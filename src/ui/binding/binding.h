@@ -22,7 +22,7 @@ class TextField;
 
 // One connection for each kind of control: the widget shows the control, and what the user does to the widget becomes
 // the control's event, run through its entry; one that may not run leaves the widget as the control is. The control
-// outlives neither connection nor widget's events: a view that goes away first calls Observe({}) on its controls.
+// outlives the widget, and the connection goes with the widget.
 
 /// Visible, enabled and tool tip, which every widget shows alike; true when the aspect was one of them.
 bool ShowCommon(const controls::Control& control, QWidget& widget, controls::Aspect aspect);

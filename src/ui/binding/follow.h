@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/binding/binding.h"
+#include "ui/binding/subscription.h"
 
 namespace nrv::ui {
 
@@ -9,7 +10,7 @@ template <class Control, class Show>
 void Follow(Control& control, QWidget& widget, Show show) {
     ShowAllCommon(control, widget);
     show();
-    control.Observe([&control, &widget, show](controls::Aspect aspect) {
+    Subscribe(widget, control, [&control, &widget, show](controls::Aspect aspect) {
         if (!ShowCommon(control, widget, aspect)) {
             show();
         }

@@ -2,6 +2,7 @@
 
 #include "ui/binding/binding.h"
 #include "ui/binding/follow.h"
+#include "ui/binding/subscription.h"
 #include "ui/binding/text.h"
 #include "ui/control_window/page_builder.h"
 #include "ui/widgets/block.h"
@@ -64,8 +65,9 @@ void ControlBinder::operator()(std::string_view name, int index, controls::Fader
         widget->SetTicks(fader.TickSpacing(), fader.ZeroPosition());
     };
     set_up();
-    Follow(fader, *widget, show);
-    fader.Observe([&fader, widget, show, set_up](Aspect aspect) {
+    ShowAllCommon(fader, *widget);
+    show();
+    Subscribe(*widget, fader, [&fader, widget, show, set_up](Aspect aspect) {
         if (aspect == Aspect::Items) {
             set_up();
         }

@@ -2,6 +2,8 @@
 
 #include "ports/numbering.h"
 #include "ui/binding/binding.h"
+#include "ui/binding/follow.h"
+#include "ui/binding/subscription.h"
 #include "ui/binding/text.h"
 #include "ui/control_window/channel_layout.h"
 #include "ui/control_window/control_binder.h"
@@ -59,7 +61,7 @@ void ControlWindowView::Detach() {
         return;
     }
     attached_ = false;
-    controls::ForEachControl(form_, [](std::string_view, int, controls::Control& control) { control.Observe({}); });
+    EndSubscriptions(*this);
     for (GraphView* graph : graphs_) {
         graph->ShowPicture(nullptr);
     }
@@ -100,7 +102,7 @@ void ControlWindowView::BindTabs() {
     ShowAllCommon(control, *tabs_);
     show_captions();
     ShowTab();
-    control.Observe([this, &control, show_captions](Aspect aspect) {
+    Subscribe(*tabs_, control, [this, &control, show_captions](Aspect aspect) {
         if (aspect == Aspect::Items) {
             show_captions();
         } else if (!ShowCommon(control, *tabs_, aspect)) {
@@ -132,13 +134,7 @@ void ControlWindowView::BindMarker(int section) {
         dot->SetNumber(FromBytes(marker.Caption()));
         dot->PlaceAt(marker.Left(), marker.Top());
     };
-    ShowAllCommon(marker, *dot);
-    show();
-    marker.Observe([dot, &marker, show](Aspect aspect) {
-        if (!ShowCommon(marker, *dot, aspect)) {
-            show();
-        }
-    });
+    Follow(marker, *dot, show);
     connect(dot, &MarkerDot::Pressed, this, [this, &marker, section] {
         entry_.Run([&] { controls::Run(marker.Pressed); });
         ShowPlate(section);

@@ -6,9 +6,8 @@
 #include <QDeadlineTimer>
 
 #include <algorithm>
-#include <array>
-#include <sstream>
-#include <string_view>
+#include <chrono>
+#include <thread>
 
 #ifdef Q_OS_UNIX
 #include <poll.h>
@@ -19,35 +18,13 @@ namespace nrv::ui {
 namespace {
 
 constexpr int RestMilliseconds = 1;
+constexpr int AwaitedSingly = 2;             ///< the last bytes of an answer: each wakes the program when it comes
 constexpr int WriteLimitMilliseconds = 1000; ///< a request of 13 bytes takes 7 at 19200 baud
 
-struct LineSettings {
-    qint32 Baud = 0;
-    QSerialPort::Parity Parity = QSerialPort::NoParity;
-    QSerialPort::DataBits DataBits = QSerialPort::Data8;
-    QSerialPort::StopBits StopBits = QSerialPort::OneStop;
-};
+using std::chrono::steady_clock;
 
-/// "19200,N,8,1" and its like: baud, parity (N, E, O), data bits, stop bits.
-LineSettings Parse(const std::string& text) {
-    LineSettings line;
-    char parity = 0;
-    int data_bits = 0;
-    int stop_bits = 0;
-    std::istringstream parts(text);
-    char comma = 0;
-    parts >> line.Baud >> comma >> parity >> comma >> data_bits >> comma >> stop_bits;
-    const std::size_t which = std::string_view("NEO").find(parity);
-    if (!parts || !parts.eof() || line.Baud <= 0 || which == std::string_view::npos || data_bits < 5 || data_bits > 8 ||
-        (stop_bits != 1 && stop_bits != 2)) {
-        throw RuntimeError(ErrorKind::PortUnavailable, "\"" + text + "\" are no settings of a serial port.");
-    }
-    constexpr std::array parities = {QSerialPort::NoParity, QSerialPort::EvenParity, QSerialPort::OddParity};
-    line.Parity = parities[which];
-    line.DataBits = static_cast<QSerialPort::DataBits>(data_bits);
-    line.StopBits = stop_bits == 1 ? QSerialPort::OneStop : QSerialPort::TwoStop;
-    return line;
-}
+/// A start bit, 8 data bits, a stop bit.
+constexpr std::chrono::nanoseconds TenBits = std::chrono::seconds(10);
 
 /// The system's word on whether the device behind an open port is still there; the toolkit's errors tell a port that
 /// went away apart from one that had nothing to read only now and then.
@@ -74,7 +51,6 @@ void WaitUntilSent(QSerialPort& port) {
 } // namespace
 
 QtSerialPort::QtSerialPort(const ComPortNames& names) : names_(names) {
-    QtSerialPort::SetSettings("9600,N,8,1");
     // Later, for the port is inside its own handler. It would go on telling of the error for ever, with a core of its
     // own.
     QObject::connect(
@@ -98,12 +74,13 @@ void QtSerialPort::SetCommPort(int number) {
     number_ = number;
 }
 
-void QtSerialPort::SetSettings(const std::string& settings) {
-    const LineSettings line = Parse(settings);
-    if (!port_.setBaudRate(line.Baud) || !port_.setParity(line.Parity) || !port_.setDataBits(line.DataBits) ||
-        !port_.setStopBits(line.StopBits)) {
-        throw RuntimeError(ErrorKind::PortUnavailable, Name() + " does not take the settings \"" + settings + "\".");
+void QtSerialPort::SetSettings(const link::LineSettings& settings) {
+    if (settings.Baud <= 0 || !port_.setBaudRate(settings.Baud) || !port_.setParity(QSerialPort::NoParity) ||
+        !port_.setDataBits(QSerialPort::Data8) || !port_.setStopBits(QSerialPort::OneStop)) {
+        throw RuntimeError(ErrorKind::PortUnavailable,
+                           Name() + " does not take the speed of " + std::to_string(settings.Baud) + " baud.");
     }
+    byte_time_ = TenBits / settings.Baud;
 }
 
 void QtSerialPort::SetPortOpen(bool open) {
@@ -152,16 +129,28 @@ void QtSerialPort::Output(std::span<const std::uint8_t> bytes) {
         }
         port_.waitForBytesWritten(RestMilliseconds);
     }
+    due_ = steady_clock::now() + byte_time_ * (size + in_buffer_size_);
+}
+
+/// Rests until bytes come, or could all have come; then until all that are missing but the last can be there.
+void QtSerialPort::RestUntilDue() {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(due_ - steady_clock::now());
+    if (!port_.waitForReadyRead(std::max(RestMilliseconds, static_cast<int>(left.count())))) {
+        RequireThere(); // it may be but a time-out, which is no error
+        return;
+    }
+    const qint64 missing = in_buffer_size_ - port_.bytesAvailable();
+    if (missing > AwaitedSingly) {
+        std::this_thread::sleep_for(byte_time_ * (missing - AwaitedSingly));
+        port_.waitForReadyRead(0);
+    }
 }
 
 int QtSerialPort::InBufferCount() {
     RequireOpen();
     // What came while events were served needs no rest.
     if (port_.bytesAvailable() < in_buffer_size_ && port_.bytesAvailable() == seen_) {
-        // False on a time-out too, which is no error.
-        if (!port_.waitForReadyRead(RestMilliseconds)) {
-            RequireThere();
-        }
+        RestUntilDue();
     }
     seen_ = port_.bytesAvailable();
     return static_cast<int>(std::clamp<qint64>(seen_, 0, std::max(in_buffer_size_, 0)));

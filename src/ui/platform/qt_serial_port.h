@@ -6,6 +6,7 @@
 #include <QSerialPort>
 #include <QString>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -27,8 +28,7 @@ class QtSerialPort : public link::SerialPort {
 
     /// 0 to 32; what it stands for is looked up when the port opens. Refused while the port is open.
     void SetCommPort(int number) override;
-    /// "19200,N,8,1": baud, parity (N, E, O), data bits, stop bits.
-    void SetSettings(const std::string& settings) override;
+    void SetSettings(const link::LineSettings& settings) override;
     bool PortOpen() override { return port_.isOpen(); }
     /// Opening an open port and closing a closed one do nothing. Opening empties the input.
     void SetPortOpen(bool open) override;
@@ -46,6 +46,7 @@ class QtSerialPort : public link::SerialPort {
     /// Throws PortGone, and closes, when the device behind the port is no more.
     void RequireThere();
     [[noreturn]] void Lose();
+    void RestUntilDue();
     void CloseIfGone();
     std::string Name() const;
 
@@ -56,6 +57,8 @@ class QtSerialPort : public link::SerialPort {
     int in_buffer_size_ = 1024;
     int input_len_ = 0;
     qint64 seen_ = 0; ///< bytes that waited when they were last counted
+    std::chrono::nanoseconds byte_time_{0};
+    std::chrono::steady_clock::time_point due_; ///< when the answer to the last output can be there as a whole
     bool gone_ = false;
 };
 

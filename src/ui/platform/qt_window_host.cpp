@@ -2,6 +2,7 @@
 
 #include "ports/flag_guard.h"
 #include "ports/numbering.h"
+#include "ui/binding/subscription.h"
 #include "ui/control_window/control_window_view.h"
 #include "ui/windows/connection_dialog.h"
 #include "ui/windows/device_list_window.h"
@@ -236,9 +237,7 @@ void QtWindowHost::OperationOver() {
 }
 
 void QtWindowHost::Detach(int slot) {
-    controls::FrmCtrl& record = *records_.Control.ControlWindows[At(slot)];
-    record.Window.Observe({});
-    controls::ForEachControl(record, [](auto, int, controls::Control& control) { control.Observe({}); });
+    EndSubscriptions(*control_windows_[At(slot)]);
     if (auto* view = qobject_cast<ControlWindowView*>(control_windows_[At(slot)]->widget())) {
         view->Detach();
     }

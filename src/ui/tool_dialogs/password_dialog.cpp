@@ -105,7 +105,6 @@ QWidget* PasswordDialog::MakeLoginPage() {
     column->addLayout(ButtonRow({exit, ok}));
     page->SetEntry(password, ok);
     BindFrame(record_.Frame3, *page);
-    LetGoLater(record_.Frame3);
     return page;
 }
 
@@ -122,7 +121,6 @@ QWidget* PasswordDialog::MakeSettingsPage() {
     lock->setObjectName(QStringLiteral("Check1"));
     lock->setAccessibleName(FromBytes(record_.SwitchEnds[1].Caption()));
     Bind(record_.Check1, *lock, Entry());
-    LetGoLater(record_.Check1);
     row->addWidget(lock);
     row->addWidget(MakeLabel(record_.SwitchEnds[1], Indexed("SwitchEnds", 1)));
     row->addStretch(1);
@@ -143,7 +141,6 @@ QWidget* PasswordDialog::MakeSettingsPage() {
     column->addLayout(buttons);
     page->SetEntry(lock, confirm);
     BindFrame(record_.Frame1, *page);
-    LetGoLater(record_.Frame1);
     return page;
 }
 
@@ -164,7 +161,6 @@ QWidget* PasswordDialog::MakeNewPasswordPage() {
     column->addLayout(ButtonRow({cancel, ok}));
     page->SetEntry(first, ok);
     BindFrame(record_.Frame4, *page);
-    LetGoLater(record_.Frame4);
     return page;
 }
 

@@ -63,13 +63,6 @@ ToolDialogBase::ToolDialogBase(controls::Form& form, const QString& name, const 
     column_->setSpacing(Margin);
     column_->setSizeConstraint(QLayout::SetFixedSize);
     BindForm(form, *this, *this);
-    LetGoLater(form);
-}
-
-ToolDialogBase::~ToolDialogBase() {
-    for (controls::Control* control : bound_) {
-        control->Observe({});
-    }
 }
 
 QHBoxLayout* ToolDialogBase::ButtonRow(std::initializer_list<QWidget*> buttons) {
@@ -86,7 +79,6 @@ QLabel* ToolDialogBase::MakeLabel(controls::Label& label, const QString& name) {
     auto* text = new QLabel;
     text->setObjectName(name);
     Bind(label, *text);
-    LetGoLater(label);
     return text;
 }
 
@@ -101,7 +93,6 @@ QPushButton* ToolDialogBase::MakeButton(controls::Button& button, const QString&
     auto* widget = new QPushButton;
     widget->setObjectName(name);
     Bind(button, *widget, entry_);
-    LetGoLater(button);
     widget->setFixedWidth(
         std::max(ButtonWidth, widget->fontMetrics().horizontalAdvance(widget->text()) + ButtonMargins));
     widget->setFixedHeight(RowHeight);
@@ -112,7 +103,6 @@ TextField* ToolDialogBase::MakeField(controls::TextBox& box, const QString& name
     auto* field = new TextField(nullptr);
     field->setObjectName(name);
     Bind(box, *field, entry_);
-    LetGoLater(box);
     field->setFixedWidth(WidestText(*field, static_cast<int>(box.MaxLength())) + FieldMargins);
     field->setFixedHeight(RowHeight);
     field->installEventFilter(this);
@@ -127,7 +117,6 @@ QComboBox* ToolDialogBase::MakeChoice(controls::List& list, const QString& name)
     choice->setObjectName(name);
     choice->setItemDelegate(new LineDelegate(choice));
     Bind(list, *choice, entry_);
-    LetGoLater(list);
     choice->setFixedHeight(RowHeight);
     return choice;
 }
@@ -141,7 +130,6 @@ QListWidget* ToolDialogBase::MakeLines(controls::LineList& list, const QString& 
     lines->setTextElideMode(Qt::ElideNone);
     lines->setUniformItemSizes(true);
     Bind(list, *lines, entry_);
-    LetGoLater(list);
     const int frame = 2 * lines->frameWidth();
     lines->setFixedSize(WidestText(*lines, characters) + LineMargins + frame, rows * LineHeight + frame);
     return lines;
@@ -155,7 +143,6 @@ QProgressBar* ToolDialogBase::MakeBar(controls::ProgressBar& bar, const QString&
     policy.setRetainSizeWhenHidden(true);
     widget->setSizePolicy(policy);
     Bind(bar, *widget);
-    LetGoLater(bar);
     return widget;
 }
 

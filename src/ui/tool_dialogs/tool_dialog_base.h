@@ -30,9 +30,6 @@ QString Indexed(const char* name, std::size_t index);
 /// What the tool dialogs have in common: a fixed size, widgets bound to the record for as long as the dialog lives, and
 /// fields that a first click selects whole, so that typing replaces a name padded with blanks.
 class ToolDialogBase : public QDialog {
-  public:
-    ~ToolDialogBase() override;
-
   protected:
     static constexpr int Margin = 8;
     static constexpr int Gap = 6;
@@ -64,15 +61,12 @@ class ToolDialogBase : public QDialog {
     QProgressBar* MakeBar(controls::ProgressBar& bar, const QString& name);
 
     const controls::EventEntry& Entry() const { return entry_; }
-    /// To be let go when the dialog goes; for what a dialog binds itself.
-    void LetGoLater(controls::Control& control) { bound_.push_back(&control); }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     controls::EventEntry entry_;
     QVBoxLayout* column_;
-    std::vector<controls::Control*> bound_;
     std::vector<const QObject*> tell_owner_;
     const QObject* fresh_field_ = nullptr; ///< the click that gave it the keyboard is not over
 };

@@ -53,6 +53,38 @@ int SideOf(QPoint point) {
     return point.y() < 0 ? -1 : point.y() >= GraphView::GraphHeight ? 1 : 0;
 }
 
+/// The points that a stroke needs: the ends of each level, upright or unseen run.
+void Thin(const controls::Picture::Stroke& stroke, QList<QPointF>& points) {
+    const auto runs_on = [](int from, int by, int to) { return (from < by && by < to) || (from > by && by > to); };
+    points.clear();
+    QPoint from;
+    QPoint at;
+    for (const controls::Picture::Point& point : stroke.Points) {
+        const QPoint next(point.X, point.Y);
+        if (!points.empty() && next == at) {
+            continue;
+        }
+        if (points.size() > 1) {
+            const bool level = from.y() == at.y() && at.y() == next.y() && runs_on(from.x(), at.x(), next.x());
+            const bool upright = from.x() == at.x() && at.x() == next.x() && runs_on(from.y(), at.y(), next.y());
+            // Nothing shows of a run above or below the paper.
+            const bool unseen = SideOf(from) != 0 && SideOf(from) == SideOf(at) && SideOf(at) == SideOf(next);
+            if (level || upright || unseen) {
+                points.back() = next;
+                at = next;
+                continue;
+            }
+        }
+        if (points.size() > 1 && from.x() == at.x() && at.x() == next.x()) {
+            // Back the way it came: a line covers the end it stops at by half only.
+            points.back().ry() += from.y() < at.y() ? 0.5 : -0.5;
+        }
+        points.append(next);
+        from = at;
+        at = next;
+    }
+}
+
 /// Painted once for each pixel ratio and shared by all graphs.
 QPixmap PaperFor(double pixel_ratio) {
     const QString key = QStringLiteral("graph paper %1").arg(pixel_ratio);
@@ -94,7 +126,7 @@ void GraphView::paintEvent(QPaintEvent*) {
     painter.drawPixmap(0, 0, PaperFor(devicePixelRatioF()));
     if (picture_ != nullptr) {
         painter.save();
-        PaintStrokes(painter);
+        Paint(*picture_, painter, points_);
         painter.restore();
     }
     if (!isEnabled()) {
@@ -104,42 +136,13 @@ void GraphView::paintEvent(QPaintEvent*) {
     }
 }
 
-void GraphView::Thin(const controls::Picture::Stroke& stroke, QList<QLine>& lines) {
-    const auto runs_on = [](int from, int by, int to) { return (from < by && by < to) || (from > by && by > to); };
-    lines.clear();
-    QPoint at(stroke.Points.front().X, stroke.Points.front().Y);
-    for (const controls::Picture::Point& point : stroke.Points) {
-        const QPoint next(point.X, point.Y);
-        if (next == at) {
-            continue;
-        }
-        if (!lines.empty()) {
-            const QPoint from = lines.back().p1();
-            const bool level = from.y() == at.y() && at.y() == next.y() && runs_on(from.x(), at.x(), next.x());
-            const bool upright = from.x() == at.x() && at.x() == next.x() && runs_on(from.y(), at.y(), next.y());
-            // Nothing shows of a run above or below the paper.
-            const bool unseen = SideOf(from) != 0 && SideOf(from) == SideOf(at) && SideOf(at) == SideOf(next);
-            if (level || upright || unseen) {
-                lines.back().setP2(next);
-                at = next;
-                continue;
-            }
-        }
-        lines.append(QLine(at, next));
-        at = next;
-    }
-}
-
-void GraphView::PaintStrokes(QPainter& painter) {
-    if (devicePixelRatioF() > 1.0) {
-        // Where a point is more than one pixel its middle is meant, and edges are smoothed.
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.translate(0.5, 0.5);
-    }
-    for (const controls::Picture::Stroke& stroke : picture_->Strokes()) {
-        Thin(stroke, lines_);
+void GraphView::Paint(const controls::Picture& picture, QPainter& painter, QList<QPointF>& points) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(0.5, 0.5); // the middle of a pixel is meant
+    for (const controls::Picture::Stroke& stroke : picture.Strokes()) {
+        Thin(stroke, points);
         painter.setPen(QPen(QColor(stroke.Pen.Red, stroke.Pen.Green, stroke.Pen.Blue), 1.0));
-        painter.drawLines(lines_);
+        painter.drawPolyline(points.data(), static_cast<int>(points.size()));
     }
 }
 

@@ -3,8 +3,8 @@
 #include "controls/control.h"
 #include "model/graph_scale.h"
 
-#include <QLine>
 #include <QList>
+#include <QPointF>
 #include <QWidget>
 
 namespace nrv::ui {
@@ -27,18 +27,15 @@ class GraphView : public QWidget {
 
     QSize sizeHint() const override { return {GraphWidth, GraphHeight}; }
 
-    /// The lines that a stroke's picture needs: one for each level, upright or unseen run of points. Drawn one by one
-    /// they ink every point of the stroke; as one polyline the toolkit would leave out some at the turns.
-    static void Thin(const controls::Picture::Stroke& stroke, QList<QLine>& lines);
+    /// Paints a picture's strokes, smoothed. `points` is their room, kept from one painting to the next.
+    static void Paint(const controls::Picture& picture, QPainter& painter, QList<QPointF>& points);
 
   protected:
     void paintEvent(QPaintEvent*) override;
 
   private:
-    void PaintStrokes(QPainter& painter);
-
     const controls::Picture* picture_ = nullptr;
-    QList<QLine> lines_; ///< kept for its room
+    QList<QPointF> points_; ///< kept for its room
 };
 
 } // namespace nrv::ui

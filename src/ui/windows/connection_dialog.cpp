@@ -14,7 +14,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <initializer_list>
 #include <utility>
 
 namespace nrv::ui {
@@ -90,20 +89,6 @@ ConnectionDialog::ConnectionDialog(controls::FrmSelect& record, const controls::
     }
     BindForm(record.Window, *this, *this, [this] { FollowWidth(); });
     FollowWidth();
-}
-
-ConnectionDialog::~ConnectionDialog() {
-    const auto forget = [](controls::Control& control) { control.Observe({}); };
-    for (controls::Control* control : std::initializer_list<controls::Control*>{
-             &record_.Window, &record_.PortFrame, &record_.ConnectionFrame, &record_.IdFrame, &record_.IdSelect,
-             &record_.ComFrame, &record_.ComSelect, &record_.Exit, &record_.Proceed}) {
-        forget(*control);
-    }
-    std::for_each(record_.Link.begin(), record_.Link.end(), forget);
-    std::for_each(record_.Connection.begin(), record_.Connection.end(), forget);
-    std::for_each(record_.DeviceFrames.begin(), record_.DeviceFrames.end(), forget);
-    std::for_each(record_.DeviceLines.begin(), record_.DeviceLines.end(), forget);
-    std::for_each(record_.DeviceIds.begin(), record_.DeviceIds.end(), forget);
 }
 
 QWidget* ConnectionDialog::MakeLeftColumn() {

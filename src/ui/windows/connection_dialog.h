@@ -18,7 +18,6 @@ class ConnectionDialog : public QDialog {
     /// `query_unload` says whether the dialog may close, by whatever means it is closed.
     ConnectionDialog(controls::FrmSelect& record, const controls::EventEntry& entry, std::function<bool()> query_unload,
                      QWidget* parent = nullptr);
-    ~ConnectionDialog() override;
 
     void reject() override;
 

@@ -2,6 +2,7 @@
 
 #include "controls/frm_ctrl.h"
 #include "ui/binding/binding.h"
+#include "ui/binding/subscription.h"
 #include "ui/binding/text.h"
 #include "ui/look/painting.h"
 #include "ui/look/theme.h"
@@ -67,16 +68,6 @@ DeviceListWindow::DeviceListWindow(controls::FrmSearchNet& record, const control
     };
 }
 
-DeviceListWindow::~DeviceListWindow() {
-    for (controls::Control* control :
-         {static_cast<controls::Control*>(&record_.Window), static_cast<controls::Control*>(&record_.ListCaption),
-          static_cast<controls::Control*>(&record_.Devices), static_cast<controls::Control*>(&record_.SearchingNotice),
-          static_cast<controls::Control*>(&record_.LoadingNotice), static_cast<controls::Control*>(&record_.Timer1),
-          static_cast<controls::Control*>(&record_.Timer2)}) {
-        control->Observe({});
-    }
-}
-
 void DeviceListWindow::FitContent() {
     setMinimumWidth(minimumSizeHint().width());
     resize(minimumWidth(), controls::FrmCtrl::HeightTwips / TwipsPerPixel);
@@ -111,7 +102,7 @@ void DeviceListWindow::BuildGrid(const controls::EventEntry& entry) {
 
     ShowAllCommon(record_.Devices, *grid_);
     FollowSize();
-    record_.Devices.Observe([this](controls::Aspect aspect) {
+    Subscribe(*grid_, record_.Devices, [this](controls::Aspect aspect) {
         switch (aspect) {
         case controls::Aspect::Items:
             FollowSize();
@@ -138,7 +129,7 @@ void DeviceListWindow::BindCaption() {
     grid_->setHorizontalHeaderItem(0, caption);
     const auto show = [this, caption] { caption->setText(ShownCaption(record_.ListCaption.Caption())); };
     show();
-    record_.ListCaption.Observe([show](controls::Aspect) { show(); });
+    Subscribe(*grid_, record_.ListCaption, [show](controls::Aspect) { show(); });
 }
 
 QLabel* DeviceListWindow::AddNotice(controls::Label& notice, const QString& name, QVBoxLayout& column) {

@@ -17,7 +17,6 @@ class DeviceListWindow : public MdiChild {
   public:
     DeviceListWindow(controls::FrmSearchNet& record, const controls::EventEntry& entry,
                      const std::function<void()>& query_unload);
-    ~DeviceListWindow() override;
 
     /// Makes the window wide enough for its widest row and as high as a control window; for when its frame is known,
     /// which is inside the main window.

@@ -1,6 +1,7 @@
 #include "ui/windows/form_binding.h"
 
-#include "ui/binding/binding.h"
+#include "ui/binding/follow.h"
+#include "ui/binding/subscription.h"
 #include "ui/binding/text.h"
 #include "ui/look/painting.h"
 #include "ui/widgets/panel.h"
@@ -28,7 +29,7 @@ void BindForm(controls::Form& form, QWidget& window, QWidget& area, const std::f
     };
     title();
     pointer();
-    form.Observe([=, &window](Aspect aspect) {
+    Subscribe(window, form, [=, &window](Aspect aspect) {
         switch (aspect) {
         case Aspect::Caption:
             title();
@@ -50,13 +51,7 @@ void BindForm(controls::Form& form, QWidget& window, QWidget& area, const std::f
 
 void BindFrame(controls::Frame& frame, Panel& panel) {
     const auto caption = [&frame, &panel] { panel.SetCaption(FromBytes(frame.Caption())); };
-    ShowAllCommon(frame, panel);
-    caption();
-    frame.Observe([&frame, &panel, caption](Aspect aspect) {
-        if (!ShowCommon(frame, panel, aspect)) {
-            caption();
-        }
-    });
+    Follow(frame, panel, caption);
 }
 
 } // namespace nrv::ui

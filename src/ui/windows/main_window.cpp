@@ -1,6 +1,7 @@
 #include "ui/windows/main_window.h"
 
 #include "ui/binding/binding.h"
+#include "ui/binding/subscription.h"
 #include "ui/binding/text.h"
 #include "ui/look/painting.h"
 #include "ui/look/theme.h"
@@ -46,14 +47,6 @@ MainWindow::MainWindow(controls::MDIFrmMain& record, const controls::EventEntry&
     Place();
 }
 
-MainWindow::~MainWindow() {
-    record_.Window.Observe({});
-    record_.SerialTimer.Observe({});
-    record_.Timer1.Observe({});
-    record_.Exit.Observe({});
-    record_.StatusLine.Observe({});
-}
-
 void MainWindow::BuildMenu() {
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->setObjectName(QStringLiteral("File"));
@@ -61,7 +54,7 @@ void MainWindow::BuildMenu() {
     exit->setObjectName(QStringLiteral("Exit"));
     exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     exit->setEnabled(record_.Exit.Enabled());
-    record_.Exit.Observe([this, exit](controls::Aspect) { exit->setEnabled(record_.Exit.Enabled()); });
+    Subscribe(*exit, record_.Exit, [this, exit](controls::Aspect) { exit->setEnabled(record_.Exit.Enabled()); });
     QObject::connect(exit, &QAction::triggered, this, [this] { entry_.Run([&] { record_.Exit.UserClick(); }); });
 }
 

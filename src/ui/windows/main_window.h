@@ -16,7 +16,6 @@ class MainWindow : public QMainWindow {
   public:
     /// `query_unload` says whether the window may close.
     MainWindow(controls::MDIFrmMain& record, const controls::EventEntry& entry, std::function<bool()> query_unload);
-    ~MainWindow() override;
 
     QMdiArea& Area() { return *area_; }
 

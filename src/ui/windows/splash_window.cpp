@@ -60,13 +60,6 @@ SplashWindow::SplashWindow(controls::FrmSplash& record, const controls::EventEnt
     }
 }
 
-SplashWindow::~SplashWindow() {
-    record_.Window.Observe({});
-    record_.Searching.Observe({});
-    record_.Progress.Observe({});
-    record_.Timer1.Observe({});
-}
-
 void SplashWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Window));

@@ -11,7 +11,6 @@ namespace nrv::ui {
 class SplashWindow : public QWidget {
   public:
     SplashWindow(controls::FrmSplash& record, const controls::EventEntry& entry);
-    ~SplashWindow() override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
