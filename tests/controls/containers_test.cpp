@@ -9,7 +9,6 @@ namespace {
 
 using namespace nrv::controls;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 TEST(TabControl, RunsItsEventWhenAnotherTabComesToTheTopWhoeverBroughtIt) {
     TabControl tabs;

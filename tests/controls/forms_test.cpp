@@ -45,7 +45,7 @@ TEST(FrmSelect, HasTitleFramesAndButtons) {
 
 TEST(FrmSelect, ListsNoneAnd32Ports) {
     const FrmSelect dialog;
-    ASSERT_EQ(dialog.ComSelect.Items().size(), 33u);
+    ASSERT_EQ(dialog.ComSelect.Items().size(), 33U);
     EXPECT_EQ(dialog.ComSelect.Items()[0], "NONE");
     EXPECT_EQ(dialog.ComSelect.Items()[1], "COM 1");
     EXPECT_EQ(dialog.ComSelect.Items()[10], "COM 10");
@@ -54,7 +54,7 @@ TEST(FrmSelect, ListsNoneAnd32Ports) {
 
 TEST(FrmSelect, ListsTheIds0To32) {
     const FrmSelect dialog;
-    ASSERT_EQ(dialog.IdSelect.Items().size(), 33u);
+    ASSERT_EQ(dialog.IdSelect.Items().size(), 33U);
     EXPECT_EQ(dialog.IdSelect.Items().front(), "0");
     EXPECT_EQ(dialog.IdSelect.Items().back(), "32");
     for (const List& ids : dialog.DeviceIds) {
@@ -66,8 +66,8 @@ TEST(FrmSelect, HasTwentyNumberedLinesInTwoFrames) {
     const FrmSelect dialog;
     EXPECT_EQ(dialog.DeviceFrames[0].Caption(), "Set device ID");
     EXPECT_EQ(dialog.DeviceFrames[1].Caption(), "Set device ID");
-    EXPECT_EQ(dialog.DeviceLines.size(), 20u);
-    EXPECT_EQ(dialog.DeviceIds.size(), 20u);
+    EXPECT_EQ(dialog.DeviceLines.size(), 20U);
+    EXPECT_EQ(dialog.DeviceIds.size(), 20U);
     EXPECT_EQ(dialog.DeviceLines[0].Caption(), "Device1 with ID:");
     EXPECT_EQ(dialog.DeviceLines[9].Caption(), "Device10 with ID:");
     EXPECT_EQ(dialog.DeviceLines[10].Caption(), "Device11 with ID:");
@@ -107,7 +107,7 @@ TEST(FrmSearchNet, HasTitleCaptionToolTipAndNotices) {
 
 TEST(Windows, HasElevenFreeSlotsWithARecordEach) {
     Windows windows;
-    EXPECT_EQ(windows.WindowSlots.size(), 11u);
+    EXPECT_EQ(windows.WindowSlots.size(), 11U);
     for (std::size_t slot = 0; slot < 11; ++slot) {
         EXPECT_FALSE(windows.WindowSlots[slot].InUse);
         EXPECT_EQ(windows.WindowSlots[slot].DeviceId, 0);

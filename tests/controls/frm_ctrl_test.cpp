@@ -203,7 +203,7 @@ TEST_F(ControlWindowInventory, EqualiserSections) {
                            "1", "2", "3", "4", "5", "6", "7", "8", "9", "10", // In B
                            "1", "2", "3", "4", "1", "2", "3", "4", "1", "2",  "3", "4",
                            "1", "2", "3", "4", "1", "2", "3", "4", "1", "2",  "3", "4"};
-    ASSERT_EQ(numbers.size(), 44u);
+    ASSERT_EQ(numbers.size(), 44U);
     for (std::size_t s = 0; s < 44; ++s) {
         EXPECT_EQ(form.Slider2[s].Minimum(), 0);
         EXPECT_EQ(form.Slider2[s].Maximum(), 150);

@@ -63,7 +63,7 @@ TEST_F(ATextBox, LimitLockAndMarkAreForTheView) {
     box.SetLocked(true);
     box.SetMarked(true);
     box.SetMarked(true);
-    EXPECT_EQ(box.MaxLength(), 6u);
+    EXPECT_EQ(box.MaxLength(), 6U);
     EXPECT_TRUE(box.Locked());
     EXPECT_TRUE(box.Marked());
     EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Items, Aspect::Items, Aspect::Colour));

@@ -2,6 +2,7 @@
 #include "model/encodings.h"
 #include "model/number_text.h"
 #include "model/tables.h"
+#include "ports/numbering.h"
 
 #include <array>
 #include <cmath>
@@ -132,8 +133,8 @@ TEST(NearestFrequency, AnEntrySnapsToItself) {
 
 TEST(NearestFrequency, MidwayBetweenTwoEntriesIsTheLower) {
     for (int code = 0; code < 120; ++code) {
-        const double low = FrequencyTable[static_cast<std::size_t>(code)];
-        const double high = FrequencyTable[static_cast<std::size_t>(code + 1)];
+        const double low = FrequencyTable[At(code)];
+        const double high = FrequencyTable[At(code + 1)];
         const double middle = (low + high) / 2.0;
         EXPECT_EQ(NearestFrequencyCode(middle), code);
         EXPECT_EQ(NearestFrequencyCode(std::nextafter(middle, 1e9)), code + 1);

@@ -34,7 +34,7 @@ constexpr std::array<Frequency, 13> Frequencies = {{{"1010", 1000, 68},
 TEST_F(EqualiserCommands, EverySectionStoresShowsAndSendsItsOwn) {
     for (int section = 0; section < 44; ++section) {
         SCOPED_TRACE(section);
-        const std::size_t s = static_cast<std::size_t>(section);
+        const auto s = static_cast<std::size_t>(section);
         const Frequency& frequency = Frequencies[s % Frequencies.size()];
         const int gain = (7 * section + 3) % 151;
         const int bandwidth = (3 * section + 10) % 60;
@@ -214,7 +214,7 @@ TEST_F(EqualiserCommands, EveryToneFilterStoresShowsAndSendsItsOwn) {
     constexpr std::array<std::size_t, 10> blocks = {55, 60, 127, 132, 170, 218, 266, 314, 362, 410};
     for (int filter = 0; filter < 10; ++filter) {
         SCOPED_TRACE(filter);
-        const std::size_t h = static_cast<std::size_t>(filter);
+        const auto h = static_cast<std::size_t>(filter);
         const Frequency& frequency = Frequencies[h];
         const int gain = (11 * filter + 2) % 37;
         const int type = filter < 4 ? (filter + 1) % 3 : filter % 5;
@@ -264,7 +264,7 @@ TEST_F(EqualiserCommands, FlatSendsOneFrameForEachSectionInRisingOrder) {
         const int count = channel < 2 ? 10 : 4;
         std::vector<Frame> expected;
         for (int section = first; section < first + count; ++section) {
-            const std::size_t s = static_cast<std::size_t>(section);
+            const auto s = static_cast<std::size_t>(section);
             form.Slider2[s].SetPosition(section + 1);
             form.UpDown3[s].SetPosition(section);
             form.Text4[s].SetText("500");
@@ -276,7 +276,7 @@ TEST_F(EqualiserCommands, FlatSendsOneFrameForEachSectionInRisingOrder) {
         response::FlatEqualiser(Context(), program.Response, channel);
         EXPECT_EQ(world.Port.Sent, expected);
         for (int section = 0; section < 44; ++section) {
-            const std::size_t s = static_cast<std::size_t>(section);
+            const auto s = static_cast<std::size_t>(section);
             const std::size_t block = BlockOfPeq(section);
             const bool flattened = section >= first && section < first + count;
             EXPECT_EQ(image.PresetBody[block + 4], flattened ? 75 : before.PresetBody[block + 4]);

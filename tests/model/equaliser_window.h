@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/tables.h"
+#include "ports/numbering.h"
 #include "session/program_fixture.h"
 
 namespace nrv::testing {
@@ -38,7 +39,7 @@ class EqualiserWindow : public ProgramTest {
     static std::size_t BlockOfPeq(int section) {
         const auto [channel, number] = PlaceOfPeq(section);
         const int block = channel < 2 ? 72 * channel + 5 : 144 + 48 * (channel - 2) + 6;
-        return static_cast<std::size_t>(block + 5 * number);
+        return At(block + 5 * number);
     }
 
     /// What the user's keys make of a box: each goes through the box's event and what comes back enters at the end.

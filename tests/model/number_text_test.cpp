@@ -153,45 +153,11 @@ TEST(ParseNumber, ReadsWhatAPersonTypes) {
 }
 
 TEST(ParseNumber, RefusesWhatIsNoNumber) {
-    for (const std::string_view text : {"",
-                                        " ",
-                                        "?",
-                                        "1,5",
-                                        "inf",
-                                        "-inf",
-                                        "nan",
-                                        "NaN",
-                                        "infinity",
-                                        "0x10",
-                                        "12abc",
-                                        "abc",
-                                        "1 2",
-                                        "- 1",
-                                        "--1",
-                                        "+-1",
-                                        "1-",
-                                        ".",
-                                        "-",
-                                        "+",
-                                        "e9",
-                                        ".e9",
-                                        "1e",
-                                        "1e+",
-                                        "1e 9",
-                                        "1e1.5",
-                                        "1.2.3",
-                                        "1..2",
-                                        "1f",
-                                        "1d5",
-                                        "&H10",
-                                        "12 ms",
-                                        "1_000",
-                                        "1'000",
-                                        "\xA0"
-                                        "1",
-                                        "\xB2",
-                                        "10?",
-                                        "?10"}) {
+    for (const std::string_view text :
+         {"",      " ",     "?",     "1,5",   "inf",   "-inf",  "nan",   "NaN",  "infinity", "0x10",
+          "12abc", "abc",   "1 2",   "- 1",   "--1",   "+-1",   "1-",    ".",    "-",        "+",
+          "e9",    ".e9",   "1e",    "1e+",   "1e 9",  "1e1.5", "1.2.3", "1..2", "1f",       "1d5",
+          "&H10",  "12 ms", "1_000", "1'000", "\2401", "\xB2",  "10?",   "?10"}) {
         ExpectRefused(text, ErrorKind::TypeMismatch);
     }
     EXPECT_THROW(ParseNumber(std::string_view("1\0", 2)), RuntimeError);

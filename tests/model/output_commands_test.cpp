@@ -4,8 +4,6 @@
 namespace nrv::testing {
 namespace {
 
-using ::testing::ElementsAre;
-
 constexpr std::array<std::size_t, 12> CrossoverBytes = {144, 147, 192, 195, 240, 243, 288, 291, 336, 339, 384, 387};
 constexpr std::array<std::size_t, 8> LimiterBytes = {66, 138, 178, 226, 274, 322, 370, 418};
 constexpr std::array<std::size_t, 6> SourceBytes = {185, 233, 281, 329, 377, 425};

@@ -98,8 +98,8 @@ TEST(FactoryImage, HasNoiseGateCodesOutsideTheirRangeOnBothInputs) {
 }
 
 TEST(PositionTables, LieWhereEachBlockOfAnInputOrOutputPutsThem) {
-    for (std::uint32_t input = 0; input < 2; ++input) {
-        const std::uint32_t b = 72 * input;
+    for (std::size_t input = 0; input < 2; ++input) {
+        const std::size_t b = 72 * input;
         EXPECT_EQ(GainOffsets[input], b);
         EXPECT_EQ(PhaseOffsets[input], b + 65);
         EXPECT_EQ(DelayOffsets[input], b + 2);
@@ -107,12 +107,12 @@ TEST(PositionTables, LieWhereEachBlockOfAnInputOrOutputPutsThem) {
         EXPECT_EQ(ToneOffsets[2 * input + 1], b + 60);
         EXPECT_EQ(LimiterOffsets[input], b + 66);
         EXPECT_EQ(NameOffsets[input], b + 66);
-        for (std::uint32_t section = 0; section < 10; ++section) {
+        for (std::size_t section = 0; section < 10; ++section) {
             EXPECT_EQ(PeqOffsets[10 * input + section], b + 5 + 5 * section);
         }
     }
-    for (std::uint32_t output = 0; output < 6; ++output) {
-        const std::uint32_t o = 144 + 48 * output;
+    for (std::size_t output = 0; output < 6; ++output) {
+        const std::size_t o = 144 + 48 * output;
         EXPECT_EQ(CrossoverOffsets[2 * output], o);
         EXPECT_EQ(CrossoverOffsets[2 * output + 1], o + 3);
         EXPECT_EQ(ToneOffsets[4 + output], o + 26);
@@ -122,7 +122,7 @@ TEST(PositionTables, LieWhereEachBlockOfAnInputOrOutputPutsThem) {
         EXPECT_EQ(GainOffsets[2 + output], o + 39);
         EXPECT_EQ(SourceOffsets[output], o + 41);
         EXPECT_EQ(NameOffsets[2 + output], o + 42);
-        for (std::uint32_t section = 0; section < 4; ++section) {
+        for (std::size_t section = 0; section < 4; ++section) {
             EXPECT_EQ(PeqOffsets[20 + 4 * output + section], o + 6 + 5 * section);
         }
     }

@@ -8,7 +8,7 @@ namespace {
 TEST(AreYouSure, AsksWithTheNameOfTheOperationAsTitle) {
     ScriptedBoxes boxes;
     EXPECT_TRUE(boxes.AreYouSure("Load Preset"));
-    ASSERT_EQ(boxes.Shown.size(), 1u);
+    ASSERT_EQ(boxes.Shown.size(), 1U);
     const MessageBox& box = boxes.Shown[0];
     EXPECT_EQ(box.Text, std::string(15, ' ') + "Are you sure ? ");
     EXPECT_EQ(box.Title, "Load Preset");

@@ -103,7 +103,7 @@ TEST_F(RefusedFile, FileOfSomeoneElseKeepsItsOwner) {
     EXPECT_EQ(folder.Read("init.cfg"), (Bytes{9, 2, 3}));
     struct stat now = {};
     ASSERT_EQ(stat(File().c_str(), &now), 0);
-    EXPECT_EQ(now.st_uid, 0u);
+    EXPECT_EQ(now.st_uid, 0U);
     EXPECT_FALSE(folder.Has("init.cfg.new"));
 }
 

@@ -11,7 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Bytes = std::vector<std::uint8_t>;
-using ::testing::HasSubstr;
 
 class RecordFile : public ::testing::Test {
   protected:
@@ -35,7 +34,7 @@ class RecordFile : public ::testing::Test {
 TEST_F(RecordFile, ReadingAMissingFileCreatesItEmpty) {
     EXPECT_EQ(ReadFromStart(File(), 4), Bytes());
     ASSERT_TRUE(folder.Has("init.cfg"));
-    EXPECT_EQ(fs::file_size(File()), 0u);
+    EXPECT_EQ(fs::file_size(File()), 0U);
 }
 
 TEST_F(RecordFile, ReadingInAMissingFolderReadsNothing) {
@@ -116,8 +115,8 @@ TEST_F(RecordFile, KeepsTheOwner) {
     WriteAtStart(File(), Bytes{3, 4});
     struct stat now = {};
     ASSERT_EQ(stat(File().c_str(), &now), 0);
-    EXPECT_EQ(now.st_uid, 1234u);
-    EXPECT_EQ(now.st_gid, 2345u);
+    EXPECT_EQ(now.st_uid, 1234U);
+    EXPECT_EQ(now.st_gid, 2345U);
 }
 
 TEST_F(RecordFile, LinkStaysALinkAndItsFileIsWritten) {

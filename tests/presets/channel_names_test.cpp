@@ -71,7 +71,7 @@ TEST_F(ChannelNames, OutputsNamesGoToTheDeviceAndIntoTheImage) {
         const std::string& six = padded[static_cast<std::size_t>(output)];
         frames.push_back(NameFrame(output + 2, six));
         for (std::size_t j = 0; j < 6; ++j) {
-            changed[NameBytes[static_cast<std::size_t>(output) + 2] + j] = six[j];
+            changed[NameBytes[static_cast<std::size_t>(output) + 2] + j] = static_cast<std::uint8_t>(six[j]);
         }
     }
     ExpectSent(frames);

@@ -74,7 +74,7 @@ inline Body RandomPreset(std::mt19937& random) {
     for (int channel = 0; channel < 8; ++channel) {
         put(ImageLayout::Gain(channel), 120);
         const std::size_t delay = ImageLayout::Delay(channel);
-        const unsigned coarse = static_cast<unsigned>(random() % 2501);
+        const auto coarse = static_cast<unsigned>(random() % 2501);
         body[delay] = static_cast<std::uint8_t>(coarse / 256);
         body[delay + 1] = static_cast<std::uint8_t>(coarse % 256);
         put(delay + 2, 47);

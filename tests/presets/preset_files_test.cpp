@@ -68,7 +68,7 @@ class PresetFilesTest : public LoadWindow {
     int SourcesThatDiffer(const Image& file) const {
         int count = 0;
         for (std::size_t output = 0; output < 6; ++output) {
-            count += form.Combo3[output].Index() != file[185 + 48 * output];
+            count += form.Combo3[output].Index() != file[185 + 48 * output] ? 1 : 0;
         }
         return count;
     }

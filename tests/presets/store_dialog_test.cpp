@@ -1,5 +1,6 @@
 #include "controls/observed.h"
 #include "model/command_window.h"
+#include "ports/numbering.h"
 #include "presets/store_dialog.h"
 
 #include <random>
@@ -41,7 +42,7 @@ class StoreDialogTest : public CommandWindow {
     std::string PageName(int position) const {
         std::string name;
         for (int i = 0; i < 16; ++i) {
-            name += static_cast<char>(image.SystemPage[static_cast<std::size_t>(64 + 16 * position + i)]);
+            name += static_cast<char>(image.SystemPage[At(64 + 16 * position + i)]);
         }
         return name;
     }
@@ -205,7 +206,7 @@ TEST_F(StoreDialogTest, NothingElseOfTheImageChanges) {
     std::map<std::size_t, int> changed{{71, 0}, {SystemPage + 18, 0}};
     const std::string padded = "Hall            ";
     for (std::size_t i = 0; i < 16; ++i) {
-        changed[SystemPage + 96 + i] = padded[i];
+        changed[SystemPage + 96 + i] = static_cast<std::uint8_t>(padded[i]);
     }
     ExpectChanged(before, changed);
     EXPECT_EQ(values.PresetUsed[2], 85.0);

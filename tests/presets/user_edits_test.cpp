@@ -82,7 +82,7 @@ class UserEdits : public LoadWindow {
     static int FrequencyOf(int code) { return static_cast<int>(model::FrequencyTable[static_cast<std::size_t>(code)]); }
 
     void ExpectGain(int channel) {
-        const std::size_t c = static_cast<std::size_t>(channel);
+        const auto c = static_cast<std::size_t>(channel);
         const int code = Code(ImageLayout::Gain(channel));
         const std::string text = DecimalText(2L * code - 120, 1);
         for (const std::size_t i : {c, c + 8}) {
@@ -92,7 +92,7 @@ class UserEdits : public LoadWindow {
         EXPECT_EQ(values.ChannelGain[c], Number(text));
     }
     void ExpectMarks(int channel) {
-        const std::size_t c = static_cast<std::size_t>(channel);
+        const auto c = static_cast<std::size_t>(channel);
         const int muted = (Code(71) >> channel) & 1;
         const int inverted = Code(ImageLayout::Phase(channel));
         for (const std::size_t i : {c, c + 8}) {
@@ -104,7 +104,7 @@ class UserEdits : public LoadWindow {
         EXPECT_EQ(form.Line6[c].Visible(), muted == 1);
     }
     void ExpectDelay(int channel) {
-        const std::size_t c = static_cast<std::size_t>(channel);
+        const auto c = static_cast<std::size_t>(channel);
         const std::size_t place = ImageLayout::Delay(channel);
         const int coarse = 256 * Code(place) + Code(place + 1);
         const int fine = Code(place + 2);
@@ -121,7 +121,7 @@ class UserEdits : public LoadWindow {
         EXPECT_THAT(form.Text2[c + 8].Text(), ::testing::AnyOf(number, form.Text2[c].Text()));
     }
     void ExpectDynamics(int channel) {
-        const std::size_t c = static_cast<std::size_t>(channel);
+        const auto c = static_cast<std::size_t>(channel);
         const std::size_t place = ImageLayout::Dynamics(channel);
         EXPECT_EQ(form.Slider4[c].Position(), (channel < 2 ? 10 : 60) - Code(place + 3));
         EXPECT_EQ(form.Slider5[c].Position(), 18 - Code(place + 1));
@@ -162,7 +162,7 @@ class UserEdits : public LoadWindow {
         EXPECT_EQ(values.ToneType[h], Code(place + 2));
     }
     void ExpectOutput(int output) {
-        const std::size_t y = static_cast<std::size_t>(output);
+        const auto y = static_cast<std::size_t>(output);
         const int source = Code(ImageLayout::Source(output));
         EXPECT_EQ(form.Combo3[y].Index(), source);
         EXPECT_EQ(values.OutputSource[y], source);

@@ -111,7 +111,7 @@ void TakeParameters(model::ParamRow& values, const Body& body) {
     std::size_t section = 0;
     std::size_t filter = 0;
     for (int c = 0; c < 8; ++c) {
-        const std::size_t channel = static_cast<std::size_t>(c);
+        const auto channel = static_cast<std::size_t>(c);
         values.ChannelGain[channel] = Decimal(-12.0 + 0.2 * Held(body[L::Gain(c)], 120));
         values.ChannelPhase[channel] = body[L::Phase(c)] != 0 ? 1.0 : 0.0;
         values.DelayCoarse[channel] = 256.0 * body[L::Delay(c)] + body[L::Delay(c) + 1];
@@ -133,7 +133,7 @@ void TakeParameters(model::ParamRow& values, const Body& body) {
         }
     }
     for (int output = 0; output < 6; ++output) {
-        const std::size_t x = static_cast<std::size_t>(output);
+        const auto x = static_cast<std::size_t>(output);
         values.OutputSource[x] = body[L::Source(output)];
         for (const int side : {0, 1}) {
             const std::size_t block = L::Crossover(output, side);

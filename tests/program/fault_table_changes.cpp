@@ -244,7 +244,7 @@ FaultOperation Flat() {
         },
         [](Expectation& e) {
             for (int section = 0; section < 10; ++section) {
-                e.Values(Id).PeqGain[static_cast<std::size_t>(10 + section)] = 0.0;
+                e.Values(Id).PeqGain[static_cast<std::size_t>(section) + 10] = 0.0;
                 e.Image(Id).PresetBody[L::Peq(1, section) + 4] = 75;
             }
         });

@@ -72,12 +72,12 @@ class PageReading {
     void NameAsEmpty(int first, int end) {
         for (int position = first; position < end; ++position) {
             e_.Values(id_).PresetNames[static_cast<std::size_t>(position)] = EmptyPosition;
-            std::copy_n(EmptyPosition, 16, e_.Image(id_).SystemPage.begin() + 64 + 16 * position);
+            std::copy_n(EmptyPosition, 16, e_.Image(id_).SystemPage.begin() + 64 + std::ptrdiff_t{16} * position);
         }
     }
     void Take(int address, std::uint8_t value) {
         model::ParamRow& values = e_.Values(id_);
-        const std::size_t a = static_cast<std::size_t>(address);
+        const auto a = static_cast<std::size_t>(address);
         if (address >= 26 && address <= 31) {
             values.DevicePassword[a - 26] = value;
             return;
@@ -106,7 +106,7 @@ class PageReading {
 
 /// The window comes up on what the stores hold, however much of that was read.
 void ExpectOpened(Expectation& e, int slot, int id) {
-    const std::size_t s = static_cast<std::size_t>(slot);
+    const auto s = static_cast<std::size_t>(slot);
     model::PresetImageRow& image = e.Image(id);
     TakeOptions(e.Values(id), image.SystemPage[16]);
     TakeMutes(e.Values(id), image.SystemPage[18]);

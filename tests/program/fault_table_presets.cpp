@@ -221,7 +221,7 @@ FaultOperation Store() {
     };
     operation.Expect = [](Expectation& e) {
         e.Values(Id).PresetNames[StoredPosition] = StoredName;
-        std::ranges::copy(StoredName, e.Image(Id).SystemPage.begin() + 64 + 16 * StoredPosition);
+        std::ranges::copy(StoredName, e.Image(Id).SystemPage.begin() + 64 + std::ptrdiff_t{16} * StoredPosition);
         PutMutes(e.Image(Id), 0x19);
         if (e.Passed(1)) {
             e.Values(Id).PresetUsed[StoredPosition] = 85;

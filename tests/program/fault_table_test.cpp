@@ -164,7 +164,7 @@ TEST_P(FaultTable, HoldsWhatItShould) {
     const Outcome before = at.Look();
     const Trial& trial = GetParam().Meets;
     const Expectation expected = Expected(operation, before, steps, trial);
-    const std::size_t place = static_cast<std::size_t>(trial.At);
+    const auto place = static_cast<std::size_t>(trial.At);
     at.Meet(trial, place < steps.size() ? steps[place].Kind : Exchange::Ordinary, operation.Device);
     operation.Event(at);
     const Outcome after = at.Look();

@@ -47,7 +47,7 @@ FaultOperation Names() {
     operation.Expect = [typed](Expectation& e) {
         const auto names = typed(BodyOf(e.Image(Id)));
         for (int channel = 2; channel < 8; ++channel) {
-            const std::size_t c = static_cast<std::size_t>(channel);
+            const auto c = static_cast<std::size_t>(channel);
             // The image has the name before its frame goes out, the program's own table after it.
             if (e.Passed(channel - 3)) {
                 std::ranges::copy(names[c],
@@ -185,7 +185,7 @@ FaultOperation Close(int slot, int id, const std::string& name) {
 void ExpectLamps(const controls::FrmCtrl& form, const Bytes& answer, int mutes) {
     for (int channel = 0; channel < 8; ++channel) {
         const bool silenced = channel >= 2 && ((mutes >> channel) & 1) != 0;
-        const int level = silenced ? 0 : answer[static_cast<std::size_t>(4 + channel)];
+        const int level = silenced ? 0 : answer[static_cast<std::size_t>(channel) + 4];
         if (level > 6) {
             continue; // the lamps stay
         }

@@ -150,7 +150,7 @@ void FaultWorld::InToolDialog(controls::ToolButton tool, std::function<void()> i
 }
 
 void FaultWorld::Meet(const Trial& trial, Exchange kind, int device) {
-    const std::size_t at = static_cast<std::size_t>(trial.At);
+    const auto at = static_cast<std::size_t>(trial.At);
     ScriptedPort& port = world.Port;
     port.Answer = [this, trial, kind, device](const Frame& frame) { return AnswerFor(frame, trial, kind, device); };
     if (trial.Kind == Fault::GoneBefore) {
@@ -173,7 +173,7 @@ Bytes FaultWorld::AnswerFor(const Frame& frame, const Trial& trial, Exchange kin
     const int transmission = static_cast<int>(world.Port.Sent.size()) - 1;
     const bool hit = transmission == trial.At;
     const bool again = transmission == trial.At + 1 && CourseOf(kind, trial.Kind).Transmissions == 2;
-    const Bytes answer = line.Answer(frame);
+    Bytes answer = line.Answer(frame);
     switch (trial.Kind) {
     case Fault::None:
     case Fault::GoneBefore:

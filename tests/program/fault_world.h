@@ -25,7 +25,7 @@ enum class Exchange { Ordinary, WithoutReply, Bulk, Probe, Check };
 
 /// One exchange of an operation without faults.
 struct Step {
-    Frame Sent;
+    Frame Sent{};
     Exchange Kind = Exchange::Ordinary;
 };
 

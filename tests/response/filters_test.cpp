@@ -37,7 +37,7 @@ TEST(Bell, IsTheSquaredBandPassTimesItsGainAtEveryCentreAndFrequency) {
                 const Curve curve = CurveOf(Bell{gain, centre, q});
                 double worst = 0.0;
                 for (std::size_t point = 0; point < GridPoints; ++point) {
-                    const double expected = static_cast<double>(BellLevel(gain, centre, q, PlotGrid[point]));
+                    const auto expected = static_cast<double>(BellLevel(gain, centre, q, PlotGrid[point]));
                     worst = std::max(worst, std::abs(curve[point] - expected));
                 }
                 EXPECT_LT(worst, Tolerance) << gain << " dB at " << centre << " Hz, Q " << q;

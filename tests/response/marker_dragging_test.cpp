@@ -110,7 +110,7 @@ TEST_F(MarkerDragging, LeftAtMinus60Gives20HzAndAt8595Gives20000) {
 TEST_F(MarkerDragging, EverySectionsMarkerDragsItsOwn) {
     for (int section = 0; section < 44; ++section) {
         SCOPED_TRACE(section);
-        const std::size_t s = static_cast<std::size_t>(section);
+        const auto s = static_cast<std::size_t>(section);
         Forget();
         form.Label5[s].Pressed();
         Drag(s, 2825.0, 1003.5);

@@ -18,7 +18,7 @@ std::size_t PointOf(double f) {
 
 TEST(PlotGrid, IsEveryHertzTo799ThenStepsOf21ThenTheEnd) {
     const std::vector<int> expected = GridHertz();
-    ASSERT_EQ(expected.size(), 1705u);
+    ASSERT_EQ(expected.size(), 1705U);
     ASSERT_EQ(PlotGrid.size(), expected.size());
     for (std::size_t point = 0; point < expected.size(); ++point) {
         EXPECT_EQ(PlotGrid[point], expected[point]) << "point " << point;

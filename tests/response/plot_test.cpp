@@ -1,8 +1,10 @@
+#include "ports/numbering.h"
 #include "ports/runtime_error.h"
 #include "response/prototypes.h"
 #include "response/response_desk.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -23,7 +25,8 @@ constexpr Colour Out3Cyan{0, 192, 192};
 constexpr Colour Out4Green{0, 255, 0};
 constexpr Colour Out5Navy{0, 0, 192};
 constexpr Colour Out6Orange{255, 128, 0};
-constexpr Colour Colours[8] = {InARed, InBBlue, Out1Magenta, Out2DarkRed, Out3Cyan, Out4Green, Out5Navy, Out6Orange};
+constexpr std::array<Colour, 8> Colours = {InARed,   InBBlue,   Out1Magenta, Out2DarkRed,
+                                           Out3Cyan, Out4Green, Out5Navy,    Out6Orange};
 
 /// Worked out by hand and not by a rounding function, for levels whose row lies on no half.
 int RowOfLevel(long double level) {
@@ -68,8 +71,8 @@ TEST(RedrawChannel, DrawsNothingButAStraightLineAt95WhenAllIsAtZero) {
     for (int channel = 0; channel < 8; ++channel) {
         desk.Display.RedrawChannel(channel);
         const auto strokes = desk.Graph(channel).Strokes();
-        ASSERT_EQ(strokes.size(), 1u);
-        ASSERT_EQ(strokes[0].Points.size(), 1705u);
+        ASSERT_EQ(strokes.size(), 1U);
+        ASSERT_EQ(strokes[0].Points.size(), 1705U);
         EXPECT_EQ(strokes[0].Points[0], (Picture::Point{-10, 0}));
         EXPECT_EQ(strokes[0].Points[1], (Picture::Point{-1, 95})); // 11 Hz
         EXPECT_EQ(strokes[0].Points[9], (Picture::Point{-1, 95})); // 19 Hz
@@ -97,8 +100,8 @@ TEST(RedrawChannel, DrawsEachChannelInItsColour) {
     ResponseDesk desk;
     for (int channel = 0; channel < 8; ++channel) {
         desk.Display.RedrawChannel(channel);
-        EXPECT_EQ(desk.Graph(channel).Strokes()[0].Pen, Colours[channel]) << channel;
-        EXPECT_EQ(CurveColour(channel), Colours[channel]) << channel;
+        EXPECT_EQ(desk.Graph(channel).Strokes()[0].Pen, Colours[At(channel)]) << channel;
+        EXPECT_EQ(CurveColour(channel), Colours[At(channel)]) << channel;
     }
 }
 
@@ -115,14 +118,14 @@ TEST(RedrawChannel, PutsFiltersAndGainsOfAnOutputOnTheirPixels) {
     desk.Display.UpdateCrossoverCurve(4);
     desk.Display.UpdateCrossoverCurve(5);
     const Points pixels = PixelsOf([](long double f) {
-        const double hertz = static_cast<double>(f);
+        const auto hertz = static_cast<double>(f);
         return -1.4L + 2.2L + BellLevel(11.6L, 1250.0L, 1.5L, f) + ShelfLevel(3, -5.5L, 4000.0L, f) +
                LevelOf(Slopes()[6].Filter.HighPass(hertz, 100.0)) + LevelOf(Slopes()[9].Filter.LowPass(hertz, 9000.0));
     });
-    ASSERT_EQ(desk.Graph(4).Strokes().size(), 1u);
+    ASSERT_EQ(desk.Graph(4).Strokes().size(), 1U);
     ExpectStroke(desk.Graph(4).Strokes()[0], Out3Cyan, pixels);
     desk.Display.RedrawChannel(4);
-    ASSERT_EQ(desk.Graph(4).Strokes().size(), 1u);
+    ASSERT_EQ(desk.Graph(4).Strokes().size(), 1U);
     ExpectStroke(desk.Graph(4).Strokes()[0], Out3Cyan, pixels);
 }
 
@@ -139,7 +142,7 @@ TEST(RedrawChannel, IsWhatAWalkOfPlotPointDraws) {
     for (const int hertz : GridHertz()) {
         desk.Display.PlotPoint(hertz, 3);
     }
-    ASSERT_EQ(desk.Graph(3).Strokes().size(), 1u);
+    ASSERT_EQ(desk.Graph(3).Strokes().size(), 1U);
     ExpectStroke(desk.Graph(3).Strokes()[0], Out2DarkRed, redrawn);
 }
 
@@ -150,7 +153,7 @@ TEST(Update, DrawsTheGraphOfItsOwnChannelAlone) {
     desk.Display.UpdateCrossoverCurve(11);
     for (int channel = 0; channel < 8; ++channel) {
         const bool drawn = channel == 0 || channel == 1 || channel == 7;
-        EXPECT_EQ(desk.Graph(channel).Strokes().size(), drawn ? 1u : 0u) << channel;
+        EXPECT_EQ(desk.Graph(channel).Strokes().size(), drawn ? 1U : 0U) << channel;
     }
 }
 
@@ -164,7 +167,7 @@ TEST(Update, DrawsTheOverlaysUnderTheNewCurve) {
                                std::function<void()>([&] { desk.Display.UpdateCrossoverCurve(3); })}) {
         desk.Form().Picture1[3].Clear();
         update();
-        ASSERT_EQ(desk.Graph(3).Strokes().size(), 2u);
+        ASSERT_EQ(desk.Graph(3).Strokes().size(), 2U);
         EXPECT_EQ(desk.Graph(3).Strokes()[0].Pen, Out5Navy);
         EXPECT_EQ(desk.Graph(3).Strokes()[1].Pen, Out2DarkRed);
     }
@@ -172,13 +175,13 @@ TEST(Update, DrawsTheOverlaysUnderTheNewCurve) {
 
 TEST(RedrawChannel, LaysOverlaysInRisingOrderUnderTheChannelsOwnCurve) {
     ResponseDesk desk;
-    for (const std::size_t other : {7u, 2u, 5u}) {
+    for (const std::size_t other : {7U, 2U, 5U}) {
         desk.Display.OverlayMatrix[4][other] = true;
         desk.Values().ChannelGain[other] = static_cast<double>(other);
     }
     desk.Display.RedrawChannel(4);
     const auto strokes = desk.Graph(4).Strokes();
-    ASSERT_EQ(strokes.size(), 4u);
+    ASSERT_EQ(strokes.size(), 4U);
     ExpectStroke(strokes[0], Out1Magenta, PixelsOf([](long double) { return 2.0L; }));
     ExpectStroke(strokes[1], Out4Green, PixelsOf([](long double) { return 5.0L; }));
     ExpectStroke(strokes[2], Out6Orange, PixelsOf([](long double) { return 7.0L; }));
@@ -190,11 +193,11 @@ TEST(RedrawChannel, GivesInputsNoOverlaysAndNoOutputItself) {
     for (auto& row : desk.Display.OverlayMatrix) {
         row.fill(true);
     }
-    EXPECT_EQ((desk.Display.RedrawChannel(0), desk.Graph(0).Strokes().size()), 1u);
-    EXPECT_EQ((desk.Display.RedrawChannel(1), desk.Graph(1).Strokes().size()), 1u);
+    EXPECT_EQ((desk.Display.RedrawChannel(0), desk.Graph(0).Strokes().size()), 1U);
+    EXPECT_EQ((desk.Display.RedrawChannel(1), desk.Graph(1).Strokes().size()), 1U);
     // Five others and its own: no input, and not itself twice.
-    EXPECT_EQ((desk.Display.RedrawChannel(2), desk.Graph(2).Strokes().size()), 6u);
-    EXPECT_EQ((desk.Display.RedrawChannel(7), desk.Graph(7).Strokes().size()), 6u);
+    EXPECT_EQ((desk.Display.RedrawChannel(2), desk.Graph(2).Strokes().size()), 6U);
+    EXPECT_EQ((desk.Display.RedrawChannel(7), desk.Graph(7).Strokes().size()), 6U);
 }
 
 TEST(RedrawChannel, DrawsAnOverlaidOutputInItsOwnViewMode) {
@@ -207,7 +210,7 @@ TEST(RedrawChannel, DrawsAnOverlaidOutputInItsOwnViewMode) {
     desk.Display.OverlayMatrix[3][4] = true; // Out 3 by itself
     desk.Display.RedrawChannel(3);
     const auto strokes = desk.Graph(3).Strokes();
-    ASSERT_EQ(strokes.size(), 3u);
+    ASSERT_EQ(strokes.size(), 3U);
     ExpectStroke(strokes[0], Out1Magenta, PixelsOf([](long double) { return 4.0L; }));
     ExpectStroke(strokes[1], Out3Cyan, PixelsOf([](long double) { return 0.0L; }));
     ExpectStroke(strokes[2], Out2DarkRed, PixelsOf([](long double) { return 8.0L; }));
@@ -220,7 +223,7 @@ TEST(DrawOverlay, DrawsAChannelOnTheGraphOfAnother) {
     desk.Display.PlotOverlayPoint(10.0, 7, 2);
     desk.Display.PlotOverlayPoint(20000.0, 7, 2);
     const auto strokes = desk.Graph(2).Strokes();
-    ASSERT_EQ(strokes.size(), 2u);
+    ASSERT_EQ(strokes.size(), 2U);
     ExpectStroke(strokes[0], Out5Navy, PixelsOf([](long double) { return -10.0L; }));
     ExpectStroke(strokes[1], Out6Orange, {{-10, 0}, {575, 95}});
     EXPECT_TRUE(desk.Graph(6).Strokes().empty());
@@ -262,11 +265,15 @@ TEST(PlotPoint, RoundsAHalfToTheEvenRow) {
         double Exactly; // 95.4 - Level * 3.183333333333333 as a double
         int Row;
     };
-    const Case cases[] = {
-        {-0.03141361256544324, 95.5, 96}, {0.28272251308900703, 94.5, 94}, {0.5968586387434573, 93.5, 94},
-        {29.811518324607334, 0.5, 0},     {30.125654450261784, -0.5, 0},   {30.439790575916234, -1.5, -2},
+    const auto cases = std::to_array<Case>({
+        {-0.03141361256544324, 95.5, 96},
+        {0.28272251308900703, 94.5, 94},
+        {0.5968586387434573, 93.5, 94},
+        {29.811518324607334, 0.5, 0},
+        {30.125654450261784, -0.5, 0},
+        {30.439790575916234, -1.5, -2},
         {-30.18848167539267, 191.5, 192},
-    };
+    });
     ResponseDesk desk;
     for (const Case& at : cases) {
         ASSERT_EQ(95.4 - at.Level * 3.183333333333333, at.Exactly);
@@ -284,9 +291,12 @@ TEST(PlotPoint, SubtractsMasterThenChannelGainThenCurve) {
         double Level;
         int Row; // any other order, or the sum at once, falls to the row beside it
     };
-    const Case cases[] = {{9.8, -5.0, 5.84921465968587, 62},   {6.8, 0.4, 14.75811518324608, 26},
-                          {-10.4, 0.2, 31.21570680628272, 28}, {9.8, -1.8, 12.073298429319378, 32},
-                          {-8.4, 11.4, -5.8586387434555, 104}, {-10.0, 9.8, 21.21570680628272, 28}};
+    const auto cases = std::to_array<Case>({{9.8, -5.0, 5.84921465968587, 62},
+                                            {6.8, 0.4, 14.75811518324608, 26},
+                                            {-10.4, 0.2, 31.21570680628272, 28},
+                                            {9.8, -1.8, 12.073298429319378, 32},
+                                            {-8.4, 11.4, -5.8586387434555, 104},
+                                            {-10.0, 9.8, 21.21570680628272, 28}});
     ResponseDesk desk;
     for (const Case& at : cases) {
         desk.Values().MasterGain = at.Master;
@@ -305,14 +315,14 @@ TEST(PlotPoint, SubtractsTheInputsGainAndThenItsCurveBehindTheOutputs) {
         double InputLevel;
         int Row;
     };
-    const Case cases[] = {{-4.2, -9.2, -0.42857142857142855, -10.0, 30.7081525804039, 74},
-                          {5.6, -0.2, 3.7142857142857144, -2.0, 15.78623784592371, 22},
-                          {9.2, -7.4, 0.0, -5.0, 15.734031413612573, 56},
-                          {-10.8, 5.6, -2.4285714285714284, 6.6, 15.761555721765143, 48},
-                          {7.0, 11.4, -2.142857142857143, -7.0, 4.8475691847419595, 50},
-                          {11.0, -9.2, -6.428571428571429, -9.4, 20.594016454749433, 74}};
+    const auto cases = std::to_array<Case>({{-4.2, -9.2, -0.42857142857142855, -10.0, 30.7081525804039, 74},
+                                            {5.6, -0.2, 3.7142857142857144, -2.0, 15.78623784592371, 22},
+                                            {9.2, -7.4, 0.0, -5.0, 15.734031413612573, 56},
+                                            {-10.8, 5.6, -2.4285714285714284, 6.6, 15.761555721765143, 48},
+                                            {7.0, 11.4, -2.142857142857143, -7.0, 4.8475691847419595, 50},
+                                            {11.0, -9.2, -6.428571428571429, -9.4, 20.594016454749433, 74}});
     ResponseDesk desk;
-    for (const std::size_t input : {0u, 1u}) {
+    for (const std::size_t input : {0U, 1U}) {
         desk.Display.ViewMode[3] = static_cast<int>(input) + 1;
         desk.Values().ChannelGain = {};
         for (const Case& at : cases) {
@@ -333,7 +343,7 @@ TEST(PlotPoint, AtTenHertzMovesThePenAndChangesNoColour) {
     desk.Display.PlotPoint(10.0, 2);
     EXPECT_TRUE(graph.Strokes().empty());
     graph.LineTo(7, 7);
-    ASSERT_EQ(graph.Strokes().size(), 1u);
+    ASSERT_EQ(graph.Strokes().size(), 1U);
     ExpectStroke(graph.Strokes()[0], {1, 2, 3}, {{-10, 0}, {7, 7}});
 }
 

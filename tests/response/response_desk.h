@@ -28,19 +28,19 @@ struct ResponseDesk {
     const controls::Picture& Graph(int channel) { return Form().Picture1[static_cast<std::size_t>(channel)]; }
 
     void SetPeq(int section, double gain, double hertz, int bandwidth_code) {
-        const std::size_t s = static_cast<std::size_t>(section);
+        const auto s = static_cast<std::size_t>(section);
         Stores->ParamValues[static_cast<std::size_t>(Windows.CurrentDevice())].PeqGain[s] = gain;
         Stores->ParamValues[static_cast<std::size_t>(Windows.CurrentDevice())].PeqFrequency[s] = hertz;
         Form().UpDown3[s].SetPosition(bandwidth_code);
     }
     void SetShelf(int filter, int type, double gain, double hertz) {
-        const std::size_t h = static_cast<std::size_t>(filter);
+        const auto h = static_cast<std::size_t>(filter);
         Values().ToneType[h] = type;
         Values().ToneGain[h] = gain;
         Values().ToneFrequency[h] = hertz;
     }
     void SetCrossover(int side, int slope, double hertz) {
-        const std::size_t x = static_cast<std::size_t>(side);
+        const auto x = static_cast<std::size_t>(side);
         Values().CrossoverSlope[x] = slope;
         Values().CrossoverFrequency[x] = hertz;
     }

@@ -200,7 +200,7 @@ TEST(Response, TotalOfAnOutputIsTheSumOfItsSectionsItsToneFilterAndItsSides) {
             for (int section = 28; section < 32; ++section) {
                 sum += BellLevel(section - 30.4L, 100.0L * (section - 27), 1.5L, f);
             }
-            const double hertz = static_cast<double>(f);
+            const auto hertz = static_cast<double>(f);
             return sum + LevelOf(FilterOf(9).HighPass(hertz, 80.0)) + LevelOf(FilterOf(4).LowPass(hertz, 8000.0));
         },
         "Out 3");

@@ -26,7 +26,7 @@ class ViewOptions : public EqualiserWindow {
 TEST_F(ViewOptions, ShowCursorShowsTheMarkersOfItsChannelAlone) {
     for (int channel = 0; channel < 8; ++channel) {
         SCOPED_TRACE(channel);
-        const std::size_t c = static_cast<std::size_t>(channel);
+        const auto c = static_cast<std::size_t>(channel);
         form.Check3[c].UserToggle();
         for (int section = 0; section < 44; ++section) {
             EXPECT_EQ(form.Label5[static_cast<std::size_t>(section)].Visible(), PlaceOfPeq(section).first == channel)

@@ -210,7 +210,8 @@ TEST_F(ConfigFiles, RandomBytesLoseNothing) {
         Bytes ids(random() % 90);
         for (Bytes* bytes : {&init, &ids}) {
             // Small numbers now and then, so that valid entries come up too.
-            std::ranges::generate(*bytes, [&] { return static_cast<std::uint8_t>(random() % (round % 2 ? 256 : 3)); });
+            std::ranges::generate(*bytes,
+                                  [&] { return static_cast<std::uint8_t>(random() % (round % 2 != 0 ? 256 : 3)); });
         }
         TestProgram fresh;
         fresh.Folder.Write("init.cfg", init);

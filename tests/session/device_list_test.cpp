@@ -80,7 +80,8 @@ TEST_F(DeviceListTest, PassAsksEachDeviceForItsLabelThenItsImage) {
 TEST_F(DeviceListTest, GridIsRepaintedAfterEachRow) {
     StartWithoutTick({3, 7});
     int repaints = 0;
-    program.List.Devices.Observe([&](controls::Aspect aspect) { repaints += aspect == controls::Aspect::Repaint; });
+    program.List.Devices.Observe(
+        [&](controls::Aspect aspect) { repaints += aspect == controls::Aspect::Repaint ? 1 : 0; });
     TickList();
     EXPECT_EQ(repaints, 2);
 }

@@ -44,32 +44,30 @@ int AnswerByte(Device& device, std::initializer_list<int> payload, std::size_t i
 }
 
 TEST(Device, GainGoesToTheSecondByteOfTheGainField) {
-    const int places[] = {1, 73, 184, 232, 280, 328, 376, 424};
-    for (int channel = 0; channel < 8; ++channel) {
-        EXPECT_EQ(ChangesBy({1, channel, 0, 0, 0, 0, 0, 0, 61}), (Changes{{places[channel], 61}}));
+    for (int channel = 0; const int at : {1, 73, 184, 232, 280, 328, 376, 424}) {
+        EXPECT_EQ(ChangesBy({1, channel, 0, 0, 0, 0, 0, 0, 61}), (Changes{{at, 61}}));
+        ++channel;
     }
 }
 
 TEST(Device, DelayGoesHighLowFine) {
-    const int places[] = {2, 74, 175, 223, 271, 319, 367, 415};
-    for (int channel = 0; channel < 8; ++channel) {
-        const int at = places[channel];
+    for (int channel = 0; const int at : {2, 74, 175, 223, 271, 319, 367, 415}) {
         EXPECT_EQ(ChangesBy({2, channel, 0, 0, 0, 0, 9, 196, 47}), (Changes{{at, 9}, {at + 1, 196}, {at + 2, 47}}));
+        ++channel;
     }
 }
 
 TEST(Device, PhaseGoesToThePhaseByte) {
-    const int places[] = {65, 137, 182, 230, 278, 326, 374, 422};
-    for (int channel = 0; channel < 8; ++channel) {
-        EXPECT_EQ(ChangesBy({3, channel, 0, 0, 0, 0, 0, 0, 1}), (Changes{{places[channel], 1}}));
+    for (int channel = 0; const int at : {65, 137, 182, 230, 278, 326, 374, 422}) {
+        EXPECT_EQ(ChangesBy({3, channel, 0, 0, 0, 0, 0, 0, 1}), (Changes{{at, 1}}));
+        ++channel;
     }
 }
 
 TEST(Device, CrossoverGoesToTheSideNamed) {
-    const int places[] = {144, 147, 192, 195, 240, 243, 288, 291, 336, 339, 384, 387};
-    for (int side = 0; side < 12; ++side) {
-        const int at = places[side];
+    for (int side = 0; const int at : {144, 147, 192, 195, 240, 243, 288, 291, 336, 339, 384, 387}) {
         EXPECT_EQ(ChangesBy({4, side / 2 + 2, side % 2, 0, 0, 0, 0, 68, 9}), (Changes{{at + 1, 68}, {at + 2, 9}}));
+        ++side;
     }
 }
 
@@ -86,26 +84,24 @@ TEST(Device, ToneFilterGoesToItsBlock) {
     EXPECT_EQ(ChangesBy({6, 0, 1, 0, 0, 30, 2, 0, 20}), (Changes{{61, 30}, {62, 2}, {64, 20}}));
     EXPECT_EQ(ChangesBy({6, 1, 0, 0, 0, 30, 2, 0, 20}), (Changes{{128, 30}, {129, 2}, {131, 20}}));
     EXPECT_EQ(ChangesBy({6, 1, 1, 0, 0, 30, 2, 0, 20}), (Changes{{133, 30}, {134, 2}, {136, 20}}));
-    const int outputs[] = {170, 218, 266, 314, 362, 410};
-    for (int output = 0; output < 6; ++output) {
-        const int at = outputs[output];
+    for (int output = 0; const int at : {170, 218, 266, 314, 362, 410}) {
         EXPECT_EQ(ChangesBy({6, output + 2, 0, 0, 0, 30, 4, 0, 20}),
                   (Changes{{at + 1, 30}, {at + 2, 4}, {at + 4, 20}}));
+        ++output;
     }
 }
 
 TEST(Device, LimiterAndNoiseGateGoToAttackReleaseThreshold) {
-    const int places[] = {66, 138, 178, 226, 274, 322, 370, 418};
-    for (int channel = 0; channel < 8; ++channel) {
-        const int at = places[channel];
+    for (int channel = 0; const int at : {66, 138, 178, 226, 274, 322, 370, 418}) {
         EXPECT_EQ(ChangesBy({7, channel, 0, 0, 0, 29, 18, 0, 10}), (Changes{{at, 29}, {at + 1, 18}, {at + 3, 10}}));
+        ++channel;
     }
 }
 
 TEST(Device, SourceGoesToTheSourceByteOfAnOutput) {
-    const int places[] = {185, 233, 281, 329, 377, 425};
-    for (int output = 0; output < 6; ++output) {
-        EXPECT_EQ(ChangesBy({8, output + 2, 0, 0, 0, 0, 0, 0, 2}), (Changes{{places[output], 2}}));
+    for (int output = 0; const int at : {185, 233, 281, 329, 377, 425}) {
+        EXPECT_EQ(ChangesBy({8, output + 2, 0, 0, 0, 0, 0, 0, 2}), (Changes{{at, 2}}));
+        ++output;
     }
 }
 
@@ -126,11 +122,10 @@ TEST(Device, MasterGainGoesToTheLastByteOfInputB) {
 }
 
 TEST(Device, ChannelNameGoesToTheNameOfAnOutput) {
-    const int places[] = {186, 234, 282, 330, 378, 426};
-    for (int output = 0; output < 6; ++output) {
-        const int at = places[output];
+    for (int output = 0; const int at : {186, 234, 282, 330, 378, 426}) {
         EXPECT_EQ(ChangesBy({0x0E, output + 2, 0, 'a', 'b', 'c', 'd', 'e', 'f'}),
                   (Changes{{at, 'a'}, {at + 1, 'b'}, {at + 2, 'c'}, {at + 3, 'd'}, {at + 4, 'e'}, {at + 5, 'f'}}));
+        ++output;
     }
 }
 

@@ -30,9 +30,9 @@ TEST(MovingLevels, DifferBySeedDeviceAndChannel) {
     int by_channel = 0;
     for (int ms = 0; ms < 10000; ms += 100) {
         const Levels levels = MovingLevels(7, 3, milliseconds(ms));
-        by_seed += levels != MovingLevels(8, 3, milliseconds(ms));
-        by_device += levels != MovingLevels(7, 4, milliseconds(ms));
-        by_channel += std::ranges::adjacent_find(levels, std::not_equal_to<>()) != levels.end();
+        by_seed += levels != MovingLevels(8, 3, milliseconds(ms)) ? 1 : 0;
+        by_device += levels != MovingLevels(7, 4, milliseconds(ms)) ? 1 : 0;
+        by_channel += std::ranges::adjacent_find(levels, std::not_equal_to<>()) != levels.end() ? 1 : 0;
     }
     EXPECT_GT(by_seed, 90);
     EXPECT_GT(by_device, 90);

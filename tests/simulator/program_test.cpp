@@ -3,7 +3,6 @@
 
 #include <array>
 #include <csignal>
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -12,7 +11,6 @@
 namespace nrv::simulator {
 namespace {
 
-namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
@@ -68,12 +66,12 @@ class Program {
     std::string Line() {
         for (;;) {
             if (const std::size_t end = text_.find('\n'); end != std::string::npos) {
-                const std::string line = text_.substr(0, end);
+                std::string line = text_.substr(0, end);
                 text_.erase(0, end + 1);
                 return line;
             }
             pollfd wait{out_.Get(), POLLIN, 0};
-            std::array<char, 4096> buffer;
+            std::array<char, 4096> buffer{};
             const ssize_t size = ::poll(&wait, 1, 10000) > 0 ? ::read(out_.Get(), buffer.data(), buffer.size()) : 0;
             if (size <= 0) {
                 return {};
@@ -83,7 +81,7 @@ class Program {
     }
 
     std::string Error() const {
-        std::array<char, 4096> buffer;
+        std::array<char, 4096> buffer{};
         std::string text;
         for (ssize_t size = 0; (size = ::read(error_.Get(), buffer.data(), buffer.size())) > 0;) {
             text.append(buffer.data(), static_cast<std::size_t>(size));

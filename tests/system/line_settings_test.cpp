@@ -28,13 +28,13 @@ std::map<std::string, std::vector<termios>>& Asked() {
 } // namespace
 
 // A pseudo-terminal tells 8 bits without parity whatever it was asked for: the requests are caught on their way.
-extern "C" int tcsetattr(int terminal, int when, const termios* settings) noexcept {
+extern "C" int tcsetattr(int fd, int actions, const termios* termios_p) noexcept {
     using Function = int (*)(int, int, const termios*);
     static const auto next = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "tcsetattr"));
-    if (const char* name = ::ttyname(terminal); name != nullptr) {
-        Asked()[name].push_back(*settings);
+    if (const char* name = ::ttyname(fd); name != nullptr) {
+        Asked()[name].push_back(*termios_p);
     }
-    return next(terminal, when, settings);
+    return next(fd, actions, termios_p);
 }
 
 namespace {
