@@ -49,10 +49,13 @@ void EventBoundary::RunWhenOver(std::function<void()> event) {
     }
 }
 
-void EventBoundary::Tell(const RuntimeError& error) {
-    if (actions_.TellError) {
-        actions_.TellError(error.what());
+void EventBoundary::Tell(const std::exception& error) {
+    if (!actions_.TellError) {
+        return;
     }
+    const bool expected = dynamic_cast<const RuntimeError*>(&error) != nullptr;
+    actions_.TellError(expected ? error.what()
+                                : std::string("The program could not go on with this: ") + error.what() + ".");
 }
 
 } // namespace nrv::controls

@@ -76,7 +76,7 @@ class EventBoundary {
     Entry Admit(const EventSource& source) const;
     void Begin(const EventSource& source);
     void End();
-    void Tell(const RuntimeError& error);
+    void Tell(const std::exception& error);
     /// However the event ends, so does what began with it.
     template <class Event, class Finish>
     void Enclose(Event&& event, Finish&& finish) {
@@ -92,14 +92,14 @@ class EventBoundary {
     void Catch(Event&& event) {
         try {
             event();
-        } catch (const RuntimeError& error) {
+        } catch (const EndOfProcess&) {
+            // What comes after the end does not happen.
+        } catch (const std::exception& error) {
             try {
                 Tell(error);
             } catch (const EndOfProcess&) {
-                // As below.
+                // As above.
             }
-        } catch (const EndOfProcess&) {
-            // What comes after the end does not happen.
         }
     }
 

@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 #include <memory>
+#include <random>
 #include <string>
 #include <system_error>
 
@@ -25,9 +25,10 @@ namespace fs = std::filesystem;
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::size_t Everything = std::numeric_limits<std::size_t>::max();
-constexpr int MostLinks = 40;    // as many as the system itself follows
-constexpr int MostNewNames = 10; // names tried beside a file before it is written in place
+constexpr std::uintmax_t MostCopied = 1024 * 1024; // a file of more is no record's, and is written in place
+constexpr int MostLinks = 40;                      // as many as the system itself follows
+constexpr int PlainNewNames = 10;  // names tried beside a file, which those that died on the way may have left,
+constexpr int RandomNewNames = 10; // before names that nobody can have left, before it is written in place
 
 struct CloseFile {
     void operator()(std::FILE* stream) const { std::fclose(stream); }
@@ -56,10 +57,11 @@ Stream Open(const fs::path& file, const char* mode) {
     return stream;
 }
 
-/// A device or a pipe under a file's name could give bytes without end or none for ever, so it is refused.
-bool IsThere(const fs::path& file, const char* what) {
+/// Whether a file is there; a refusal names it as the user does, who may have named a link to it. A device or a pipe
+/// under a file's name could give bytes without end or none for ever, so it is refused.
+bool IsThere(const fs::path& target, const fs::path& file, const char* what) {
     std::error_code error;
-    const fs::file_status status = fs::status(file, error);
+    const fs::file_status status = fs::status(target, error);
     if (status.type() == fs::file_type::not_found) {
         return false;
     }
@@ -72,8 +74,8 @@ bool IsThere(const fs::path& file, const char* what) {
     return true;
 }
 
-Bytes Read(const fs::path& file, std::size_t most) {
-    const Stream stream = Open(file, "rb");
+Bytes Read(const fs::path& target, const fs::path& file, std::size_t most) {
+    const Stream stream = Open(target, "rb");
     if (!stream) {
         Refuse(file, "read", ErrorNow());
     }
@@ -147,14 +149,21 @@ fs::path Followed(const fs::path& file) {
     return target;
 }
 
+std::string NewName(int name) {
+    if (name > PlainNewNames) {
+        return ".new-" + std::to_string(std::random_device()());
+    }
+    return name == 1 ? ".new" : ".new" + std::to_string(name);
+}
+
 /// Writes a new file beside the target and renames it; a file that has its name already is another's and stays. 0, or
 /// the error, and then the target is as it was and nothing lies beside it.
 int Replace(const fs::path& target, bool existed, std::span<const std::uint8_t> whole) {
     fs::path beside;
     Stream stream;
-    for (int name = 1; name <= MostNewNames && !stream; ++name) {
+    for (int name = 1; name <= PlainNewNames + RandomNewNames && !stream; ++name) {
         beside = target;
-        beside += name == 1 ? ".new" : ".new" + std::to_string(name);
+        beside += NewName(name);
         stream = Open(beside, "wbx");
         if (!stream && errno != EEXIST) {
             break;
@@ -182,7 +191,8 @@ int Replace(const fs::path& target, bool existed, std::span<const std::uint8_t> 
 }
 
 /// Writes over the start of a file; what got through of a write that failed is taken back. 0, or the error.
-int WriteInPlace(const fs::path& target, std::span<const std::uint8_t> record, const Bytes& old) {
+int WriteInPlace(const fs::path& target, std::span<const std::uint8_t> record, const Bytes& old,
+                 std::uintmax_t old_size) {
     Stream stream = Open(target, "r+b");
     if (!stream) {
         return ErrorNow();
@@ -193,8 +203,8 @@ int WriteInPlace(const fs::path& target, std::span<const std::uint8_t> record, c
         Write(stream.get(), std::span(old).first(std::min(old.size(), record.size())));
         stream.reset();
         std::error_code ignored;
-        if (fs::file_size(target, ignored) > old.size()) {
-            fs::resize_file(target, old.size(), ignored);
+        if (fs::file_size(target, ignored) > old_size) {
+            fs::resize_file(target, old_size, ignored);
         }
     }
     return error;
@@ -218,27 +228,30 @@ int WriteNew(const fs::path& target, std::span<const std::uint8_t> record) {
 } // namespace
 
 std::vector<std::uint8_t> ReadFromStart(const fs::path& file, std::size_t most) {
-    if (!IsThere(file, "read")) {
+    if (!IsThere(file, file, "read")) {
         Open(file, "ab");
         return {};
     }
-    return Read(file, most);
+    return Read(file, file, most);
 }
 
 void WriteAtStart(const fs::path& file, std::span<const std::uint8_t> record) {
     const fs::path target = Followed(file);
-    const bool existed = IsThere(target, "written");
+    const bool existed = IsThere(target, file, "written");
     Bytes old;
+    std::uintmax_t old_size = 0;
     bool replaceable = true;
     if (existed) {
-        old = Read(target, Everything);
+        std::error_code ignored;
+        old_size = fs::file_size(target, ignored);
+        const bool copied = old_size <= MostCopied;
+        old = Read(target, file, copied ? MostCopied : record.size());
         // The folder's permission must not stand in for the file's: a file that may not be written is not replaced.
         if (!Open(target, "r+b")) {
             Refuse(file, "written", ErrorNow());
         }
         // A second name of the file would go on standing for the old one.
-        std::error_code ignored;
-        replaceable = fs::hard_link_count(target, ignored) == 1;
+        replaceable = copied && fs::hard_link_count(target, ignored) == 1;
     }
     Bytes whole(record.begin(), record.end());
     if (old.size() > whole.size()) {
@@ -247,7 +260,8 @@ void WriteAtStart(const fs::path& file, std::span<const std::uint8_t> record) {
     if (replaceable && Replace(target, existed, whole) == 0) {
         return;
     }
-    if (const int error = existed ? WriteInPlace(target, record, old) : WriteNew(target, record); error != 0) {
+    if (const int error = existed ? WriteInPlace(target, record, old, old_size) : WriteNew(target, record);
+        error != 0) {
         Refuse(file, "written", error);
     }
 }

@@ -18,6 +18,12 @@ class RecordFile : public ::testing::Test {
     int FilesInFolder() const {
         return static_cast<int>(std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator()));
     }
+    /// What tells one file from another under the same name.
+    static ino_t NumberOf(const fs::path& file) {
+        struct stat status = {};
+        EXPECT_EQ(stat(file.c_str(), &status), 0);
+        return status.st_ino;
+    }
     void ExpectRefused(const std::function<void()>& job, const std::string& text) {
         try {
             job();
@@ -204,15 +210,34 @@ TEST_F(RecordFile, LinkUnderTheNewNameIsNotFollowed) {
     EXPECT_TRUE(fs::is_symlink(folder.Path() / "init.cfg.new"));
 }
 
-TEST_F(RecordFile, WritesInPlaceWhenNoNewNameIsFree) {
+TEST_F(RecordFile, NewFilesThatWereLeftBehindDoNotUseUpTheNames) {
     folder.Write("init.cfg", {1, 2, 3});
     folder.Write("init.cfg.new", {});
     for (int name = 2; name <= 10; ++name) {
         folder.Write("init.cfg.new" + std::to_string(name), {});
     }
+    const auto before = NumberOf(File());
     WriteAtStart(File(), Bytes{9, 8});
     EXPECT_EQ(folder.Read("init.cfg"), (Bytes{9, 8, 3}));
     EXPECT_EQ(FilesInFolder(), 11);
+    EXPECT_NE(NumberOf(File()), before);
+}
+
+TEST_F(RecordFile, HugeFileIsWrittenInPlaceAndNotReadThrough) {
+    constexpr std::uintmax_t size = std::uintmax_t{64} * 1024 * 1024 * 1024; // a hole, but for its ends
+    folder.Write("init.cfg", {1, 2, 3});
+    fs::resize_file(File(), size);
+    const auto before = NumberOf(File());
+    WriteAtStart(File(), Bytes{9, 8});
+    EXPECT_EQ(ReadFromStart(File(), 4), (Bytes{9, 8, 3, 0}));
+    EXPECT_EQ(fs::file_size(File()), size);
+    EXPECT_EQ(NumberOf(File()), before);
+}
+
+TEST_F(RecordFile, RefusalNamesTheLinkThatTheUserKnows) {
+    fs::create_directory(folder.Path() / "elsewhere");
+    fs::create_symlink("elsewhere", File());
+    ExpectRefused([this] { WriteAtStart(File(), Bytes{9}); }, "init.cfg could not be written: it is a folder.");
 }
 
 TEST_F(RecordFile, NameTooLongForANewOneBesideItIsWrittenAllTheSame) {
