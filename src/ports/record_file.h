@@ -15,8 +15,8 @@ std::vector<std::uint8_t> ReadFromStart(const std::filesystem::path& file, std::
 
 /// Writes a record over the start of a file and keeps what lies behind it. The file is the old one or the whole new
 /// one: a new file is written beside it and renamed, with the owner and the permissions of the old one. Where that
-/// cannot be done, or the file has a second name or is larger than a MiB, it is written in place, and a write that fails
-/// on the way is taken back. A link stays a link. Throws RuntimeError of kind FileAccess or DiskFull.
+/// cannot be done, or the file has a second name or is larger than a MiB, it is written in place, and a write that
+/// fails on the way is taken back. A link stays a link. Throws RuntimeError of kind FileAccess or DiskFull.
 void WriteAtStart(const std::filesystem::path& file, std::span<const std::uint8_t> record);
 
 /// A file's name without its folder, as single bytes of Latin-1; a character that is none becomes "?".

@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 
+#include <clocale>
+
 namespace nrv::ui {
 
 Application::Application(const std::filesystem::path& folder) : Application(folder, Substitutes{}) {}
@@ -22,6 +24,8 @@ Application::Application(const std::filesystem::path& folder, const Substitutes&
       program_({port_, clock_, process_, boxes_, substitutes.Files != nullptr ? *substitutes.Files : own_files_, host_,
                 boundary_},
                forms_) {
+    // The system's reasons stand within sentences of ours, which are English and of single bytes.
+    std::setlocale(LC_MESSAGES, "C");
     host_.SetEvents(Events());
     host_.SetToolDialogs([this](ToolDialog dialog, QWidget* parent) {
         return MakeToolDialog(dialog, forms_, {boundary_, controls::EventSource::Kind::Dialog}, parent);

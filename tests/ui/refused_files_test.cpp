@@ -2,6 +2,7 @@
 
 #include "rack_test.h"
 
+#include <clocale>
 #include <filesystem>
 
 using namespace nrv;
@@ -32,6 +33,7 @@ class RefusedFilesTest : public RackTest {
     void ANameThatIsNoFileIsRefused_data();
     void ANameThatIsNoFileIsRefused();
     void ALinkToItselfIsToldInTheStatusLine();
+    void TheSystemsReasonsAreInEnglish();
     void AFileWithTheLockBitDoesNotLock_data();
     void AFileWithTheLockBitDoesNotLock();
 };
@@ -58,6 +60,12 @@ void RefusedFilesTest::ANameThatIsNoFileIsRefused() {
     QCOMPARE(desk_->Logic().Main.Window.MousePointer(), controls::Pointer::Default);
     QVERIFY(fs::is_symlink(PresetFolder() / "dangling.n91"));
     QVERIFY(!fs::exists(PresetFolder() / "nowhere"));
+}
+
+void RefusedFilesTest::TheSystemsReasonsAreInEnglish() {
+    QVERIFY(std::setlocale(LC_MESSAGES, "C.UTF-8") != nullptr);
+    const test::RackDesk another(test::FactoryRack({Id}));
+    QCOMPARE(std::setlocale(LC_MESSAGES, nullptr), "C");
 }
 
 void RefusedFilesTest::ALinkToItselfIsToldInTheStatusLine() {
