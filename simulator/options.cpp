@@ -136,7 +136,7 @@ A rack of virtual NRV-718 devices on a pseudo-terminal that stands for the seria
   --unpaced            answer at once, not with the timing of 19200 baud
   --trace              print each frame in words
   --state FILE         restore the rack from FILE if it exists, save it there at the end
-  --presets            fill memory positions 1, 2 and 5 of each device with presets
+  --presets            fill memory positions 1, 2 and 5 of each device that the state file does not hold
   --password TEXT      the password of every device, up to six characters (else 000000)
   --locked ID          this device is locked; may come more than once
   --interactive        take orders such as "lose 5 2" from the standard input; "help" lists them

@@ -90,6 +90,18 @@ TEST(DemoRack, IsBuiltAsTold) {
     EXPECT_EQ(rack.At(5).LiveImage(), FactoryPreset());
 }
 
+TEST(DemoRack, FillsPresetsOfNewDevicesAlone) {
+    const testing::TestFolder folder;
+    const std::string state = (folder / "rack").string();
+    Rack saved;
+    saved.Add(3).PutPreset(1, "My own", FactoryPreset());
+    SaveState(saved, state);
+    const Rack rack = BuildRack(ParseOptions({"--state", state, "--ids", "3,4", "--presets"}));
+    EXPECT_EQ(rack.At(3).PresetName(1), "My own          ");
+    EXPECT_FALSE(rack.At(3).PresetUsed(4));
+    EXPECT_EQ(rack.At(4).PresetName(4), "2-way + sub     ");
+}
+
 TEST(DemoRack, TakesItsDevicesFromTheStateFile) {
     const testing::TestFolder folder;
     const std::string state = (folder / "rack").string();
