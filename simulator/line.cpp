@@ -61,7 +61,7 @@ void Line::Stop() {
     thread_.join();
     std::uint64_t count = 0;
     [[maybe_unused]] const ssize_t taken = ::read(wake_.Get(), &count, sizeof count);
-    outbox_ = Outbox(Pace(options_));
+    outbox_.Clear();
     reader_ = FrameReader();
 }
 
@@ -107,11 +107,15 @@ void Line::ClearFrames() {
 void Line::Run() {
     ::prctl(PR_SET_TIMERSLACK, TimerSlackNanoseconds, 0UL, 0UL, 0UL);
     while (Wait()) {
-        pty_.UpdateOpenCount();
+        NoteWhoIsThere();
         TakeRequests();
         // Whoever sent a request opened the line before it; that must be known before it is answered, and who closed it
         // before that, or the answer would be lost.
-        pty_.UpdateOpenCount();
+        NoteWhoIsThere();
+        for (auto& [answer, start] : fresh_) {
+            outbox_.Add(std::move(answer), start);
+        }
+        fresh_.clear();
         const std::vector<Byte> due = outbox_.TakeDue(steady_clock::now());
         if (pty_.OpenElsewhere()) {
             pty_.Write(due);
@@ -119,15 +123,37 @@ void Line::Run() {
     }
 }
 
+/// What was under way for the one who closed the line is nobody's any more.
+void Line::NoteWhoIsThere() {
+    if (!pty_.UpdateOpenCount()) {
+        return;
+    }
+    outbox_.Clear();
+    if (pty_.OpenElsewhere()) {
+        return;
+    }
+    // The last request before the close is still heard; a flood behind it is not.
+    if (Hear() == Pty::ReadSize) {
+        pty_.DiscardRead();
+    }
+    fresh_.clear();
+    reader_ = FrameReader();
+}
+
 /// Rests until a request comes, a byte is due or Stop is called; false for the last.
 bool Line::Wait() {
-    // A line that is hung up would wake the poll at once, again and again.
-    std::array<pollfd, 3> waits{
-        {{wake_.Get(), POLLIN, 0}, {pty_.WatchFd(), POLLIN, 0}, {hung_up_ ? -1 : pty_.RequestFd(), POLLIN, 0}}};
+    const TimePoint now = steady_clock::now();
     std::optional<TimePoint> deadline = outbox_.NextDeadline();
+    const auto not_after = [&deadline](TimePoint time) { deadline = std::min(deadline.value_or(time), time); };
+    // A line that is hung up would wake the poll at once, again and again; so would one that is asked too fast.
+    const bool deaf = hung_up_ || line_in_free_at_ > now;
     if (hung_up_) {
-        deadline = std::min(deadline.value_or(TimePoint::max()), steady_clock::now() + HangUpPause);
+        not_after(now + HangUpPause);
+    } else if (deaf) {
+        not_after(line_in_free_at_);
     }
+    std::array<pollfd, 3> waits{
+        {{wake_.Get(), POLLIN, 0}, {pty_.WatchFd(), POLLIN, 0}, {deaf ? -1 : pty_.RequestFd(), POLLIN, 0}}};
     timespec rest{};
     if (deadline) {
         rest = AsTimespec(std::max(*deadline - steady_clock::now(), steady_clock::duration(0)));
@@ -136,7 +162,14 @@ bool Line::Wait() {
     return (waits[0].revents & POLLIN) == 0;
 }
 
+/// Hears what has come, but not ahead of what the line can have carried by now.
 void Line::TakeRequests() {
+    if (line_in_free_at_ <= steady_clock::now()) {
+        Hear();
+    }
+}
+
+std::size_t Line::Hear() {
     const std::vector<Byte> bytes = pty_.Read(hung_up_);
     const TimePoint now = steady_clock::now();
     for (Byte byte : bytes) {
@@ -146,6 +179,7 @@ void Line::TakeRequests() {
             Answer(*frame, line_in_free_at_);
         }
     }
+    return bytes.size();
 }
 
 void Line::Answer(const Frame& request, TimePoint complete) {
@@ -168,7 +202,7 @@ void Line::Answer(const Frame& request, TimePoint complete) {
         }
     }
     if (answer) {
-        outbox_.Add(std::move(*answer), complete);
+        fresh_.emplace_back(std::move(*answer), complete);
     }
 }
 

@@ -71,6 +71,8 @@ class Line {
     void Run();
     bool Wait();
     void TakeRequests();
+    std::size_t Hear();
+    void NoteWhoIsThere();
     void Answer(const Frame& request, TimePoint complete);
 
     LineOptions options_;
@@ -82,6 +84,7 @@ class Line {
     // The line thread's own.
     FrameReader reader_;
     Outbox outbox_;
+    std::vector<std::pair<Transmission, TimePoint>> fresh_; ///< answers of this pass, and when each may begin
     TimePoint line_in_free_at_{};
     bool hung_up_ = false;
 

@@ -69,6 +69,32 @@ TEST(Outbox, DrippingPausesBetweenBytes) {
     EXPECT_EQ(outbox.TakeDue(Start + 12ms), Bytes{2});
 }
 
+TEST(Outbox, LosesWhatIsDueLastWhenTooMuchWaits) {
+    Outbox outbox(1ms);
+    outbox.Add({Bytes(432, 1), 1h, {}, {}}, Start);
+    for (int i = 0; i < 10000; ++i) {
+        outbox.Add(Sound(Bytes(432, 2)), Start + i * 1ms);
+    }
+    std::size_t sent = 0;
+    for (Byte byte : outbox.TakeDue(Start + 3h)) {
+        EXPECT_EQ(byte, 2);
+        ++sent;
+    }
+    EXPECT_EQ(sent, Outbox::MostWaiting / 432 * 432);
+    EXPECT_EQ(outbox.NextDeadline(), std::nullopt);
+}
+
+TEST(Outbox, ForgetsAllWhenCleared) {
+    Outbox outbox(1ms);
+    outbox.Add(Sound({1, 2, 3}), Start);
+    outbox.Add(Sound({4, 5}), Start);
+    EXPECT_EQ(outbox.TakeDue(Start + 1ms), Bytes{1});
+    outbox.Clear();
+    EXPECT_EQ(outbox.NextDeadline(), std::nullopt);
+    outbox.Add(Sound({6}), Start + 5ms);
+    EXPECT_EQ(outbox.TakeDue(Start + 6ms), Bytes{6});
+}
+
 TEST(Outbox, SendsAtOnceWithoutAByteTime) {
     Outbox outbox(0ms);
     outbox.Add(Sound({1, 2, 3}), Start);
