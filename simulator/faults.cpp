@@ -113,9 +113,9 @@ void FaultPlan::Order(const Fault& fault) {
     orders_.push_back(fault);
 }
 
-void FaultPlan::Revive(int id) {
+void FaultPlan::Revive(std::optional<int> id) {
     std::erase_if(orders_, [id](const Fault& order) {
-        return order.Kind == FaultKind::Die && (!order.Device || *order.Device == id);
+        return order.Kind == FaultKind::Die && (!id || !order.Device || order.Device == id);
     });
 }
 

@@ -74,7 +74,7 @@ void Line::Order(const Fault& fault) {
     faults_.Order(fault);
 }
 
-void Line::Revive(int id) {
+void Line::Revive(std::optional<int> id) {
     const std::scoped_lock lock(mutex_);
     faults_.Revive(id);
 }

@@ -59,7 +59,7 @@ class Line {
     }
 
     void Order(const Fault& fault); ///< see FaultPlan; these three may be called at any time
-    void Revive(int id);
+    void Revive(std::optional<int> id);
     void ClearOrders();
 
     /// Every whole frame that came, oldest first, to whatever ID; the last 100000 are kept.
