@@ -62,6 +62,10 @@ void Spoil(const Fault& fault, Transmission& answer) {
     }
 }
 
+std::string Meeting(Rack& rack, int id) {
+    return rack.FindTwin(id) != nullptr ? "two devices answer at once" : "";
+}
+
 } // namespace
 
 Fault Fault::Lose(std::optional<int> device, int count) {
@@ -146,7 +150,7 @@ std::optional<Transmission> FaultPlan::Answer(Rack& rack, const Frame& request, 
     const auto order = Find(id, false);
     if (order == orders_.end()) {
         auto reply = rack.Handle(request);
-        return reply ? std::optional<Transmission>({std::move(*reply), {}, {}, {}}) : std::nullopt;
+        return reply ? std::optional<Transmission>({std::move(*reply), {}, {}, Meeting(rack, id)}) : std::nullopt;
     }
     std::optional<int> answerer;
     if (order->Kind == FaultKind::AnswerFrom) {

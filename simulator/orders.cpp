@@ -43,23 +43,25 @@ std::string List(Line& line, const Words& /*words*/) {
     return line.WithRack([](Rack& rack) {
         std::string text;
         for (const auto& [id, device] : rack.Devices()) {
-            text += "ID " + std::to_string(id) + "  " + device.Label() + (device.Locked() ? "  locked" : "") + "\n";
+            text += "ID " + std::to_string(id) + "  " + device.Label() + (device.Locked() ? "  locked" : "") +
+                    (rack.FindTwin(id) != nullptr ? "  and a second one" : "") + "\n";
         }
         return text;
     });
 }
 
-constexpr std::array<OrderPlace, 7> Places{{
+constexpr std::array<OrderPlace, 8> Places{{
     {"N", 0, 1000000, "the count", "how many answers; 0 for all from now on"},
     {"MS", 0, 3600000, "the time", "milliseconds"},
     {"BYTES", 0, static_cast<int>(PresetSize), "the number of bytes", "how many bytes"},
     {"K", 0, static_cast<int>(PresetSize) - 1, "the byte", "which byte of an answer, from 0"},
     {"VALUE", 0, 255, "the value", "what the byte becomes"},
     {"OTHER", 0, HighestId, "the ID", "the ID of another device"},
+    {"BITS", 0, 1000, "the number of bits", "bit times; a byte takes 10"},
     {"L", 0, 255, "a level", "a level, from In A to Out 6; a meter has six lamps"},
 }};
 
-const std::array<OrderForm, 16> Forms{{
+const std::array<OrderForm, 18> Forms{{
     {"die ID [N]", "no answer to anything until revived, or to N requests",
      [](Line& line, const Words& w) { return Give(line, Fault::Die(w.Id, w.Number(0))); }},
     {"revive ID", "answers again",
@@ -101,6 +103,15 @@ const std::array<OrderForm, 16> Forms{{
          return WithDevices(line, w, [](Rack& rack, int id) { rack.At(id).SetLevels(std::nullopt); });
      }},
     {"meters ID L L L L L L L L", "the device shows these levels", SetLevels},
+    {"twin ID BITS", "a second device of this ID answers too, BITS bit times later",
+     [](Line& line, const Words& w) {
+         return WithDevices(line, w, [&w](Rack& rack, int id) {
+             rack.RemoveTwin(id);
+             rack.AddTwin(id, w.Number(0));
+         });
+     }},
+    {"untwin ID", "the second device goes away",
+     [](Line& line, const Words& w) { return WithDevices(line, w, [](Rack& rack, int id) { rack.RemoveTwin(id); }); }},
     {"list", "the devices on the line", List},
     {"quit", "end the program", nullptr},
     {"help", "this text", nullptr},

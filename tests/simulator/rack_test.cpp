@@ -67,5 +67,26 @@ TEST(Rack, HoldsEachIdOnce) {
     EXPECT_EQ(rack.Add(5, "Back").Label(), "Back            ");
 }
 
+TEST(Rack, TwoDevicesOfOneIdObeyAndAnswerTogether) {
+    Rack rack;
+    rack.Add(5);
+    EXPECT_THROW(rack.AddTwin(6, 0), std::out_of_range);
+    Device& second = rack.AddTwin(5, 0);
+    EXPECT_THROW(rack.AddTwin(5, 0), std::invalid_argument);
+    EXPECT_EQ(rack.FindTwin(5), &second);
+    EXPECT_EQ(rack.Handle(Request(5, {}))->at(4), 0xC3);
+    rack.Handle(Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61}));
+    EXPECT_EQ(second.LiveImage(), rack.At(5).LiveImage());
+    rack.At(5).SetMemory(300, 0x33);
+    second.SetMemory(300, 0x0F);
+    EXPECT_EQ(rack.Handle(Request(5, {0x10, 1, 44}))->at(8), 0x03);
+    rack.RemoveTwin(5);
+    EXPECT_EQ(rack.Handle(Request(5, {0x10, 1, 44}))->at(8), 0x33);
+    rack.AddTwin(5, 3);
+    EXPECT_NE(rack.Handle(Request(5, {})), (Reply{0xF0, 0xC3, 5, 0, 0xC3, 0, 0, 0, 0, 0, 0, 0, 0xF7}));
+    rack.Remove(5);
+    EXPECT_EQ(rack.FindTwin(5), nullptr);
+}
+
 } // namespace
 } // namespace nrv::simulator
