@@ -36,7 +36,7 @@ std::chrono::nanoseconds Pace(const LineOptions& options) {
 
 Line::Line(Rack rack, LineOptions options)
     : options_(std::move(options)), wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), outbox_(Pace(options_)),
-      rack_(std::move(rack)) {
+      half_duplex_(options_.HalfDuplex), noise_(options_.Noise.count()), rack_(std::move(rack)) {
     if (wake_.Get() < 0) {
         throw std::system_error(errno, std::generic_category(), "no event descriptor to be had");
     }
@@ -56,13 +56,22 @@ void Line::Stop() {
     if (!thread_.joinable()) {
         return;
     }
-    const std::uint64_t one = 1;
-    [[maybe_unused]] const ssize_t written = ::write(wake_.Get(), &one, sizeof one);
+    stopping_ = true;
+    Wake();
     thread_.join();
-    std::uint64_t count = 0;
-    [[maybe_unused]] const ssize_t taken = ::read(wake_.Get(), &count, sizeof count);
+    stopping_ = false;
     outbox_.Clear();
     reader_ = FrameReader();
+}
+
+void Line::Wake() {
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const ssize_t written = ::write(wake_.Get(), &one, sizeof one);
+}
+
+void Line::SetNoise(std::chrono::milliseconds interval) {
+    noise_ = interval.count();
+    Wake();
 }
 
 void Line::LinkAs(const std::filesystem::path& path) {
@@ -120,7 +129,29 @@ void Line::Run() {
         if (pty_.OpenElsewhere()) {
             pty_.Write(due);
         }
+        MakeNoise();
+        for (int lost = outbox_.TakeLost(); options_.Trace && lost > 0; --lost) {
+            options_.Trace("   an answer met a request and is lost");
+        }
     }
+}
+
+void Line::MakeNoise() {
+    const auto interval = noise_.load();
+    if (interval == 0 || !pty_.OpenElsewhere()) {
+        noise_at_.reset();
+        return;
+    }
+    const TimePoint now = steady_clock::now();
+    if (noise_at_ && *noise_at_ > now) {
+        return;
+    }
+    if (noise_at_ && !outbox_.Busy()) {
+        const std::array<Byte, 1> stray{static_cast<Byte>(noise_values_() >> 8U)};
+        pty_.Write(stray);
+    }
+    // From half the interval to one and a half.
+    noise_at_ = now + std::chrono::milliseconds(interval) * (500 + noise_values_() % 1000) / 1000;
 }
 
 /// What was under way for the one who closed the line is nobody's any more.
@@ -152,6 +183,9 @@ bool Line::Wait() {
     } else if (deaf) {
         not_after(line_in_free_at_);
     }
+    if (noise_at_) {
+        not_after(*noise_at_);
+    }
     std::array<pollfd, 3> waits{
         {{wake_.Get(), POLLIN, 0}, {pty_.WatchFd(), POLLIN, 0}, {deaf ? -1 : pty_.RequestFd(), POLLIN, 0}}};
     timespec rest{};
@@ -159,7 +193,11 @@ bool Line::Wait() {
         rest = AsTimespec(std::max(*deadline - steady_clock::now(), steady_clock::duration(0)));
     }
     ::ppoll(waits.data(), waits.size(), deadline ? &rest : nullptr, nullptr);
-    return (waits[0].revents & POLLIN) == 0;
+    if ((waits[0].revents & POLLIN) != 0) {
+        std::uint64_t count = 0;
+        [[maybe_unused]] const ssize_t taken = ::read(wake_.Get(), &count, sizeof count);
+    }
+    return !stopping_;
 }
 
 /// Hears what has come, but not ahead of what the line can have carried by now.
@@ -172,12 +210,16 @@ void Line::TakeRequests() {
 std::size_t Line::Hear() {
     const std::vector<Byte> bytes = pty_.Read(hung_up_);
     const TimePoint now = steady_clock::now();
+    const TimePoint from = std::max(now, line_in_free_at_);
     for (Byte byte : bytes) {
         // The program hands over a frame in one piece; on a line each byte would take its time.
         line_in_free_at_ = std::max(now, line_in_free_at_) + Pace(options_);
         if (const auto frame = reader_.Take(byte)) {
             Answer(*frame, line_in_free_at_);
         }
+    }
+    if (half_duplex_ && !bytes.empty()) {
+        outbox_.Meet(from, line_in_free_at_);
     }
     return bytes.size();
 }

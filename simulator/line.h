@@ -7,12 +7,15 @@
 #include "simulator/pty.h"
 #include "simulator/rack.h"
 
+#include <atomic>
 #include <chrono>
 #include <deque>
 #include <filesystem>
 #include <functional>
 #include <list>
 #include <mutex>
+#include <optional>
+#include <random>
 #include <string>
 #include <thread>
 #include <utility>
@@ -26,6 +29,10 @@ inline constexpr std::chrono::nanoseconds ByteTime{520833};
 struct LineOptions {
     /// With pacing each byte takes its time on the line; without, an answer comes at once and whole.
     bool Paced = true;
+    /// One pair of wires for both directions: an answer that meets a request is lost.
+    bool HalfDuplex = false;
+    /// About so often a stray byte comes while nothing else is on the line; never at 0.
+    std::chrono::milliseconds Noise{0};
     /// Gets each frame in words, called from the line's own thread; must not throw.
     std::function<void(const std::string&)> Trace;
 };
@@ -61,6 +68,8 @@ class Line {
     void Order(const Fault& fault); ///< see FaultPlan; these three may be called at any time
     void Revive(std::optional<int> id);
     void ClearOrders();
+    void SetHalfDuplex(bool on) { half_duplex_ = on; }
+    void SetNoise(std::chrono::milliseconds interval);
 
     /// Every whole frame that came, oldest first, to whatever ID; the last 100000 are kept.
     std::vector<Frame> Frames() const;
@@ -73,6 +82,8 @@ class Line {
     void TakeRequests();
     std::size_t Hear();
     void NoteWhoIsThere();
+    void MakeNoise();
+    void Wake();
     void Answer(const Frame& request, TimePoint complete);
 
     LineOptions options_;
@@ -87,6 +98,12 @@ class Line {
     std::vector<std::pair<Transmission, TimePoint>> fresh_; ///< answers of this pass, and when each may begin
     TimePoint line_in_free_at_{};
     bool hung_up_ = false;
+    std::optional<TimePoint> noise_at_;
+    std::minstd_rand noise_values_{718}; ///< the same noise in every run
+
+    std::atomic<bool> stopping_{false};
+    std::atomic<bool> half_duplex_;
+    std::atomic<std::chrono::milliseconds::rep> noise_;
 
     mutable std::mutex mutex_; ///< for all that follows
     Rack rack_;

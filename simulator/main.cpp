@@ -115,6 +115,8 @@ int Serve(const Options& options) {
     Printer printer;
     LineOptions line_options;
     line_options.Paced = options.Paced;
+    line_options.HalfDuplex = options.HalfDuplex;
+    line_options.Noise = std::chrono::milliseconds(options.Noise);
     if (options.Trace) {
         line_options.Trace = [&printer](const std::string& text) { printer.Print(text + "\n"); };
     }

@@ -61,7 +61,7 @@ constexpr std::array<OrderPlace, 8> Places{{
     {"L", 0, 255, "a level", "a level, from In A to Out 6; a meter has six lamps"},
 }};
 
-const std::array<OrderForm, 18> Forms{{
+const std::array<OrderForm, 21> Forms{{
     {"die ID [N]", "no answer to anything until revived, or to N requests",
      [](Line& line, const Words& w) { return Give(line, Fault::Die(w.Id, w.Number(0))); }},
     {"revive ID", "answers again",
@@ -112,6 +112,21 @@ const std::array<OrderForm, 18> Forms{{
      }},
     {"untwin ID", "the second device goes away",
      [](Line& line, const Words& w) { return WithDevices(line, w, [](Rack& rack, int id) { rack.RemoveTwin(id); }); }},
+    {"duplex half", "one pair of wires: an answer that meets a request is lost",
+     [](Line& line, const Words&) {
+         line.SetHalfDuplex(true);
+         return std::string();
+     }},
+    {"duplex full", "a wire for each direction",
+     [](Line& line, const Words&) {
+         line.SetHalfDuplex(false);
+         return std::string();
+     }},
+    {"noise MS", "a stray byte comes about so often while the line is quiet; 0 for none",
+     [](Line& line, const Words& w) {
+         line.SetNoise(Time(w.Number(0)));
+         return std::string();
+     }},
     {"list", "the devices on the line", List},
     {"quit", "end the program", nullptr},
     {"help", "this text", nullptr},

@@ -23,6 +23,17 @@ void Outbox::DropLast() {
     waiting_.erase(last);
 }
 
+void Outbox::Meet(TimePoint from, TimePoint until) {
+    if (from > request_until_) {
+        request_from_ = from;
+    }
+    request_until_ = until;
+    if (current_) {
+        current_.reset();
+        ++lost_;
+    }
+}
+
 void Outbox::Clear() {
     waiting_.clear();
     waiting_bytes_ = 0;
@@ -54,6 +65,12 @@ bool Outbox::Begin(TimePoint now) {
     next_at_ = std::max(first->Start, line_free_at_) + byte_time_;
     waiting_bytes_ -= current_->Bytes.size();
     waiting_.erase(first);
+    const TimePoint start = next_at_ - byte_time_;
+    if (start < request_until_ && next_at_ + byte_time_ * current_->Bytes.size() > request_from_) {
+        current_.reset();
+        ++lost_;
+        return Begin(now);
+    }
     return true;
 }
 

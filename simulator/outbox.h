@@ -6,6 +6,7 @@
 #include <chrono>
 #include <list>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace nrv::simulator {
@@ -27,11 +28,20 @@ class Outbox {
     /// Queues an answer whose first byte may begin at `start` (the lateness of the answer is added here).
     void Add(Transmission answer, TimePoint start);
 
+    /// On a wire of half duplex: a request is on it from `from` to `until`, and an answer that meets it is lost, with
+    /// what is still to come of one that was begun.
+    void Meet(TimePoint from, TimePoint until);
+    /// How many answers were lost that way since the last call.
+    int TakeLost() { return std::exchange(lost_, 0); }
+
     /// Forgets all answers; what was begun ends where it is.
     void Clear();
 
     /// The next moment at which TakeDue has something to do.
     std::optional<TimePoint> NextDeadline() const;
+
+    /// True while an answer is on the line.
+    bool Busy() const { return current_.has_value(); }
 
     /// The bytes whose time has come, in order.
     std::vector<Byte> TakeDue(TimePoint now);
@@ -52,6 +62,9 @@ class Outbox {
     std::size_t next_index_ = 0;
     TimePoint next_at_{};
     TimePoint line_free_at_{};
+    TimePoint request_from_{};
+    TimePoint request_until_{};
+    int lost_ = 0;
 };
 
 } // namespace nrv::simulator

@@ -50,6 +50,12 @@ TEST(Options, AreModestWhenNoneIsGiven) {
     EXPECT_EQ(BuildRack(options).Ids(), std::vector<int>{1});
 }
 
+TEST(Options, TakeWhatTheWireIsLike) {
+    const Options options = ParseOptions({"--half-duplex", "--noise", "250"});
+    EXPECT_TRUE(options.HalfDuplex);
+    EXPECT_EQ(options.Noise, 250);
+}
+
 TEST(Options, KeepALabelWithAnEqualsSignWhole) {
     EXPECT_EQ(ParseOptions({"--device", "5=a=b"}).Devices.at(0).second, "a=b");
     EXPECT_EQ(ParseOptions({"--device=5=a=b"}).Devices.at(0).second, "a=b");
@@ -69,6 +75,7 @@ TEST(Options, BadOnesAreRefusedInOneLine) {
     EXPECT_EQ(Problem({"--seconds", "-1"}), "--seconds: \"-1\" is no number of seconds from 0 to 1000000");
     EXPECT_EQ(Problem({"--seconds", "nan"}), "--seconds: \"nan\" is no number of seconds from 0 to 1000000");
     EXPECT_EQ(Problem({"--password", "toolong"}), "--password: a password has six characters at most");
+    EXPECT_EQ(Problem({"--noise", "-1"}), "--noise: \"-1\" is no number of milliseconds from 0 to 3600000");
     EXPECT_EQ(Problem({"--locked", "7"}), "--locked: no device 7 on the line");
 }
 
