@@ -142,6 +142,10 @@ std::optional<Transmission> FaultPlan::Answer(Rack& rack, const Frame& request, 
     if (rack.Find(id) == nullptr) {
         return std::nullopt;
     }
+    if (rack.Rebooting(id)) {
+        note = "rebooting";
+        return std::nullopt;
+    }
     if (const auto death = Find(id, true); death != orders_.end()) {
         note = "dead";
         UseUp(death);

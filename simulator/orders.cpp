@@ -39,6 +39,11 @@ std::string SetLevels(Line& line, const Words& words) {
     return WithDevices(line, words, [&levels](Rack& rack, int id) { rack.At(id).SetLevels(levels); });
 }
 
+std::string Reboot(Line& line, const Words& words, bool to_factory) {
+    return WithDevices(
+        line, words, [&words, to_factory](Rack& rack, int id) { rack.Reboot(id, Time(words.Number(0)), to_factory); });
+}
+
 std::string List(Line& line, const Words& /*words*/) {
     return line.WithRack([](Rack& rack) {
         std::string text;
@@ -61,7 +66,7 @@ constexpr std::array<OrderPlace, 8> Places{{
     {"L", 0, 255, "a level", "a level, from In A to Out 6; a meter has six lamps"},
 }};
 
-const std::array<OrderForm, 21> Forms{{
+const std::array<OrderForm, 23> Forms{{
     {"die ID [N]", "no answer to anything until revived, or to N requests",
      [](Line& line, const Words& w) { return Give(line, Fault::Die(w.Id, w.Number(0))); }},
     {"revive ID", "answers again",
@@ -127,6 +132,10 @@ const std::array<OrderForm, 21> Forms{{
          line.SetNoise(Time(w.Number(0)));
          return std::string();
      }},
+    {"reboot ID MS stored", "silent for MS milliseconds, then back with stored settings",
+     [](Line& line, const Words& w) { return Reboot(line, w, false); }},
+    {"reboot ID MS factory", "the same, with the factory's settings",
+     [](Line& line, const Words& w) { return Reboot(line, w, true); }},
     {"list", "the devices on the line", List},
     {"quit", "end the program", nullptr},
     {"help", "this text", nullptr},

@@ -35,11 +35,13 @@ Device& Rack::Add(int id, std::string_view label) {
 void Rack::Remove(int id) {
     devices_.erase(id);
     twins_.erase(id);
+    awake_at_.erase(id);
 }
 
 void Rack::ReplaceDevices(std::map<int, Device> devices) {
     devices_ = std::move(devices);
     twins_.clear();
+    awake_at_.clear();
 }
 
 Device& Rack::AddTwin(int id, int shift) {
@@ -88,6 +90,19 @@ std::vector<int> Rack::Ids() const {
     return ids;
 }
 
+void Rack::Reboot(int id, std::chrono::milliseconds silence, bool to_factory) {
+    At(id).Reboot(to_factory);
+    if (Device* second = FindTwin(id)) {
+        second->Reboot(to_factory);
+    }
+    awake_at_[id] = clock_() + silence;
+}
+
+bool Rack::Rebooting(int id) const {
+    const auto found = awake_at_.find(id);
+    return found != awake_at_.end() && clock_() < found->second;
+}
+
 std::optional<Reply> Rack::Ask(Device& device, const Frame& request, std::uint32_t seed) const {
     auto reply = device.Handle(request, MovingLevels(seed, device.Id(), clock_()));
     if (reply && reply->size() == FrameSize) {
@@ -98,7 +113,7 @@ std::optional<Reply> Rack::Ask(Device& device, const Frame& request, std::uint32
 
 std::optional<Reply> Rack::Handle(const Frame& request, std::optional<int> answerer) {
     Device* device = Find(answerer.value_or(request[2]));
-    if (device == nullptr) {
+    if (device == nullptr || Rebooting(device->Id())) {
         return std::nullopt;
     }
     auto reply = Ask(*device, request, seed_);

@@ -35,6 +35,10 @@ class Rack {
     /// The second device of an ID, null when there is none.
     Device* FindTwin(int id);
 
+    /// Lets the devices of an ID reboot: they are silent for this time, by the rack's clock. See Device::Reboot.
+    void Reboot(int id, std::chrono::milliseconds silence, bool to_factory);
+    bool Rebooting(int id) const;
+
     /// The device of an ID; Find gives null and At throws std::out_of_range when there is none.
     Device* Find(int id);
     const Device* Find(int id) const;
@@ -60,6 +64,7 @@ class Rack {
 
     std::map<int, Device> devices_;
     std::map<int, Twin> twins_;
+    std::map<int, std::chrono::milliseconds> awake_at_;
 };
 
 } // namespace nrv::simulator

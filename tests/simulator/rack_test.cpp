@@ -88,5 +88,22 @@ TEST(Rack, TwoDevicesOfOneIdObeyAndAnswerTogether) {
     EXPECT_EQ(rack.FindTwin(5), nullptr);
 }
 
+TEST(Rack, ADeviceThatRebootsIsSilentForAWhile) {
+    milliseconds now{1000};
+    Rack rack(718, [&now] { return now; });
+    rack.Add(5);
+    rack.Add(6);
+    rack.Handle(Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61}));
+    rack.Reboot(5, milliseconds(3000), true);
+    EXPECT_TRUE(rack.Rebooting(5));
+    EXPECT_EQ(rack.Handle(Request(5, {})), std::nullopt);
+    EXPECT_NE(rack.Handle(Request(6, {})), std::nullopt);
+    now = milliseconds(4000);
+    EXPECT_FALSE(rack.Rebooting(5));
+    EXPECT_NE(rack.Handle(Request(5, {})), std::nullopt);
+    EXPECT_EQ(rack.At(5).LiveImage(), FactoryPreset());
+    EXPECT_THROW(rack.Reboot(7, {}, true), std::out_of_range);
+}
+
 } // namespace
 } // namespace nrv::simulator
