@@ -35,8 +35,9 @@ std::chrono::nanoseconds Pace(const LineOptions& options) {
 } // namespace
 
 Line::Line(Rack rack, LineOptions options)
-    : options_(std::move(options)), wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), outbox_(Pace(options_)),
-      half_duplex_(options_.HalfDuplex), noise_(options_.Noise.count()), rack_(std::move(rack)) {
+    : options_(std::move(options)), pty_(std::in_place), wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      outbox_(Pace(options_)), half_duplex_(options_.HalfDuplex), noise_(options_.Noise.count()),
+      rack_(std::move(rack)) {
     if (wake_.Get() < 0) {
         throw std::system_error(errno, std::generic_category(), "no event descriptor to be had");
     }
@@ -47,12 +48,18 @@ Line::~Line() {
 }
 
 void Line::Start() {
-    if (!thread_.joinable()) {
+    running_ = true;
+    if (pty_ && !thread_.joinable()) {
         thread_ = std::thread([this] { Run(); });
     }
 }
 
 void Line::Stop() {
+    running_ = false;
+    StopThread();
+}
+
+void Line::StopThread() {
     if (!thread_.joinable()) {
         return;
     }
@@ -75,7 +82,38 @@ void Line::SetNoise(std::chrono::milliseconds interval) {
 }
 
 void Line::LinkAs(const std::filesystem::path& path) {
-    links_.emplace_back(path, DevicePath());
+    const std::filesystem::path absolute = std::filesystem::absolute(path);
+    if (pty_) {
+        links_.emplace_back(absolute, DevicePath());
+    }
+    link_paths_.push_back(absolute);
+}
+
+void Line::Unplug() {
+    StopThread();
+    links_.clear();
+    pty_.reset();
+    line_in_free_at_ = {};
+    noise_at_.reset();
+    hung_up_ = false;
+}
+
+void Line::PlugIn() {
+    if (pty_) {
+        return;
+    }
+    pty_.emplace();
+    try {
+        for (const auto& path : link_paths_) {
+            links_.emplace_back(path, DevicePath());
+        }
+    } catch (...) {
+        Unplug();
+        throw;
+    }
+    if (running_) {
+        Start();
+    }
 }
 
 void Line::Order(const Fault& fault) {
@@ -126,8 +164,8 @@ void Line::Run() {
         }
         fresh_.clear();
         const std::vector<Byte> due = outbox_.TakeDue(steady_clock::now());
-        if (pty_.OpenElsewhere()) {
-            pty_.Write(due);
+        if (pty_->OpenElsewhere()) {
+            pty_->Write(due);
         }
         MakeNoise();
         for (int lost = outbox_.TakeLost(); options_.Trace && lost > 0; --lost) {
@@ -138,7 +176,7 @@ void Line::Run() {
 
 void Line::MakeNoise() {
     const auto interval = noise_.load();
-    if (interval == 0 || !pty_.OpenElsewhere()) {
+    if (interval == 0 || !pty_->OpenElsewhere()) {
         noise_at_.reset();
         return;
     }
@@ -148,7 +186,7 @@ void Line::MakeNoise() {
     }
     if (noise_at_ && !outbox_.Busy()) {
         const std::array<Byte, 1> stray{static_cast<Byte>(noise_values_() >> 8U)};
-        pty_.Write(stray);
+        pty_->Write(stray);
     }
     // From half the interval to one and a half.
     noise_at_ = now + std::chrono::milliseconds(interval) * (500 + noise_values_() % 1000) / 1000;
@@ -156,16 +194,16 @@ void Line::MakeNoise() {
 
 /// What was under way for the one who closed the line is nobody's any more.
 void Line::NoteWhoIsThere() {
-    if (!pty_.UpdateOpenCount()) {
+    if (!pty_->UpdateOpenCount()) {
         return;
     }
     outbox_.Clear();
-    if (pty_.OpenElsewhere()) {
+    if (pty_->OpenElsewhere()) {
         return;
     }
     // The last request before the close is still heard; a flood behind it is not.
     if (Hear() == Pty::ReadSize) {
-        pty_.DiscardRead();
+        pty_->DiscardRead();
     }
     fresh_.clear();
     reader_ = FrameReader();
@@ -187,7 +225,7 @@ bool Line::Wait() {
         not_after(*noise_at_);
     }
     std::array<pollfd, 3> waits{
-        {{wake_.Get(), POLLIN, 0}, {pty_.WatchFd(), POLLIN, 0}, {deaf ? -1 : pty_.RequestFd(), POLLIN, 0}}};
+        {{wake_.Get(), POLLIN, 0}, {pty_->WatchFd(), POLLIN, 0}, {deaf ? -1 : pty_->RequestFd(), POLLIN, 0}}};
     timespec rest{};
     if (deadline) {
         rest = AsTimespec(std::max(*deadline - steady_clock::now(), steady_clock::duration(0)));
@@ -208,7 +246,7 @@ void Line::TakeRequests() {
 }
 
 std::size_t Line::Hear() {
-    const std::vector<Byte> bytes = pty_.Read(hung_up_);
+    const std::vector<Byte> bytes = pty_->Read(hung_up_);
     const TimePoint now = steady_clock::now();
     const TimePoint from = std::max(now, line_in_free_at_);
     for (Byte byte : bytes) {

@@ -54,7 +54,15 @@ class Line {
     void Start();
     void Stop(); ///< at once; what was still to be sent is not sent
 
-    const std::string& DevicePath() const { return pty_.DevicePath(); }
+    /// The line's end goes away, for whoever has it open too, and its links with it. The devices stay as they are.
+    void Unplug();
+    /// It comes back, under another device path but the same links. Throws as the constructor and LinkAs do, and the
+    /// line then stays unplugged.
+    void PlugIn();
+    bool PluggedIn() const { return pty_.has_value(); }
+
+    /// Only while the line is plugged in.
+    const std::string& DevicePath() const { return pty_->DevicePath(); }
     /// Makes a link to the device that lasts as long as the line. Throws std::runtime_error (see LinkFile).
     void LinkAs(const std::filesystem::path& path);
 
@@ -78,6 +86,7 @@ class Line {
 
   private:
     void Run();
+    void StopThread();
     bool Wait();
     void TakeRequests();
     std::size_t Hear();
@@ -87,9 +96,11 @@ class Line {
     void Answer(const Frame& request, TimePoint complete);
 
     LineOptions options_;
-    Pty pty_;
+    std::optional<Pty> pty_; ///< none while unplugged
     Descriptor wake_;
     std::list<LinkFile> links_;
+    std::vector<std::filesystem::path> link_paths_;
+    bool running_ = false; ///< the thread runs, or will when the line is plugged in
     std::thread thread_;
 
     // The line thread's own.

@@ -44,6 +44,11 @@ std::string Reboot(Line& line, const Words& words, bool to_factory) {
         line, words, [&words, to_factory](Rack& rack, int id) { rack.Reboot(id, Time(words.Number(0)), to_factory); });
 }
 
+std::string Replug(Line& line, const Words& /*words*/) {
+    line.PlugIn();
+    return "plugged in on " + line.DevicePath() + "\n";
+}
+
 std::string List(Line& line, const Words& /*words*/) {
     return line.WithRack([](Rack& rack) {
         std::string text;
@@ -66,7 +71,7 @@ constexpr std::array<OrderPlace, 8> Places{{
     {"L", 0, 255, "a level", "a level, from In A to Out 6; a meter has six lamps"},
 }};
 
-const std::array<OrderForm, 23> Forms{{
+const std::array<OrderForm, 25> Forms{{
     {"die ID [N]", "no answer to anything until revived, or to N requests",
      [](Line& line, const Words& w) { return Give(line, Fault::Die(w.Id, w.Number(0))); }},
     {"revive ID", "answers again",
@@ -136,6 +141,12 @@ const std::array<OrderForm, 23> Forms{{
      [](Line& line, const Words& w) { return Reboot(line, w, false); }},
     {"reboot ID MS factory", "the same, with the factory's settings",
      [](Line& line, const Words& w) { return Reboot(line, w, true); }},
+    {"unplug", "the line's end goes away, and its links",
+     [](Line& line, const Words&) {
+         line.Unplug();
+         return std::string();
+     }},
+    {"replug", "it comes back under the same links", Replug},
     {"list", "the devices on the line", List},
     {"quit", "end the program", nullptr},
     {"help", "this text", nullptr},

@@ -17,6 +17,8 @@ class Pty {
   public:
     /// Throws std::system_error when the system gives no pseudo-terminal.
     Pty();
+    Pty(const Pty&) = delete;
+    Pty& operator=(const Pty&) = delete;
 
     const std::string& DevicePath() const { return device_path_; }
 
