@@ -3,6 +3,7 @@
 #include "simulator/factory.h"
 #include "simulator/state_file.h"
 
+#include <algorithm>
 #include <system_error>
 
 namespace nrv::simulator {
@@ -50,6 +51,7 @@ Rack BuildRack(const Options& options) {
     if (saved) {
         RestoreState(rack, options.State);
     }
+    const std::vector<int> kept = rack.Ids();
     for (const auto& [id, label] : options.Devices) {
         if (Device* device = rack.Find(id); device == nullptr) {
             rack.Add(id, label);
@@ -61,7 +63,7 @@ Rack BuildRack(const Options& options) {
         rack.Add(1);
     }
     for (int id : rack.Ids()) {
-        if (options.Presets) {
+        if (options.Presets && std::ranges::find(kept, id) == kept.end()) {
             AddDemoPresets(rack.At(id));
         }
         if (options.Password) {

@@ -6,7 +6,7 @@
 /// Builds the rack that the program's options ask for.
 namespace nrv::simulator {
 
-/// Restores the state file if there is one, adds the devices that are not in it, then fills presets, sets the
+/// Restores the state file if there is one, adds the devices that are not in it and fills their presets, then sets the
 /// password and locks. Throws StateError, or OptionError when a device to lock is not on the line.
 Rack BuildRack(const Options& options);
 

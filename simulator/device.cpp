@@ -249,6 +249,38 @@ std::string Device::PresetName(int position) const {
     return Text(PresetNamesAddress + NameSize * static_cast<std::size_t>(position), NameSize);
 }
 
+std::optional<int> Device::StoredPosition() const {
+    std::optional<int> stored;
+    for (int p = PositionCount - 2; p >= 0; --p) {
+        if (!PresetUsed(p)) {
+            continue;
+        }
+        stored = p;
+        if (PresetName(p) == Text(ActiveNameAddress, NameSize)) {
+            return p;
+        }
+    }
+    return stored;
+}
+
+void Device::Reboot(bool to_factory) {
+    bulk_updating_ = false;
+    fixed_levels_.reset();
+    if (const std::optional<int> position = to_factory ? std::nullopt : StoredPosition()) {
+        live_ = Preset(*position);
+        SetText(ActiveNameAddress, NameSize, PresetName(*position));
+        return;
+    }
+    live_ = FactoryPreset();
+    const bool locked = Locked();
+    const DeviceMemory factory = FactoryMemory({});
+    for (const std::size_t address : {OptionBitsAddress, MuteBitsAddress}) {
+        memory_[address] = factory[address];
+    }
+    std::copy_n(factory.begin() + ActiveNameAddress, NameSize, memory_.begin() + ActiveNameAddress);
+    SetLocked(locked);
+}
+
 std::string Device::Text(std::size_t address, std::size_t size) const {
     const auto start = memory_.begin() + static_cast<std::ptrdiff_t>(address);
     return {start, start + static_cast<std::ptrdiff_t>(size)};

@@ -49,10 +49,17 @@ class Device {
     bool BulkUpdating() const { return bulk_updating_; }
     void SetBulkUpdating(bool on) { bulk_updating_ = on; }
 
+    /// Switches the device off and on: its memory stays, its meters move. It comes back with the settings of the memory
+    /// position that bears the active preset's name, else of the first one in use, else with the factory's; or at once
+    /// with the factory's, with the option bits (but for the lock), the mute bits and the active name that go with
+    /// them.
+    void Reboot(bool to_factory);
+
     /// Fixes the levels that the device reports; without a value they move again.
     void SetLevels(std::optional<Levels> levels) { fixed_levels_ = levels; }
 
   private:
+    std::optional<int> StoredPosition() const;
     std::string Text(std::size_t address, std::size_t size) const;
     void SetText(std::size_t address, std::size_t size, std::string_view text);
     void Set(std::size_t position, Byte value) { live_[position] = value; }

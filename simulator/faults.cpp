@@ -62,6 +62,10 @@ void Spoil(const Fault& fault, Transmission& answer) {
     }
 }
 
+std::string Meeting(Rack& rack, int id) {
+    return rack.FindTwin(id) != nullptr ? "two devices answer at once" : "";
+}
+
 } // namespace
 
 Fault Fault::Lose(std::optional<int> device, int count) {
@@ -113,9 +117,9 @@ void FaultPlan::Order(const Fault& fault) {
     orders_.push_back(fault);
 }
 
-void FaultPlan::Revive(int id) {
+void FaultPlan::Revive(std::optional<int> id) {
     std::erase_if(orders_, [id](const Fault& order) {
-        return order.Kind == FaultKind::Die && (!order.Device || *order.Device == id);
+        return order.Kind == FaultKind::Die && (!id || !order.Device || order.Device == id);
     });
 }
 
@@ -138,6 +142,10 @@ std::optional<Transmission> FaultPlan::Answer(Rack& rack, const Frame& request, 
     if (rack.Find(id) == nullptr) {
         return std::nullopt;
     }
+    if (rack.Rebooting(id)) {
+        note = "rebooting";
+        return std::nullopt;
+    }
     if (const auto death = Find(id, true); death != orders_.end()) {
         note = "dead";
         UseUp(death);
@@ -146,7 +154,7 @@ std::optional<Transmission> FaultPlan::Answer(Rack& rack, const Frame& request, 
     const auto order = Find(id, false);
     if (order == orders_.end()) {
         auto reply = rack.Handle(request);
-        return reply ? std::optional<Transmission>({std::move(*reply), {}, {}, {}}) : std::nullopt;
+        return reply ? std::optional<Transmission>({std::move(*reply), {}, {}, Meeting(rack, id)}) : std::nullopt;
     }
     std::optional<int> answerer;
     if (order->Kind == FaultKind::AnswerFrom) {

@@ -59,8 +59,8 @@ class FaultPlan {
   public:
     /// Throws std::invalid_argument for an ID outside 0 to 32 or a negative count or time.
     void Order(const Fault& fault);
-    /// Ends every Die of this ID and those for any device.
-    void Revive(int id);
+    /// Ends every Die of this ID and those for any device; without an ID, all of them.
+    void Revive(std::optional<int> id);
     void Clear() { orders_.clear(); }
     bool Empty() const { return orders_.empty(); }
 

@@ -35,7 +35,8 @@ std::chrono::nanoseconds Pace(const LineOptions& options) {
 } // namespace
 
 Line::Line(Rack rack, LineOptions options)
-    : options_(std::move(options)), wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), outbox_(Pace(options_)),
+    : options_(std::move(options)), pty_(std::in_place), wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      outbox_(Pace(options_)), half_duplex_(options_.HalfDuplex), noise_(options_.Noise.count()),
       rack_(std::move(rack)) {
     if (wake_.Get() < 0) {
         throw std::system_error(errno, std::generic_category(), "no event descriptor to be had");
@@ -47,26 +48,72 @@ Line::~Line() {
 }
 
 void Line::Start() {
-    if (!thread_.joinable()) {
+    running_ = true;
+    if (pty_ && !thread_.joinable()) {
         thread_ = std::thread([this] { Run(); });
     }
 }
 
 void Line::Stop() {
+    running_ = false;
+    StopThread();
+}
+
+void Line::StopThread() {
     if (!thread_.joinable()) {
         return;
     }
-    const std::uint64_t one = 1;
-    [[maybe_unused]] const ssize_t written = ::write(wake_.Get(), &one, sizeof one);
+    stopping_ = true;
+    Wake();
     thread_.join();
-    std::uint64_t count = 0;
-    [[maybe_unused]] const ssize_t taken = ::read(wake_.Get(), &count, sizeof count);
-    outbox_ = Outbox(Pace(options_));
+    stopping_ = false;
+    outbox_.Clear();
     reader_ = FrameReader();
 }
 
+void Line::Wake() {
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const ssize_t written = ::write(wake_.Get(), &one, sizeof one);
+}
+
+void Line::SetNoise(std::chrono::milliseconds interval) {
+    noise_ = interval.count();
+    Wake();
+}
+
 void Line::LinkAs(const std::filesystem::path& path) {
-    links_.emplace_back(path, DevicePath());
+    const std::filesystem::path absolute = std::filesystem::absolute(path);
+    if (pty_) {
+        links_.emplace_back(absolute, DevicePath());
+    }
+    link_paths_.push_back(absolute);
+}
+
+void Line::Unplug() {
+    StopThread();
+    links_.clear();
+    pty_.reset();
+    line_in_free_at_ = {};
+    noise_at_.reset();
+    hung_up_ = false;
+}
+
+void Line::PlugIn() {
+    if (pty_) {
+        return;
+    }
+    pty_.emplace();
+    try {
+        for (const auto& path : link_paths_) {
+            links_.emplace_back(path, DevicePath());
+        }
+    } catch (...) {
+        Unplug();
+        throw;
+    }
+    if (running_) {
+        Start();
+    }
 }
 
 void Line::Order(const Fault& fault) {
@@ -74,7 +121,7 @@ void Line::Order(const Fault& fault) {
     faults_.Order(fault);
 }
 
-void Line::Revive(int id) {
+void Line::Revive(std::optional<int> id) {
     const std::scoped_lock lock(mutex_);
     faults_.Revive(id);
 }
@@ -107,38 +154,101 @@ void Line::ClearFrames() {
 void Line::Run() {
     ::prctl(PR_SET_TIMERSLACK, TimerSlackNanoseconds, 0UL, 0UL, 0UL);
     while (Wait()) {
-        pty_.UpdateOpenCount();
+        NoteWhoIsThere();
         TakeRequests();
         // Whoever sent a request opened the line before it; that must be known before it is answered, and who closed it
         // before that, or the answer would be lost.
-        pty_.UpdateOpenCount();
+        NoteWhoIsThere();
+        for (auto& [answer, start] : fresh_) {
+            outbox_.Add(std::move(answer), start);
+        }
+        fresh_.clear();
         const std::vector<Byte> due = outbox_.TakeDue(steady_clock::now());
-        if (pty_.OpenElsewhere()) {
-            pty_.Write(due);
+        if (pty_->OpenElsewhere()) {
+            pty_->Write(due);
+        }
+        MakeNoise();
+        for (int lost = outbox_.TakeLost(); options_.Trace && lost > 0; --lost) {
+            options_.Trace("   an answer met a request and is lost");
         }
     }
 }
 
+void Line::MakeNoise() {
+    const auto interval = noise_.load();
+    if (interval == 0 || !pty_->OpenElsewhere()) {
+        noise_at_.reset();
+        return;
+    }
+    const TimePoint now = steady_clock::now();
+    if (noise_at_ && *noise_at_ > now) {
+        return;
+    }
+    if (noise_at_ && !outbox_.Busy()) {
+        const std::array<Byte, 1> stray{static_cast<Byte>(noise_values_() >> 8U)};
+        pty_->Write(stray);
+    }
+    // From half the interval to one and a half.
+    noise_at_ = now + std::chrono::milliseconds(interval) * (500 + noise_values_() % 1000) / 1000;
+}
+
+/// What was under way for the one who closed the line is nobody's any more.
+void Line::NoteWhoIsThere() {
+    if (!pty_->UpdateOpenCount()) {
+        return;
+    }
+    outbox_.Clear();
+    if (pty_->OpenElsewhere()) {
+        return;
+    }
+    // The last request before the close is still heard; a flood behind it is not.
+    if (Hear() == Pty::ReadSize) {
+        pty_->DiscardRead();
+    }
+    fresh_.clear();
+    reader_ = FrameReader();
+}
+
 /// Rests until a request comes, a byte is due or Stop is called; false for the last.
 bool Line::Wait() {
-    // A line that is hung up would wake the poll at once, again and again.
-    std::array<pollfd, 3> waits{
-        {{wake_.Get(), POLLIN, 0}, {pty_.WatchFd(), POLLIN, 0}, {hung_up_ ? -1 : pty_.RequestFd(), POLLIN, 0}}};
+    const TimePoint now = steady_clock::now();
     std::optional<TimePoint> deadline = outbox_.NextDeadline();
+    const auto not_after = [&deadline](TimePoint time) { deadline = std::min(deadline.value_or(time), time); };
+    // A line that is hung up would wake the poll at once, again and again; so would one that is asked too fast.
+    const bool deaf = hung_up_ || line_in_free_at_ > now;
     if (hung_up_) {
-        deadline = std::min(deadline.value_or(TimePoint::max()), steady_clock::now() + HangUpPause);
+        not_after(now + HangUpPause);
+    } else if (deaf) {
+        not_after(line_in_free_at_);
     }
+    if (noise_at_) {
+        not_after(*noise_at_);
+    }
+    std::array<pollfd, 3> waits{
+        {{wake_.Get(), POLLIN, 0}, {pty_->WatchFd(), POLLIN, 0}, {deaf ? -1 : pty_->RequestFd(), POLLIN, 0}}};
     timespec rest{};
     if (deadline) {
         rest = AsTimespec(std::max(*deadline - steady_clock::now(), steady_clock::duration(0)));
     }
     ::ppoll(waits.data(), waits.size(), deadline ? &rest : nullptr, nullptr);
-    return (waits[0].revents & POLLIN) == 0;
+    if ((waits[0].revents & POLLIN) != 0) {
+        std::uint64_t count = 0;
+        [[maybe_unused]] const ssize_t taken = ::read(wake_.Get(), &count, sizeof count);
+    }
+    return !stopping_;
 }
 
+/// Hears what has come, but not ahead of what the line can have carried by now.
 void Line::TakeRequests() {
-    const std::vector<Byte> bytes = pty_.Read(hung_up_);
+    if (line_in_free_at_ <= steady_clock::now()) {
+        Hear();
+    }
+}
+
+std::size_t Line::Hear() {
+    const std::vector<Byte> bytes = pty_->Read(hung_up_);
     const TimePoint now = steady_clock::now();
+    const TimePoint from = std::max(now, line_in_free_at_);
     for (Byte byte : bytes) {
         // The program hands over a frame in one piece; on a line each byte would take its time.
         line_in_free_at_ = std::max(now, line_in_free_at_) + Pace(options_);
@@ -146,6 +256,10 @@ void Line::TakeRequests() {
             Answer(*frame, line_in_free_at_);
         }
     }
+    if (half_duplex_ && !bytes.empty()) {
+        outbox_.Meet(from, line_in_free_at_);
+    }
+    return bytes.size();
 }
 
 void Line::Answer(const Frame& request, TimePoint complete) {
@@ -168,7 +282,7 @@ void Line::Answer(const Frame& request, TimePoint complete) {
         }
     }
     if (answer) {
-        outbox_.Add(std::move(*answer), complete);
+        fresh_.emplace_back(std::move(*answer), complete);
     }
 }
 

@@ -16,6 +16,7 @@
 #include <sys/signalfd.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 using namespace nrv::simulator;
 
@@ -114,10 +115,16 @@ int Serve(const Options& options) {
     Printer printer;
     LineOptions line_options;
     line_options.Paced = options.Paced;
+    line_options.HalfDuplex = options.HalfDuplex;
+    line_options.Noise = std::chrono::milliseconds(options.Noise);
     if (options.Trace) {
         line_options.Trace = [&printer](const std::string& text) { printer.Print(text + "\n"); };
     }
-    Line line(BuildRack(options), line_options);
+    Rack rack = BuildRack(options);
+    if (!options.State.empty()) {
+        CheckStateCanBeSaved(options.State);
+    }
+    Line line(std::move(rack), line_options);
     std::string ready = "nrv718-rack: ready on " + line.DevicePath();
     for (const auto& link : options.Links) {
         line.LinkAs(link);
@@ -128,7 +135,7 @@ int Serve(const Options& options) {
     RunUntilEnd(line, options, signals.Get(), printer);
     line.Stop();
     if (!options.State.empty()) {
-        line.WithRack([&options](Rack& rack) { SaveState(rack, options.State); });
+        line.WithRack([&options](Rack& now) { SaveState(now, options.State); });
     }
     return 0;
 }

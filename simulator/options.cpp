@@ -52,9 +52,19 @@ double ParseSeconds(const std::string& option, const std::string& text) {
     return seconds;
 }
 
+int ParseNoise(const std::string& option, const std::string& text) {
+    int interval = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), interval);
+    if (error != std::errc() || end != text.data() + text.size() || interval < 0 || interval > 3600000) {
+        throw OptionError(option + ": \"" + text + "\" is no number of milliseconds from 0 to 3600000");
+    }
+    return interval;
+}
+
 bool ParseFlag(Options& options, const std::string& name) {
-    const std::array<std::pair<const char*, bool Options::*>, 6> flags{{
+    const std::array<std::pair<const char*, bool Options::*>, 7> flags{{
         {"--trace", &Options::Trace},
+        {"--half-duplex", &Options::HalfDuplex},
         {"--presets", &Options::Presets},
         {"--interactive", &Options::Interactive},
         {"--version", &Options::Version},
@@ -85,6 +95,8 @@ void ParseValue(Options& options, const std::string& name, const std::string& va
         options.State = value;
     } else if (name == "--locked") {
         options.Locked.push_back(ParseId(name, value));
+    } else if (name == "--noise") {
+        options.Noise = ParseNoise(name, value);
     } else if (name == "--seconds") {
         options.Seconds = ParseSeconds(name, value);
     } else if (value.size() > PasswordSize) {
@@ -95,8 +107,8 @@ void ParseValue(Options& options, const std::string& name, const std::string& va
 }
 
 bool TakesValue(const std::string& name) {
-    constexpr std::array<std::string_view, 7> Names{"--device", "--ids",     "--link",    "--state",
-                                                    "--locked", "--seconds", "--password"};
+    constexpr std::array<std::string_view, 8> Names{"--device", "--ids",    "--link",    "--state",
+                                                    "--noise",  "--locked", "--seconds", "--password"};
     return std::ranges::find(Names, name) != Names.end();
 }
 
@@ -134,9 +146,11 @@ A rack of virtual NRV-718 devices on a pseudo-terminal that stands for the seria
                        (without these two and without a state file: one device with the ID 1)
   --link PATH          make PATH a link to the line, such as ./com1; may come more than once
   --unpaced            answer at once, not with the timing of 19200 baud
+  --half-duplex        one pair of wires for both directions: an answer that meets a request is lost
+  --noise MS           a stray byte comes about every MS milliseconds while the line is quiet
   --trace              print each frame in words
   --state FILE         restore the rack from FILE if it exists, save it there at the end
-  --presets            fill memory positions 1, 2 and 5 of each device with presets
+  --presets            fill memory positions 1, 2 and 5 of each device that the state file does not hold
   --password TEXT      the password of every device, up to six characters (else 000000)
   --locked ID          this device is locked; may come more than once
   --interactive        take orders such as "lose 5 2" from the standard input; "help" lists them

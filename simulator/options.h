@@ -19,6 +19,8 @@ struct Options {
     std::vector<int> Locked;
     std::optional<double> Seconds;
     bool Paced = true;
+    bool HalfDuplex = false;
+    int Noise = 0; ///< milliseconds, 0 for none
     bool Trace = false;
     bool Presets = false;
     bool Interactive = false;

@@ -53,11 +53,12 @@ void Pty::Watch() {
     }
 }
 
-void Pty::UpdateOpenCount() {
+bool Pty::UpdateOpenCount() {
     if (watch_.Get() < 0) {
-        return;
+        return false;
     }
     bool closed = false;
+    bool left_alone = false;
     alignas(inotify_event) std::array<char, 4096> buffer{};
     for (;;) {
         const ssize_t size = ::read(watch_.Get(), buffer.data(), buffer.size());
@@ -69,7 +70,8 @@ void Pty::UpdateOpenCount() {
             std::memcpy(&event, buffer.data() + at, sizeof event);
             at += sizeof event + event.len;
             if ((event.mask & IN_Q_OVERFLOW) != 0) {
-                return watch_.Reset(); // the count is not to be trusted any more
+                watch_.Reset(); // the count is not to be trusted any more
+                return false;
             }
             if ((event.mask & IN_OPEN) != 0) {
                 ++open_count_;
@@ -77,11 +79,12 @@ void Pty::UpdateOpenCount() {
             if ((event.mask & IN_CLOSE) != 0) {
                 --open_count_;
                 closed = true;
+                left_alone = left_alone || open_count_ <= 0;
             }
         }
     }
     if (!closed) {
-        return;
+        return false;
     }
     // An answer that nobody fetched goes with the one who closed the line.
     ::tcflush(slave_.Get(), TCIFLUSH);
@@ -89,13 +92,20 @@ void Pty::UpdateOpenCount() {
     if (open_count_ <= 0) {
         ::ioctl(slave_.Get(), TIOCNXCL);
     }
+    return left_alone;
 }
 
 std::vector<Byte> Pty::Read(bool& hung_up) {
-    std::array<Byte, 4096> buffer{};
+    std::array<Byte, ReadSize> buffer{};
     const ssize_t size = ::read(master_.Get(), buffer.data(), buffer.size());
     hung_up = size == 0 || (size < 0 && errno != EAGAIN && errno != EINTR);
     return size > 0 ? std::vector<Byte>(buffer.begin(), buffer.begin() + size) : std::vector<Byte>();
+}
+
+void Pty::DiscardRead() {
+    std::array<Byte, 4096> buffer{};
+    while (::read(master_.Get(), buffer.data(), buffer.size()) > 0) {
+    }
 }
 
 void Pty::Write(std::span<const Byte> bytes) {

@@ -17,6 +17,8 @@ class Pty {
   public:
     /// Throws std::system_error when the system gives no pseudo-terminal.
     Pty();
+    Pty(const Pty&) = delete;
+    Pty& operator=(const Pty&) = delete;
 
     const std::string& DevicePath() const { return device_path_; }
 
@@ -24,13 +26,19 @@ class Pty {
     int RequestFd() const { return master_.Get(); }
     int WatchFd() const { return watch_.Get(); }
 
-    /// Takes note of who opened or closed the line. To be called before Read and Write in each pass.
-    void UpdateOpenCount();
+    /// Takes note of who opened or closed the line. To be called before Read and Write in each pass. True when nobody
+    /// had it open for a moment since the last call, even if somebody has by now.
+    bool UpdateOpenCount();
     /// True while some program has the line open, and always where the system does not tell.
     bool OpenElsewhere() const { return watch_.Get() < 0 || open_count_ > 0; }
 
-    /// What has come; empty when nothing has. `hung_up` is set when the far end is gone, so that the caller can pause.
+    /// What has come, up to ReadSize bytes; empty when nothing has. The rest stays with the system, which lets the far
+    /// end wait, as a serial port does whose line is slower than its program. `hung_up` is set when the far end is
+    /// gone, so that the caller can pause.
+    static constexpr std::size_t ReadSize = 64;
     std::vector<Byte> Read(bool& hung_up);
+    /// Throws away what has come.
+    void DiscardRead();
 
     /// Puts bytes on the line. What does not fit because nobody reads is lost, as in a serial port's overrun.
     void Write(std::span<const Byte> bytes);

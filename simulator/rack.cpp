@@ -1,6 +1,7 @@
 #include "simulator/rack.h"
 
 #include "simulator/meters.h"
+#include "simulator/wire.h"
 
 #include <stdexcept>
 #include <string>
@@ -33,6 +34,28 @@ Device& Rack::Add(int id, std::string_view label) {
 
 void Rack::Remove(int id) {
     devices_.erase(id);
+    twins_.erase(id);
+    awake_at_.erase(id);
+}
+
+void Rack::ReplaceDevices(std::map<int, Device> devices) {
+    devices_ = std::move(devices);
+    twins_.clear();
+    awake_at_.clear();
+}
+
+Device& Rack::AddTwin(int id, int shift) {
+    At(id);
+    const auto [entry, added] = twins_.try_emplace(id, Twin{Device(id), shift});
+    if (!added) {
+        throw std::invalid_argument("there are two devices " + std::to_string(id) + " on the line already");
+    }
+    return entry->second.Second;
+}
+
+Device* Rack::FindTwin(int id) {
+    const auto found = twins_.find(id);
+    return found == twins_.end() ? nullptr : &found->second.Second;
 }
 
 Device* Rack::Find(int id) {
@@ -67,16 +90,42 @@ std::vector<int> Rack::Ids() const {
     return ids;
 }
 
-std::optional<Reply> Rack::Handle(const Frame& request, std::optional<int> answerer) {
-    Device* device = Find(answerer.value_or(request[2]));
-    if (device == nullptr) {
-        return std::nullopt;
+void Rack::Reboot(int id, std::chrono::milliseconds silence, bool to_factory) {
+    At(id).Reboot(to_factory);
+    if (Device* second = FindTwin(id)) {
+        second->Reboot(to_factory);
     }
-    auto reply = device->Handle(request, MovingLevels(seed_, device->Id(), clock_()));
+    awake_at_[id] = clock_() + silence;
+}
+
+bool Rack::Rebooting(int id) const {
+    const auto found = awake_at_.find(id);
+    return found != awake_at_.end() && clock_() < found->second;
+}
+
+std::optional<Reply> Rack::Ask(Device& device, const Frame& request, std::uint32_t seed) const {
+    auto reply = device.Handle(request, MovingLevels(seed, device.Id(), clock_()));
     if (reply && reply->size() == FrameSize) {
-        (*reply)[2] = static_cast<Byte>(device->Id());
+        (*reply)[2] = static_cast<Byte>(device.Id());
     }
     return reply;
+}
+
+std::optional<Reply> Rack::Handle(const Frame& request, std::optional<int> answerer) {
+    Device* device = Find(answerer.value_or(request[2]));
+    if (device == nullptr || Rebooting(device->Id())) {
+        return std::nullopt;
+    }
+    auto reply = Ask(*device, request, seed_);
+    const auto twin = twins_.find(device->Id());
+    if (twin == twins_.end()) {
+        return reply;
+    }
+    auto second = Ask(twin->second.Second, request, seed_ + 1);
+    if (!reply || !second) {
+        return reply ? reply : second;
+    }
+    return Collide(*reply, *second, twin->second.Shift);
 }
 
 } // namespace nrv::simulator

@@ -27,6 +27,18 @@ class Rack {
     Device& Add(int id, std::string_view label = {});
     void Remove(int id);
 
+    /// Puts a second device of this ID on the line, in its factory state. Both obey each request, and the second begins
+    /// to answer `shift` bit times after the first; the answers meet on the wire (see Collide). The state file does not
+    /// keep it. Throws std::out_of_range when there is no first, std::invalid_argument when there is a second already.
+    Device& AddTwin(int id, int shift);
+    void RemoveTwin(int id) { twins_.erase(id); }
+    /// The second device of an ID, null when there is none.
+    Device* FindTwin(int id);
+
+    /// Lets the devices of an ID reboot: they are silent for this time, by the rack's clock. See Device::Reboot.
+    void Reboot(int id, std::chrono::milliseconds silence, bool to_factory);
+    bool Rebooting(int id) const;
+
     /// The device of an ID; Find gives null and At throws std::out_of_range when there is none.
     Device* Find(int id);
     const Device* Find(int id) const;
@@ -35,7 +47,7 @@ class Rack {
 
     std::vector<int> Ids() const;
     const std::map<int, Device>& Devices() const { return devices_; }
-    void ReplaceDevices(std::map<int, Device> devices) { devices_ = std::move(devices); }
+    void ReplaceDevices(std::map<int, Device> devices);
 
     /// The answer of the device that the request is addressed to, or of `answerer` in its place. None when no such
     /// device is on the line or when it does not answer this request.
@@ -44,7 +56,15 @@ class Rack {
   private:
     std::uint32_t seed_;
     RackClock clock_;
+    struct Twin {
+        Device Second;
+        int Shift;
+    };
+    std::optional<Reply> Ask(Device& device, const Frame& request, std::uint32_t seed) const;
+
     std::map<int, Device> devices_;
+    std::map<int, Twin> twins_;
+    std::map<int, std::chrono::milliseconds> awake_at_;
 };
 
 } // namespace nrv::simulator

@@ -21,6 +21,8 @@ constexpr std::string_view Header = "NRV718-RACK 0001";
 constexpr std::size_t ProductLength = 12; // of the header, the blank included; the version follows
 constexpr std::size_t DeviceSize = 2 + PresetSize + MemorySize;
 constexpr std::size_t FirstDevice = Header.size() + 4;
+constexpr int MostLinks = 40;
+constexpr const char* NoPlainFile = "it is no plain file";
 constexpr std::size_t MaximumSize = FirstDevice + (HighestId + 1) * DeviceSize + 4;
 
 std::uint32_t Crc32(std::span<const Byte> bytes) {
@@ -84,6 +86,52 @@ bool WriteWhole(int fd, std::span<const Byte> bytes) {
     return ::fsync(fd) == 0;
 }
 
+/// The file that a chain of links ends at, whether it is there or not.
+std::filesystem::path BehindLinks(const std::filesystem::path& path) {
+    std::filesystem::path file = path;
+    std::error_code error;
+    for (int link = 0; link < MostLinks && std::filesystem::is_symlink(file, error); ++link) {
+        file = file.parent_path() / std::filesystem::read_symlink(file, error);
+    }
+    return file;
+}
+
+mode_t Umask() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return mask;
+}
+
+/// A file of a name of its own beside another, gone with this object unless it was moved to its place.
+class NewFile {
+  public:
+    /// `path` is what a failure names.
+    NewFile(const std::filesystem::path& path, const std::filesystem::path& beside)
+        : name_(beside.string() + ".XXXXXX"), file_(::mkstemp(name_.data())) {
+        if (file_.Get() < 0) {
+            throw FileError(path, "no new file can be made beside it: " + ErrorText());
+        }
+    }
+    ~NewFile() {
+        if (!moved_) {
+            ::unlink(name_.c_str());
+        }
+    }
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    int Fd() const { return file_.Get(); }
+    bool MoveTo(const std::filesystem::path& place) {
+        moved_ = ::rename(name_.c_str(), place.c_str()) == 0;
+        return moved_;
+    }
+
+  private:
+    std::string name_;
+    Descriptor file_;
+    bool moved_ = false;
+};
+
 } // namespace
 
 std::vector<Byte> EncodeState(const Rack& rack) {
@@ -130,32 +178,45 @@ std::map<int, Device> DecodeState(const std::vector<Byte>& bytes) {
     return devices;
 }
 
+void CheckStateCanBeSaved(const std::filesystem::path& path) {
+    const std::filesystem::path file = BehindLinks(path);
+    struct stat old {};
+    if (::stat(file.c_str(), &old) == 0) {
+        if (!S_ISREG(old.st_mode)) {
+            throw FileError(path, NoPlainFile);
+        }
+        if (::access(file.c_str(), W_OK) != 0) {
+            throw FileError(path, "it cannot be written: " + ErrorText());
+        }
+    } else if (errno != ENOENT) {
+        throw FileError(path, "it cannot be written: " + ErrorText());
+    }
+    const NewFile trial(path, file);
+}
+
 void SaveState(const Rack& rack, const std::filesystem::path& path) {
-    const std::vector<Byte> bytes = EncodeState(rack);
-    std::string beside = path.string() + ".XXXXXX";
-    std::string what;
-    {
-        const Descriptor file(::mkstemp(beside.data()));
-        if (file.Get() < 0) {
-            throw FileError(path, "no new file can be made beside it: " + ErrorText());
-        }
-        if (!WriteWhole(file.Get(), bytes) || ::fchmod(file.Get(), 0644) != 0) {
-            what = ErrorText();
-        }
+    const std::filesystem::path file = BehindLinks(path);
+    NewFile fresh(path, file);
+    struct stat old {};
+    const bool replaces = ::stat(file.c_str(), &old) == 0;
+    if (replaces && ::fchown(fresh.Fd(), old.st_uid, old.st_gid) != 0) {
+        errno = 0; // another's file, which may be replaced but not given away
     }
-    if (what.empty() && ::rename(beside.c_str(), path.c_str()) != 0) {
-        what = ErrorText();
-    }
-    if (!what.empty()) {
-        ::unlink(beside.c_str());
-        throw FileError(path, "it cannot be written: " + what);
+    const mode_t mode = replaces ? old.st_mode & 07777U : 0666U & ~Umask();
+    if (::fchmod(fresh.Fd(), mode) != 0 || !WriteWhole(fresh.Fd(), EncodeState(rack)) || !fresh.MoveTo(file)) {
+        throw FileError(path, "it cannot be written: " + ErrorText());
     }
 }
 
 void RestoreState(Rack& rack, const std::filesystem::path& path) {
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (file.Get() < 0) {
+    // A pipe without a writer would be waited for.
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (file.Get() < 0 || ::fstat(file.Get(), &status) != 0) {
         throw FileError(path, "it cannot be opened: " + ErrorText());
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw FileError(path, NoPlainFile);
     }
     // One byte more than the longest state shows that a file is too long.
     std::vector<Byte> bytes(MaximumSize + 1);

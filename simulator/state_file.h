@@ -36,7 +36,12 @@ std::vector<Byte> EncodeState(const Rack& rack);
 /// Throws StateError, without a file name, for anything but an undamaged state.
 std::map<int, Device> DecodeState(const std::vector<Byte>& bytes);
 
-/// Writes a new file beside `path` and renames it, so that a failed write leaves the old file. Throws StateError.
+/// Throws StateError when a state could not be saved to `path`: what stands there is no plain file or may not be
+/// written, or nothing can be written beside it.
+void CheckStateCanBeSaved(const std::filesystem::path& path);
+
+/// Writes a new file beside the file that `path` leads to and renames it, so that a failed write leaves the old file. A
+/// link stays a link, and a file keeps its rights and its owner. Throws StateError.
 void SaveState(const Rack& rack, const std::filesystem::path& path);
 
 /// Replaces the rack's devices by those of the file. Throws StateError and leaves the rack as it was when the file

@@ -6,13 +6,18 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <string_view>
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::fputs("usage: nrv718-tour FOLDER-FOR-THE-PICTURES\n", stderr);
+        std::fputs("usage: nrv718-tour FOLDER-FOR-THE-PICTURES, or --try-display\n", stderr);
         return 2;
     }
+    const bool trial = argv[1] == std::string_view("--try-display");
     QApplication toolkit(argc, argv);
+    if (trial) {
+        return 0; // a display that does not answer has ended the process
+    }
     nrv::ui::ApplyTheme(toolkit);
     nrv::ui::Application application(QDir::currentPath().toStdString());
     nrv::tour::Tour tour(application, argv[1]);

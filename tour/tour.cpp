@@ -1,5 +1,7 @@
 #include "tour.h"
 
+#include "hands.h"
+
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLineEdit>
@@ -18,26 +20,9 @@ using driver::FindAs;
 using driver::WaitUntil;
 
 constexpr int ListTime = 60'000; ///< ms: a search of 33 IDs and the reading of every device found
-constexpr int ThirdRow = 2;
+constexpr int ShownId = 5;       ///< of the device that the tour works on
+constexpr int LeastFound = 3;
 constexpr int Out2Tab = 3;
-
-const QString Yes = QStringLiteral("Yes");
-
-QWidget* ControlWindow() {
-    return Find(QStringLiteral("FrmCtrl(0)"));
-}
-
-QWidget* Control(const char* name) {
-    return Find(QLatin1String(name), ControlWindow());
-}
-
-void Type(QWidget* box, const QString& text) {
-    auto* edit = qobject_cast<QLineEdit*>(box);
-    edit->setFocus();
-    edit->selectAll();
-    QTest::keyClick(edit, Qt::Key_Backspace);
-    QTest::keyClicks(edit, text);
-}
 
 } // namespace
 
@@ -47,7 +32,7 @@ Tour::Tour(ui::Application& application, std::filesystem::path pictures)
 }
 
 bool Tour::Run() {
-    const bool whole = Connect() && OpenDevice(ThirdRow, 0) && MoveGain() && MuteAndRoute() && ShapeResponse() &&
+    const bool whole = Connect() && OpenDevice(ShownId, 0) && MoveGain() && MuteAndRoute() && ShapeResponse() &&
                        SetDelays() && LookAtTabs() && EditNames() && SaveAndLoad() && StoreAndRead() && CopyOutput() &&
                        LockAndUnlock() && CloseWindow();
     if (whole) {
@@ -78,7 +63,7 @@ bool Tour::Connect() {
     const controls::FrmSearchNet& list = application_.Logic().List;
     const bool listed = WaitUntil(
         [&] {
-            return application_.Logic().State.FoundLast >= ThirdRow && !list.Timer1.Running() &&
+            return application_.Logic().State.FoundLast >= LeastFound - 1 && !list.Timer1.Running() &&
                    !list.SearchingNotice.Visible();
         },
         ListTime);
@@ -105,7 +90,13 @@ void Tour::ChooseConnection(QWidget& dialog) {
     driver::Click(Find(QStringLiteral("Proceed"), &dialog));
 }
 
-bool Tour::OpenDevice(int row, int slot) {
+bool Tour::OpenDevice(int id, int slot) {
+    const auto& found = application_.Logic().State.FoundDevices;
+    const auto place = std::ranges::find(found, id);
+    if (!Check(place != found.end(), "the device of ID " + std::to_string(id) + " is in the list")) {
+        return false;
+    }
+    const auto row = static_cast<int>(place - found.begin());
     driver::DoubleClickRow(Find(QStringLiteral("Devices")), row);
     const QString name = QStringLiteral("FrmCtrl(%1)").arg(slot);
     if (!Check(WaitUntil([&] { return Find(name) != nullptr && Find(name)->isVisible(); }),
@@ -195,101 +186,8 @@ bool Tour::LookAtTabs() {
     return true;
 }
 
-bool Tour::EditNames() {
-    boxes_.Next(Yes);
-    return WithTool(controls::EditNamesTool, QStringLiteral("FrmEditLabel"),
-                    [this](QWidget& dialog) {
-                        Type(Find(QStringLiteral("Text1(3)"), &dialog), QStringLiteral("Sub L"));
-                        Picture(dialog, "names");
-                        driver::Click(Find(QStringLiteral("Command1(0)"), &dialog));
-                    }) &&
-           Check(Form().Label300[3].Caption() == "Sub L", "a channel takes its new name");
-}
-
-bool Tour::SaveAndLoad() {
-    const QString file = QStringLiteral("tour.n91");
-    const auto choose = [&](const char* name) {
-        return [this, file, name](QWidget& dialog) {
-            dialog.findChild<QLineEdit*>()->setText(file);
-            Picture(dialog, name);
-            driver::Press(dialog.findChild<QLineEdit*>(), Qt::Key_Return);
-        };
-    };
-    const std::filesystem::path saved = application_.Logic().State.AppFolder / "preset" / file.toStdString();
-    std::error_code ignored;
-    std::filesystem::remove(saved, ignored);
-    const auto image = application_.Logic().Stores.PresetImage[5].PresetBody;
-    if (!WithTool(controls::SavePresetTool, QStringLiteral("FileDialog"), choose("save")) ||
-        !Check(std::filesystem::file_size(saved, ignored) == sizeof(model::PresetImageRow), "a preset is saved")) {
-        return false;
-    }
-    ShowTab(controls::GainsTab);
-    driver::Press(Control("Slider1(0)"), Qt::Key_PageUp);
-    return WithTool(controls::LoadPresetTool, QStringLiteral("FileDialog"), choose("load")) &&
-           Check(application_.Logic().Stores.PresetImage[5].PresetBody[1] == image[1], "a load brings the gain back");
-}
-
-bool Tour::StoreAndRead() {
-    boxes_.Next(Yes);
-    const bool stored = WithTool(controls::StorePresetTool, QStringLiteral("FrmStore"), [this](QWidget& dialog) {
-        driver::Choose(FindAs<QComboBox>(QStringLiteral("Combo1"), &dialog), 2);
-        Type(Find(QStringLiteral("Text1"), &dialog), QStringLiteral("Tour"));
-        Picture(dialog, "store");
-        driver::Click(Find(QStringLiteral("Command1(1)"), &dialog));
-    });
-    if (!stored || !Check(application_.Logic().Stores.ParamValues[5].PresetUsed[2] == 85.0, "a preset is stored")) {
-        return false;
-    }
-    boxes_.Next(Yes);
-    return WithTool(controls::ReadPresetTool, QStringLiteral("FrmRead"),
-                    [this](QWidget& dialog) {
-                        QWidget* list = Find(QStringLiteral("List1"), &dialog);
-                        driver::Press(list, Qt::Key_Down);
-                        driver::Press(list, Qt::Key_Down);
-                        Picture(dialog, "read");
-                        driver::Click(Find(QStringLiteral("Command1(1)"), &dialog));
-                    }) &&
-           Check(Form().Window.Caption().ends_with("come from DEVICE - Tour            "), "a preset is read back");
-}
-
-bool Tour::CopyOutput() {
-    boxes_.Next(Yes);
-    const bool copied = WithTool(controls::CopyOutputTool, QStringLiteral("FrmCopyOut"), [this](QWidget& dialog) {
-        driver::Choose(FindAs<QComboBox>(QStringLiteral("Combo1(0)"), &dialog), 1);
-        driver::Choose(FindAs<QComboBox>(QStringLiteral("Combo1(1)"), &dialog), 4);
-        Picture(dialog, "copy-output");
-        driver::Click(Find(QStringLiteral("Command1"), &dialog));
-    });
-    const bool shown = WithTool(controls::CopyInputTool, QStringLiteral("FrmCopyIn"), [this](QWidget& dialog) {
-        Picture(dialog, "copy-input");
-        dialog.close();
-    });
-    return copied && shown &&
-           Check(Form().Slider1[6].Position() == Form().Slider1[3].Position(), "an output is copied");
-}
-
-bool Tour::LockAndUnlock() {
-    for (const bool lock : {true, false}) {
-        const bool done =
-            WithTool(controls::PasswordTool, QStringLiteral("FrmPassword"), [this, lock](QWidget& dialog) {
-                QTest::keyClicks(Find(QStringLiteral("Text1"), &dialog), QStringLiteral("000000"));
-                Picture(dialog, "password");
-                driver::Click(Find(QStringLiteral("Command1(0)"), &dialog));
-                driver::Click(Find(QStringLiteral("Check1"), &dialog));
-                driver::Click(Find(QStringLiteral("Command1(3)"), &dialog));
-                Picture(dialog, lock ? "locked" : "unlocked");
-                dialog.close();
-            });
-        if (!done || !Check((application_.Logic().Stores.ParamValues[5].LockFlag == 1.0) == lock, "the lock changes")) {
-            return false;
-        }
-        Picture(*ControlWindow(), lock ? "locked-window" : "unlocked-window");
-    }
-    return true;
-}
-
 bool Tour::CloseWindow() {
-    boxes_.Next(Yes);
+    boxes_.Next(QStringLiteral("Yes"));
     qobject_cast<QMdiSubWindow*>(ControlWindow())->close();
     return Check(WaitUntil([] { return ControlWindow() == nullptr || !ControlWindow()->isVisible(); }),
                  "the control window closes");
@@ -298,14 +196,8 @@ bool Tour::CloseWindow() {
 void Tour::LeaveProgram() {
     std::printf("The pictures are in %s\n", std::filesystem::absolute(pictures_).c_str());
     std::fflush(stdout);
-    boxes_.Next(Yes);
+    boxes_.Next(QStringLiteral("Yes"));
     Find(QStringLiteral("MDIFrmMain"))->close(); // ends the process
-}
-
-bool Tour::WithTool(int tool, const QString& dialog, const std::function<void(QWidget&)>& action) {
-    const driver::WhenShown shown(dialog, action);
-    driver::Click(Find(QStringLiteral("Command2(%1)").arg(tool), ControlWindow()));
-    return Check(shown.Done(), "a tool button opens " + dialog.toStdString());
 }
 
 void Tour::ShowTab(int tab) {
@@ -315,6 +207,10 @@ void Tour::ShowTab(int tab) {
 bool Tour::Check(bool worked, const std::string& step) {
     if (!worked) {
         std::fprintf(stderr, "The tour stopped, this did not work: %s.\n", step.c_str());
+    } else if (step != told_) {
+        std::printf("  %s (picture %d)\n", step.c_str(), number_);
+        std::fflush(stdout);
+        told_ = step;
     }
     return worked;
 }

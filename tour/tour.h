@@ -21,7 +21,7 @@ class Tour {
     // A connection, a list, a window.
     bool Connect();
     void ChooseConnection(QWidget& dialog);
-    bool OpenDevice(int row, int slot);
+    bool OpenDevice(int id, int slot);
     // The window of a device.
     bool MoveGain();
     bool MuteAndRoute();
@@ -42,13 +42,14 @@ class Tour {
     void ShowTab(int tab);
     controls::FrmCtrl& Form() { return application_.Logic().Windows.Current(); }
 
-    /// Tells a step that did not work.
+    /// Tells of a step, once, whether it worked.
     bool Check(bool worked, const std::string& step);
     void Picture(QWidget& window, const std::string& name);
 
     ui::Application& application_;
     std::filesystem::path pictures_;
     int number_ = 0;
+    std::string told_;
     driver::BoxAnswers boxes_;
 };
 

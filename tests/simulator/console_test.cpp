@@ -66,6 +66,11 @@ TEST_F(Console, KillsAndRevives) {
     EXPECT_TRUE(AskInVain());
     EXPECT_EQ(Run("revive 5"), "");
     EXPECT_EQ(Ask().size(), 13U);
+    EXPECT_EQ(Run("die any"), "");
+    EXPECT_EQ(Run("die 5"), "");
+    EXPECT_TRUE(AskInVain());
+    EXPECT_EQ(Run("revive any"), "");
+    EXPECT_EQ(Ask().size(), 13U);
     EXPECT_EQ(Run("die 5 1"), "");
     EXPECT_TRUE(AskInVain());
     EXPECT_EQ(Ask().size(), 13U);
@@ -80,7 +85,17 @@ TEST_F(Console, SetsMeters) {
     EXPECT_EQ(Bytes(answer.begin() + 4, answer.begin() + 12), (Bytes{0, 1, 2, 3, 4, 5, 6, 7}));
     EXPECT_EQ(Run("meters 5 move"), "");
     EXPECT_LE(terminal_.Ask(Request(5, {0x12})).at(11), 6);
-    EXPECT_EQ(Run("meters 8 move"), "error: no device 8 on the line\n");
+    EXPECT_EQ(Run("meters any 9 9 9 9 9 9 9 255"), "");
+    EXPECT_EQ(terminal_.Ask(Request(6, {0x12})).at(11), 255);
+}
+
+TEST_F(Console, SaysThatADeviceIsNotThere) {
+    for (const char* order : {"die 8", "revive 8", "lose 8 2", "late 8 1 5", "cut 8 1 5", "double 8", "garble 8 1 1 1",
+                              "as 8 1 5", "from 8 1 5", "from 5 1 8", "drip 8 1 1", "meters 8 move"}) {
+        EXPECT_EQ(Run(order), "error: no device 8 on the line\n") << order;
+    }
+    EXPECT_EQ(Run("as 5 1 8"), ""); // an answer may bear any ID
+    EXPECT_EQ(Ask().at(2), 8);
 }
 
 TEST_F(Console, ListsDevices) {
@@ -108,7 +123,7 @@ TEST_F(Console, SaysWhatIsWrong) {
     for (const char* bad : {"lose x", "lose -1", "lose 5 -1", "lose 5 1x", "lose 5 99999999999", "late 5 1 -1",
                             "cut 5 1 433", "garble 5 1 432 0", "garble 5 1 4 256", "as 5 1 any", "meters 5",
                             "meters 5 1 2 3", "meters 5 1 2 3 4 5 6 7 8 9", "meters 5 move 1",
-                            "meters 5 1 1 1 1 1 1 1 x", "revive any", "revive", "quit now", "calm 1"}) {
+                            "meters 5 1 1 1 1 1 1 1 x", "revive any 1", "revive", "quit now", "calm 1"}) {
         EXPECT_THAT(Run(bad), StartsWith("error: ")) << bad;
     }
     EXPECT_FALSE(quit_);

@@ -50,6 +50,12 @@ TEST(Options, AreModestWhenNoneIsGiven) {
     EXPECT_EQ(BuildRack(options).Ids(), std::vector<int>{1});
 }
 
+TEST(Options, TakeWhatTheWireIsLike) {
+    const Options options = ParseOptions({"--half-duplex", "--noise", "250"});
+    EXPECT_TRUE(options.HalfDuplex);
+    EXPECT_EQ(options.Noise, 250);
+}
+
 TEST(Options, KeepALabelWithAnEqualsSignWhole) {
     EXPECT_EQ(ParseOptions({"--device", "5=a=b"}).Devices.at(0).second, "a=b");
     EXPECT_EQ(ParseOptions({"--device=5=a=b"}).Devices.at(0).second, "a=b");
@@ -69,6 +75,7 @@ TEST(Options, BadOnesAreRefusedInOneLine) {
     EXPECT_EQ(Problem({"--seconds", "-1"}), "--seconds: \"-1\" is no number of seconds from 0 to 1000000");
     EXPECT_EQ(Problem({"--seconds", "nan"}), "--seconds: \"nan\" is no number of seconds from 0 to 1000000");
     EXPECT_EQ(Problem({"--password", "toolong"}), "--password: a password has six characters at most");
+    EXPECT_EQ(Problem({"--noise", "-1"}), "--noise: \"-1\" is no number of milliseconds from 0 to 3600000");
     EXPECT_EQ(Problem({"--locked", "7"}), "--locked: no device 7 on the line");
 }
 
@@ -88,6 +95,18 @@ TEST(DemoRack, IsBuiltAsTold) {
     EXPECT_EQ(rack.At(5).Preset(1)[143], 50);
     EXPECT_EQ(rack.At(5).Preset(4)[187], 'S');
     EXPECT_EQ(rack.At(5).LiveImage(), FactoryPreset());
+}
+
+TEST(DemoRack, FillsPresetsOfNewDevicesAlone) {
+    const testing::TestFolder folder;
+    const std::string state = (folder / "rack").string();
+    Rack saved;
+    saved.Add(3).PutPreset(1, "My own", FactoryPreset());
+    SaveState(saved, state);
+    const Rack rack = BuildRack(ParseOptions({"--state", state, "--ids", "3,4", "--presets"}));
+    EXPECT_EQ(rack.At(3).PresetName(1), "My own          ");
+    EXPECT_FALSE(rack.At(3).PresetUsed(4));
+    EXPECT_EQ(rack.At(4).PresetName(4), "2-way + sub     ");
 }
 
 TEST(DemoRack, TakesItsDevicesFromTheStateFile) {

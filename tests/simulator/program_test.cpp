@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 namespace nrv::simulator {
@@ -164,6 +165,20 @@ TEST(Program, LeavesADamagedStateAlone) {
               "nrv718-rack: state file " + (folder / "rack").string() + ": it is too short to be a rack's state\n");
     EXPECT_EQ(program.Status(), 1);
     EXPECT_EQ(folder.ReadText("rack"), "nonsense");
+}
+
+TEST(Program, RefusesAStateThatItCouldNotSaveOrRead) {
+    const testing::TestFolder folder;
+    const std::string nowhere = (folder.Path() / "none" / "rack").string();
+    Program lost({"--state", nowhere});
+    EXPECT_EQ(lost.Error(), "nrv718-rack: state file " + nowhere +
+                                ": no new file can be made beside it: No such file or directory\n");
+    EXPECT_EQ(lost.Status(), 1);
+    const std::string pipe = (folder / "pipe").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    Program hung({"--state", pipe});
+    EXPECT_EQ(hung.Error(), "nrv718-rack: state file " + pipe + ": it is no plain file\n");
+    EXPECT_EQ(hung.Status(), 1);
 }
 
 TEST(Program, NeverReplacesARealFileByItsLink) {

@@ -67,5 +67,43 @@ TEST(Rack, HoldsEachIdOnce) {
     EXPECT_EQ(rack.Add(5, "Back").Label(), "Back            ");
 }
 
+TEST(Rack, TwoDevicesOfOneIdObeyAndAnswerTogether) {
+    Rack rack;
+    rack.Add(5);
+    EXPECT_THROW(rack.AddTwin(6, 0), std::out_of_range);
+    Device& second = rack.AddTwin(5, 0);
+    EXPECT_THROW(rack.AddTwin(5, 0), std::invalid_argument);
+    EXPECT_EQ(rack.FindTwin(5), &second);
+    EXPECT_EQ(rack.Handle(Request(5, {}))->at(4), 0xC3);
+    rack.Handle(Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61}));
+    EXPECT_EQ(second.LiveImage(), rack.At(5).LiveImage());
+    rack.At(5).SetMemory(300, 0x33);
+    second.SetMemory(300, 0x0F);
+    EXPECT_EQ(rack.Handle(Request(5, {0x10, 1, 44}))->at(8), 0x03);
+    rack.RemoveTwin(5);
+    EXPECT_EQ(rack.Handle(Request(5, {0x10, 1, 44}))->at(8), 0x33);
+    rack.AddTwin(5, 3);
+    EXPECT_NE(rack.Handle(Request(5, {})), (Reply{0xF0, 0xC3, 5, 0, 0xC3, 0, 0, 0, 0, 0, 0, 0, 0xF7}));
+    rack.Remove(5);
+    EXPECT_EQ(rack.FindTwin(5), nullptr);
+}
+
+TEST(Rack, ADeviceThatRebootsIsSilentForAWhile) {
+    milliseconds now{1000};
+    Rack rack(718, [&now] { return now; });
+    rack.Add(5);
+    rack.Add(6);
+    rack.Handle(Request(5, {1, 3, 0, 0, 0, 0, 0, 0, 61}));
+    rack.Reboot(5, milliseconds(3000), true);
+    EXPECT_TRUE(rack.Rebooting(5));
+    EXPECT_EQ(rack.Handle(Request(5, {})), std::nullopt);
+    EXPECT_NE(rack.Handle(Request(6, {})), std::nullopt);
+    now = milliseconds(4000);
+    EXPECT_FALSE(rack.Rebooting(5));
+    EXPECT_NE(rack.Handle(Request(5, {})), std::nullopt);
+    EXPECT_EQ(rack.At(5).LiveImage(), FactoryPreset());
+    EXPECT_THROW(rack.Reboot(7, {}, true), std::out_of_range);
+}
+
 } // namespace
 } // namespace nrv::simulator

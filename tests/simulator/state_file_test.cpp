@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
 
 namespace nrv::simulator {
 namespace {
@@ -127,6 +128,56 @@ TEST(StateFile, SavingReplacesTheOldFileAndLeavesNothingBeside) {
     SaveState(SampleRack(), folder / "rack");
     EXPECT_EQ(folder.Entries(), 1U);
     EXPECT_EQ(folder.ReadText("rack").substr(0, 11), "NRV718-RACK");
+}
+
+TEST(StateFile, SavingGoesThroughALinkAndKeepsTheRights) {
+    using std::filesystem::perms;
+    const testing::TestFolder folder;
+    folder.WriteText("real", "old");
+    std::filesystem::permissions(folder / "real", perms::owner_read | perms::owner_write);
+    std::filesystem::create_symlink("real", folder / "second");
+    std::filesystem::create_symlink(folder / "second", folder / "first");
+    SaveState(SampleRack(), folder / "first");
+    EXPECT_EQ(folder.ReadText("real").substr(0, 11), "NRV718-RACK");
+    EXPECT_EQ(std::filesystem::status(folder / "real").permissions(), perms::owner_read | perms::owner_write);
+    EXPECT_EQ(std::filesystem::read_symlink(folder / "first"), folder / "second");
+    EXPECT_EQ(folder.Entries(), 3U);
+
+    std::filesystem::create_symlink("later", folder / "dangling");
+    SaveState(SampleRack(), folder / "dangling");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "dangling"));
+    EXPECT_EQ(folder.ReadText("later").substr(0, 11), "NRV718-RACK");
+}
+
+TEST(StateFile, NewFileHasTheRightsOfTheUsersMask) {
+    const testing::TestFolder folder;
+    const mode_t before = ::umask(0077);
+    SaveState(SampleRack(), folder / "rack");
+    ::umask(before);
+    EXPECT_EQ(static_cast<unsigned>(std::filesystem::status(folder / "rack").permissions()), 0600U);
+}
+
+TEST(StateFile, OnlyAPlainFileIsOpened) {
+    const testing::TestFolder folder;
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    Rack rack;
+    EXPECT_THROW(RestoreState(rack, folder / "pipe"), StateError);
+    EXPECT_THROW(RestoreState(rack, "/dev/zero"), StateError);
+    EXPECT_THROW(CheckStateCanBeSaved(folder / "pipe"), StateError);
+    EXPECT_THROW(CheckStateCanBeSaved(folder.Path()), StateError);
+}
+
+TEST(StateFile, APlaceThatCannotBeWrittenIsFoundBeforehand) {
+    const testing::TestFolder folder;
+    folder.WriteText("file", "kept");
+    CheckStateCanBeSaved(folder / "file");
+    CheckStateCanBeSaved(folder / "new");
+    EXPECT_THROW(CheckStateCanBeSaved(folder.Path() / "none" / "rack"), StateError);
+    EXPECT_THROW(CheckStateCanBeSaved(folder.Path() / "file" / "rack"), StateError);
+    std::filesystem::create_symlink("loop", folder / "loop");
+    EXPECT_THROW(CheckStateCanBeSaved(folder / "loop"), StateError);
+    EXPECT_EQ(folder.ReadText("file"), "kept");
+    EXPECT_EQ(folder.Entries(), 2U);
 }
 
 TEST(StateFile, FailedSaveLeavesWhatIsThere) {
