@@ -169,5 +169,23 @@ TEST_F(BulkExchange, LetsNoEventsRun) {
     EXPECT_FALSE(ran);
 }
 
+TEST_F(BulkExchange, LeavesAtOnceAfterAFailureThatWasTold) {
+    rig.Operation.Begin({0, 0});
+    rig.Operation.Report();
+    rig.Port.Answer = [](const Frame&) { return Image(); };
+    EXPECT_FALSE(rig.Link.BulkExchange(0, ReadThird));
+    EXPECT_THAT(rig.Port.Sent, IsEmpty());
+}
+
+TEST_F(BulkExchange, NothingMoreIsSentWhileTheTimeOutBoxStands) {
+    rig.Boxes.WhileItStands = [this] {
+        EXPECT_FALSE(rig.Link.LinkReady);
+        EXPECT_FALSE(rig.Link.SendFrame(0, {0x12}));
+    };
+    EXPECT_THROW(rig.Link.BulkExchange(0, ReadThird), ProcessEnded);
+    EXPECT_THAT(rig.Boxes.Shown, SizeIs(1));
+    EXPECT_THAT(rig.Port.Sent, SizeIs(6));
+}
+
 } // namespace
 } // namespace nrv::testing

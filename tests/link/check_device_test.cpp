@@ -37,6 +37,16 @@ TEST_F(CheckDevice, ReplyWithAnotherByte4IsFalseAndStillEndsTheTransaction) {
     EXPECT_THAT(rig.Port.Waiting, IsEmpty());
 }
 
+TEST_F(CheckDevice, LeavesAtOnceAfterAFailureThatWasTold) {
+    rig.Operation.Begin({0, Asked});
+    rig.Operation.Report();
+    rig.Link.TransactionDone = true;
+    rig.Port.Answer = [](const Frame&) { return AnswerOfDevice(); };
+    EXPECT_FALSE(rig.Link.CheckDevice(Asked));
+    EXPECT_THAT(rig.Port.Sent, IsEmpty());
+    EXPECT_TRUE(rig.Link.TransactionDone);
+}
+
 /// What makes a check leave at once.
 struct AtOnce {
     const char* Name;

@@ -6,6 +6,7 @@
 #include "support/scripted_ports.h"
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -20,9 +21,15 @@ class RecordingHandler final : public link::FailureHandler {
     int DeviceIs = 0;
     bool MarkFails = false;
     std::vector<std::string> Log; ///< each entry with the number of boxes shown before it
+    std::function<void()> WhenTold;
 
     int CurrentDevice() override { return DeviceIs; }
-    void TellFailure() override { Note("tell"); }
+    void TellFailure() override {
+        Note("tell");
+        if (WhenTold) {
+            WhenTold();
+        }
+    }
     void GiveUpDevice() override { Note("give up"); }
     void MarkUnchecked(int id) override {
         Note("mark " + std::to_string(id));

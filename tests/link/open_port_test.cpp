@@ -130,5 +130,16 @@ TEST_F(OpeningAPort, ReopenThrowsWhenThePortIsAbsent) {
     EXPECT_FALSE(port.PortOpen());
 }
 
+TEST_F(OpeningAPort, TellsWhyItFailedUntilItIsOpenedAgain) {
+    EXPECT_EQ(link.PortRefusal(), "");
+    port.Present = false;
+    link.ComIndex = 5;
+    link.OpenPort();
+    EXPECT_EQ(link.PortRefusal(), "The port is absent.");
+    port.Present = true;
+    link.OpenPort();
+    EXPECT_EQ(link.PortRefusal(), "");
+}
+
 } // namespace
 } // namespace nrv::testing

@@ -162,5 +162,14 @@ TEST_F(ProbeDevice, PortGoneAsTheReplyIsReadGivesFalse) {
     EXPECT_FALSE(rig.SerialTimer.Running());
 }
 
+TEST_F(ProbeDevice, LeavesAtOnceAfterAFailureThatWasTold) {
+    rig.Operation.Begin({0, 0});
+    rig.Operation.Report();
+    rig.Port.Answer = [](const Frame&) { return AnswerOfDevice(); };
+    EXPECT_FALSE(rig.Link.ProbeDevice(31));
+    EXPECT_THAT(rig.Port.Sent, IsEmpty());
+    EXPECT_FALSE(rig.SerialTimer.Running());
+}
+
 } // namespace
 } // namespace nrv::testing

@@ -136,5 +136,23 @@ TEST_F(SendFrameFailure, ReachesMemoryReadAndWrite) {
     EXPECT_THAT(rig.Handler.Log, ElementsAre("tell after 0", "give up after 1", "tell after 1", "give up after 2"));
 }
 
+TEST_F(SendFrameFailure, IsCountedAndHasItsReasonWhenItIsTold) {
+    rig.Link.ReportLinkFailure = true;
+    rig.Operation.Begin({1, 3});
+    rig.Operation.Call("the copy");
+    rig.Port.Answer = [](const Frame& frame) { return frame[3] == 0x09 ? Bytes{} : AnswerOfDevice(); };
+    rig.Link.SendFrame(3, {0x01});
+    rig.Link.SendFrame(3, {0x02});
+    bool told = false;
+    rig.Handler.WhenTold = [&] {
+        told = true;
+        EXPECT_EQ(rig.Operation.Answered(), 2);
+        EXPECT_EQ(rig.Operation.Frames(), 4); // a mute is two
+        EXPECT_EQ(rig.Operation.Reason(), "ID:3 does not answer");
+    };
+    EXPECT_TRUE(rig.Link.SendFrame(3, {0x09}));
+    EXPECT_TRUE(told);
+}
+
 } // namespace
 } // namespace nrv::testing

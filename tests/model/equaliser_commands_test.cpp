@@ -437,5 +437,39 @@ TEST_F(DemoEqualiser, EveryStepButTheSendingHappens) {
     EXPECT_TRUE(world.Boxes.Shown.empty());
 }
 
+TEST_F(EqualiserCommands, GainAndBandwidthAreShownBesideAnUnreadableFrequency) {
+    const auto before = image.PresetBody;
+    form.Text4[5].SetText("?");
+    form.Slider2[5].SetPosition(50);
+    program.Windows.ControlEventsOff = true;
+    form.UpDown3[5].SetPosition(19);
+    program.Windows.ControlEventsOff = false;
+    EXPECT_THROW(model::SetPeq(Context(), 5), RuntimeError);
+    EXPECT_EQ(form.Text3[5].Text(), "5"); // (150 - 50) / 5 - 15
+    EXPECT_EQ(form.Text5[5].Text(), "1"); // (19 + 1) / 20
+    form.Text7[5].SetText("?");
+    form.Slider3[5].SetPosition(10);
+    EXPECT_THROW(model::SetTone(Context(), 5), RuntimeError);
+    EXPECT_EQ(form.Text6[5].Text(), "1"); // (36 - 10) / 2 - 12
+    EXPECT_EQ(values.PeqGain[5], 0.0);
+    EXPECT_EQ(values.ToneGain[5], 0.0);
+    EXPECT_EQ(image.PresetBody, before);
+    EXPECT_TRUE(world.Port.Sent.empty());
+}
+
+TEST_F(EqualiserCommands, MarkerAndFlatMarkStandBeforeTheFrameGoes) {
+    bool looked = false;
+    world.Port.OnOutput = [&] {
+        looked = true;
+        EXPECT_NEAR(form.Label5[12].Top(), 1447.5 - (5.0 + 0.1) * 48.0 + 60.0, 1e-9);
+        EXPECT_NEAR(form.Label5[12].Left(), std::log10(1000.0 / 20.0) * 2885.0 - 60.0, 1e-6);
+        EXPECT_EQ(form.Label100[7].ToolTip(), "~~~~~~");
+    };
+    form.Text4[12].SetText("1000");
+    form.Slider2[12].SetPosition(50);
+    model::SetPeq(Context(), 12);
+    EXPECT_TRUE(looked);
+}
+
 } // namespace
 } // namespace nrv::testing

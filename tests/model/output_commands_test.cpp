@@ -133,6 +133,7 @@ TEST_F(OutputCommands, SlopeBeyondTheListIsHeldAndShownAsTheNearest) {
     program.Windows.ControlEventsOff = false;
     model::SetCrossover(Context(), 2);
     EXPECT_EQ(image.PresetBody[194], 99);
+    EXPECT_EQ(values.CrossoverSlope[2], 99.0);
     EXPECT_EQ(form.Combo2[2].ShownText(), "-24dB/oct Cv");
     EXPECT_THAT(form.Label100[15].ToolTip(), ::testing::StartsWith("HP: 63 Hz, -24dB/oct Cv -- LP: "));
 }
@@ -253,12 +254,16 @@ TEST_F(OutputCommands, CodesOutOfRangeAreHeldAndShownAsTheNearest) {
         EXPECT_EQ(image.PresetBody[LimiterBytes[c]], 32);
         EXPECT_EQ(image.PresetBody[LimiterBytes[c] + 1], 73);
         EXPECT_EQ(image.PresetBody[LimiterBytes[c] + 3], 32);
+        EXPECT_EQ(values.LimiterThreshold[c], 32.0);
+        EXPECT_EQ(values.LimiterRelease[c], 73.0);
+        EXPECT_EQ(values.LimiterAttack[c], 32.0);
     }
     form.Slider4[2].SetPosition(60 - 255);
     model::SetThreshold(Context(), 2);
     EXPECT_EQ(form.Text9[2].Text(), "20");
     EXPECT_EQ(form.Label100[12].ToolTip(), "20 dBu");
     EXPECT_EQ(image.PresetBody[181], 255);
+    EXPECT_EQ(values.LimiterThreshold[2], 255.0);
 }
 
 TEST_F(OutputCommands, SourceShowsItsWiresAndSendsItsFrame) {
@@ -287,6 +292,7 @@ TEST_F(OutputCommands, SourceBeyondTheListChangesNoLine) {
     form.Combo3[5].Select(77);
     ExpectSent({FrameOf({8, 7, 0, 0, 0, 0, 0, 0, 77})});
     EXPECT_EQ(image.PresetBody[425], 77);
+    EXPECT_EQ(values.OutputSource[5], 77.0);
     EXPECT_TRUE(form.Line1000[5].Visible());
     EXPECT_FALSE(form.Line1100[5].Visible());
     EXPECT_TRUE(form.Line1[5].Visible());
@@ -314,6 +320,16 @@ TEST_F(OutputCommands, FailedFrameLeavesTheChangeStored) {
     EXPECT_EQ(image.PresetBody[179], 18);
     EXPECT_EQ(image.PresetBody[146], 5);
     EXPECT_THAT(form.Label100[10].ToolTip(), ::testing::HasSubstr("-12dB/oct Cv"));
+}
+
+TEST_F(OutputCommands, ToolTipOfASourceStandsBeforeTheFrameGoes) {
+    bool looked = false;
+    world.Port.OnOutput = [&] {
+        looked = true;
+        EXPECT_EQ(form.Label200[3].ToolTip(), "In A+B");
+    };
+    form.Combo3[3].UserSelect(2);
+    EXPECT_TRUE(looked);
 }
 
 } // namespace

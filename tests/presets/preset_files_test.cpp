@@ -525,5 +525,15 @@ TEST_F(PresetFilesTest, LoadPlotsAtOnceAndKeepsTheTab) {
     EXPECT_FALSE(form.Picture1[3].Strokes().empty());
 }
 
+TEST_F(ProgramTest, LoadOnDeviceZeroTakesTheLastInputTypeWithTheMuteOptionOff) {
+    controls::FrmCtrl& form = OpenFactoryDevice(0);
+    world.Folder.Write("a.n91", Bytes(model::FactoryImage.begin(), model::FactoryImage.end()));
+    world.Files.File = world.Folder.Path() / "a.n91";
+    program.Stores.LastInputType = 1.0;
+    program.Events.Run(UserIn(0), [&] { form.Command2[0].UserClick(); });
+    EXPECT_EQ(program.Stores.ParamValues[0].InputType, 1.0);
+    EXPECT_EQ(program.Stores.PresetImage[0].SystemPage[16], 0x10); // rebuilt from the row that was written
+}
+
 } // namespace
 } // namespace nrv::testing

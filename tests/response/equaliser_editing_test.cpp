@@ -388,5 +388,23 @@ TEST_F(EqualiserEditing, UnguardedEventsRunWhileTheProgramFillsTheWindow) {
     SetEventsOff(false);
 }
 
+TEST_F(EqualiserEditing, FaderListAndTypedFrequencyMoveTheCurveOfATone) {
+    // An input's second order low shelf of -12 dB tends to its gain below its corner; 20 Hz is the 11th of the grid.
+    form.Combo1[0].UserSelect(2);
+    EXPECT_NEAR(program.Response.ChannelTotal(0)[10], 0.0, 1e-9);
+    form.Slider3[0].UserMove(36);
+    Enter(form.Text7[0], "4000");
+    EXPECT_NEAR(program.Response.ChannelTotal(0)[10], -12.0, 0.05);
+    Enter(form.Text7[0], "20");
+    const double at_the_corner = program.Response.ChannelTotal(0)[10];
+    EXPECT_GT(at_the_corner, -11.0);
+    form.Slider3[0].UserMove(12);
+    EXPECT_NEAR(program.Response.ChannelTotal(0)[10], 0.0, 1e-9);
+    form.Slider3[0].UserMove(36);
+    EXPECT_NEAR(program.Response.ChannelTotal(0)[10], at_the_corner, 1e-9);
+    form.Combo1[0].UserSelect(0);
+    EXPECT_NEAR(program.Response.ChannelTotal(0)[10], 0.0, 1e-9);
+}
+
 } // namespace
 } // namespace nrv::testing

@@ -253,5 +253,15 @@ TEST_F(MarkerDragging, AMarkerOfAnotherWindowDoesNotGoOnWithThisWindowsDrag) {
     EXPECT_THAT(world.Port.Sent, IsEmpty());
 }
 
+TEST_F(MarkerDragging, TheDropLeavesTheCurveOfTheDrag) {
+    form.Label5[1].Pressed();
+    Drag(1, 2825.0, 1341.9); // 200 Hz and 3.3 dB, which the fader does not have
+    form.Picture1[0].Clear();
+    form.Label5[1].Released();
+    EXPECT_EQ(values.PeqGain[1], 3.4);
+    EXPECT_NEAR(program.Response.ChannelTotal(0)[190], 3.3, 1e-9); // 200 Hz is the 191st of the grid
+    EXPECT_TRUE(form.Picture1[0].Strokes().empty());
+}
+
 } // namespace
 } // namespace nrv::testing

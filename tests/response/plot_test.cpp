@@ -424,5 +424,21 @@ TEST(PlotPoint, RefusesAFrequencyThatIsNotOfTheGrid) {
     EXPECT_TRUE(desk.Graph(2).Strokes().empty());
 }
 
+TEST(Update, ClearsItsGraphEvenWhileDrawingIsSuspended) {
+    ResponseDesk desk;
+    for (const auto& update : {std::function<void()>([&] { desk.Display.UpdatePeqCurve(20); }),
+                               std::function<void()>([&] { desk.Display.UpdateShelfCurve(4); }),
+                               std::function<void()>([&] { desk.Display.UpdateCrossoverCurve(1); }),
+                               std::function<void()>([&] { desk.Display.RedrawChannel(2); })}) {
+        desk.Display.PlotSuspended = false;
+        desk.Display.RedrawChannel(2);
+        desk.Display.RedrawChannel(3);
+        desk.Display.PlotSuspended = true;
+        update();
+        EXPECT_TRUE(desk.Graph(2).Strokes().empty());
+        EXPECT_EQ(desk.Graph(3).Strokes().size(), 1U);
+    }
+}
+
 } // namespace
 } // namespace nrv::testing

@@ -291,5 +291,22 @@ TEST(Response, WindowsKeepTheirOwnCurvesFromTheirOwnDevices) {
     EXPECT_NE(desk.Display.ChannelTotal(0)[190], -4.0);
 }
 
+TEST(Response, ListPositionBeforeTheFirstStandsForTheFirst) {
+    ResponseDesk desk;
+    desk.SetCrossover(0, 10, 475.0);
+    desk.Display.UpdateCrossoverCurve(0);
+    desk.SetCrossover(0, controls::List::None, 475.0);
+    desk.Display.UpdateCrossoverCurve(0);
+    EXPECT_TRUE(IsFlat(desk.Display.Curves().CrossoverCurve(0), 0.0));
+
+    for (const int filter : {0, 1, 4}) {
+        desk.SetShelf(filter, 2, 4.5, 3150.0);
+        desk.Display.UpdateShelfCurve(filter);
+        desk.SetShelf(filter, controls::List::None, 4.5, 3150.0);
+        desk.Display.UpdateShelfCurve(filter);
+        EXPECT_TRUE(IsFlat(desk.Display.Curves().ShelfCurve(filter), 0.0));
+    }
+}
+
 } // namespace
 } // namespace nrv::testing

@@ -238,5 +238,15 @@ TEST_F(ConnectionDialogTest, ExitAfterARefusedProceedStillAsks) {
     EXPECT_EQ(world.Boxes.Shown.back().Title, "Exit");
 }
 
+TEST_F(ConnectionDialogTest, SeveralEqualPairsAreOneBox) {
+    ChooseRs485();
+    form.Connection[UpToTenDevices].Select();
+    for (const std::size_t equal : {3U, 5U, 6U, 9U}) {
+        form.DeviceIds[equal].UserSelect(1);
+    }
+    EXPECT_TRUE(Refused());
+    EXPECT_EQ(world.Boxes.Shown.size(), 1U);
+}
+
 } // namespace
 } // namespace nrv::testing

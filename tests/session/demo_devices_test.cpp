@@ -185,5 +185,12 @@ TEST_F(DemoDevices, FactoryStateLeavesTheNameOfRowZero) {
     EXPECT_EQ(program.Stores.ParamValues[0].CurrentPresetName, "of device 0");
 }
 
+TEST_F(DemoDevices, DefaultsLeaveTheLastInputType) {
+    program.Stores.LastInputType = 1.0;
+    program.Devices.ReadDeviceState(9);
+    program.Devices.LoadFactoryState(9);
+    EXPECT_EQ(program.Stores.LastInputType, 1.0);
+}
+
 } // namespace
 } // namespace nrv::testing

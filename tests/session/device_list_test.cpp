@@ -162,5 +162,42 @@ TEST_F(DeviceListTest, ClosingMinimisesAndBringsBack) {
     EXPECT_FALSE(world.Host.ListMinimised);
 }
 
+TEST_F(DeviceListTest, GridIsRepaintedAtItsLoad) {
+    int repaints = 0;
+    program.List.Devices.Observe([&](controls::Aspect aspect) {
+        if (aspect == controls::Aspect::Repaint) {
+            ++repaints;
+            EXPECT_EQ(program.List.Devices.Rows(), 2);
+        }
+    });
+    StartWithoutTick({3, 7});
+    EXPECT_EQ(repaints, 1);
+}
+
+TEST_F(DeviceListTest, DeviceIsListedBeforeItsImageIsAskedFor) {
+    StartWithoutTick({3, 7});
+    int images = 0;
+    world.Port.Answer = [&](const Frame& frame) {
+        if (frame[3] == 0x0B) {
+            ++images;
+            EXPECT_FALSE(program.State.DeviceUnconnected[frame[2]]);
+            EXPECT_EQ(Row(images - 1),
+                      "Label of dev " + std::to_string(100 + frame[2]) + "  ID:" + std::to_string(frame[2]));
+        } else {
+            EXPECT_TRUE(program.State.DeviceUnconnected[frame[2]]);
+        }
+        return line.Answer(frame);
+    };
+    TickList();
+    EXPECT_EQ(images, 2);
+}
+
+TEST_F(DeviceListTest, LabelsAreRenewedAndNotAppended) {
+    StartWithoutTick({3});
+    TickList();
+    TickList();
+    EXPECT_EQ(Row(0), "Label of dev 103  ID:3");
+}
+
 } // namespace
 } // namespace nrv::testing

@@ -212,5 +212,28 @@ TEST_F(DeviceReading, PasswordOfADeviceNotYetReadIsTheDefault) {
     EXPECT_THAT(program.Stores.ParamValues[32].DevicePassword, ::testing::Each(48.0));
 }
 
+TEST_F(DeviceReading, LastInputTypeIsKnownBeforeTheNextByteIsAskedFor) {
+    line.Add(6, "six");
+    Device().Memory[16] = 0x10;
+    program.Link.ReportLinkFailure = true;
+    world.Port.Answer = [this](const Frame& frame) { return frame[5] == 18 ? Bytes{} : line.Answer(frame); };
+    program.Devices.ReadDeviceState(6);
+    EXPECT_EQ(AddressesRead(world.Port.Sent), (std::vector<int>{16, 18, 18, 18, 18, 18}));
+    EXPECT_EQ(program.Stores.LastInputType, 1.0);
+}
+
+TEST_F(DeviceReading, NameThatStopsHalfWayHoldsWhatWasReadOfIt) {
+    line.Add(6, "six");
+    Device().Memory[48] = 85;
+    DevicesOnLine::PutText(Device(), 64, "Church, main hal");
+    Values().PresetNames[0] = "of the last time";
+    Values().CurrentPresetName = "current before";
+    program.Link.ReportLinkFailure = true;
+    world.Port.Answer = [this](const Frame& frame) { return frame[5] == 70 ? Bytes{} : line.Answer(frame); };
+    program.Devices.ReadDeviceState(6);
+    EXPECT_EQ(Values().PresetNames[0], "Church");
+    EXPECT_EQ(Values().CurrentPresetName, "current before");
+}
+
 } // namespace
 } // namespace nrv::testing

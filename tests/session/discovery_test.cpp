@@ -14,9 +14,11 @@ class DiscoveryTest : public ProgramTest {
     /// Runs the search and keeps each text that the progress label was repainted with.
     bool Search() {
         program.Splash.Progress.SetVisible(false);
+        program.Splash.Searching.SetVisible(false);
         program.Splash.Progress.Observe([this](controls::Aspect aspect) {
             if (aspect == controls::Aspect::Repaint) {
                 EXPECT_TRUE(program.Splash.Progress.Visible());
+                EXPECT_FALSE(program.Splash.Searching.Visible());
                 texts.push_back(program.Splash.Progress.Caption());
                 sent_before.push_back(world.Port.Sent.size());
             }

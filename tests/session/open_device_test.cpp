@@ -83,6 +83,7 @@ TEST_F(OpenDeviceTest, SecondDoubleClickAnswersThatTheWindowIsOpen) {
     DoubleClick(0);
     DoubleClick(1);
     Forget();
+    world.Boxes.WhileItStands = [this] { EXPECT_EQ(program.Windows.OpenWindowTop, 2); };
     DoubleClick(0);
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     ExpectBox(world.Boxes.Shown[0], "Speakers Edit", "The window is already open", BoxIcon::Exclamation,
@@ -100,6 +101,7 @@ TEST_F(OpenDeviceTest, TwelfthWindowIsRefusedWithAMessageThatSays32) {
         EXPECT_EQ(program.Windows.OpenWindowTop, row);
     }
     EXPECT_TRUE(world.Boxes.Shown.empty());
+    world.Boxes.WhileItStands = [this] { EXPECT_EQ(program.Windows.OpenWindowTop, 10); };
     for (int attempt = 0; attempt < 2; ++attempt) {
         Forget();
         DoubleClick(11);

@@ -114,6 +114,8 @@ TEST_F(ReconnectTest, FailureInTheLabelEndsItHere) {
     EXPECT_EQ(world.Boxes.Shown[1].Title, "Communication problem");
     EXPECT_EQ(world.Port.Sent.size(), 1U + 8U + 5U);
     EXPECT_EQ(world.Port.CountSent(0x0B), 0);
+    EXPECT_EQ(program.State.DeviceRow[20], 0);
+    EXPECT_EQ(Row(0), " Unconnected      ID:20"); // meant: the row is 0 from before the label on
     ExpectStillUnconnected();
 }
 
@@ -124,6 +126,43 @@ TEST_F(ReconnectTest, OtherWindowsStayOpen) {
     EXPECT_TRUE(Loaded(1));
     EXPECT_EQ(program.Windows.OpenWindowTop, 1);
     EXPECT_EQ(program.Windows.WindowSlots[1].DeviceId, 20);
+}
+
+TEST_F(ReconnectTest, DeviceIsConnectedBeforeItsImageIsAskedForAndTheGridRepaintedAfterIt) {
+    bool image_asked_for = false;
+    int repaints = 0;
+    program.List.Devices.Observe([&](controls::Aspect aspect) {
+        if (aspect == controls::Aspect::Repaint) {
+            ++repaints;
+            EXPECT_TRUE(image_asked_for);
+        }
+    });
+    world.Port.Answer = [&](const Frame& frame) {
+        if (frame[3] == 0x0B) {
+            image_asked_for = true;
+            EXPECT_FALSE(program.State.DeviceUnconnected[20]);
+            EXPECT_EQ(Row(3), "Label of dev 020  ID:20");
+        }
+        return line.Answer(frame);
+    };
+    DoubleClick(3);
+    EXPECT_TRUE(Loaded(0));
+    EXPECT_EQ(repaints, 1);
+}
+
+TEST_F(ReconnectTest, PortThatIsMissingLeavesTheLinksFlagsAsTheyWere) {
+    DoubleClick(0);
+    Forget();
+    world.Port.GoAway();
+    DoubleClick(3);
+    EXPECT_TRUE(program.Link.PortOpened);
+    EXPECT_TRUE(program.Link.LinkReady);
+    Forget();
+    // So the next change says that it was not sent.
+    program.Events.Run(UserIn(0), [this] { Window(0).Slider1[0].UserMove(10); });
+    ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+    EXPECT_EQ(world.Boxes.Shown[0].Title, "Communication problem");
+    EXPECT_FALSE(Loaded(0));
 }
 
 TEST_F(ProgramTest, DeviceNotYetListedAsksToBeConnected) {

@@ -68,6 +68,13 @@ TEST_F(StartUpTest, StepsComeInTheOrderTold) {
     bool dialog_seen = false;
     program.Windows.FirstWindowPending = false;
     program.Link.CheckSuppressed = program.Link.TxSuppressed = program.State.SkipExitPrompt = true;
+    long probes = 0;
+    world.Port.OnOutput = [&] {
+        ++probes;
+        EXPECT_THAT(world.Host.Log, ::testing::ElementsAre("run dialog", "close dialog")); // no other window yet
+        EXPECT_EQ(program.Splash.Window.MousePointer(), controls::Pointer::Default);
+        EXPECT_FALSE(program.Splash.Searching.Visible());
+    };
     Start([&] {
         dialog_seen = true;
         EXPECT_FALSE(program.Splash.Timer1.Running());
@@ -77,6 +84,7 @@ TEST_F(StartUpTest, StepsComeInTheOrderTold) {
         ProceedWith(MoreDevices, 4);
     });
     EXPECT_TRUE(dialog_seen);
+    EXPECT_EQ(probes, 33);
     EXPECT_EQ(program.Splash.Window.MousePointer(), controls::Pointer::Default);
     EXPECT_TRUE(program.Windows.FirstWindowPending);
     EXPECT_FALSE(program.Link.CheckSuppressed);

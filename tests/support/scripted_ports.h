@@ -181,9 +181,13 @@ class ScriptedBoxes final : public MessageBoxes {
   public:
     std::vector<MessageBox> Shown;
     std::deque<BoxAnswer> Answers;
+    std::function<void()> WhileItStands;
 
     BoxAnswer Show(const MessageBox& box) override {
         Shown.push_back(box);
+        if (WhileItStands) {
+            WhileItStands();
+        }
         if (!Answers.empty()) {
             const BoxAnswer answer = Answers.front();
             Answers.pop_front();

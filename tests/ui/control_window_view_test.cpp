@@ -26,6 +26,7 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include <cmath>
 #include <map>
 #include <memory>
 #include <random>
@@ -302,6 +303,34 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
             }
         }
         QVERIFY(between);
+    }
+
+    void EveryGraphHasItsScales() {
+        for (int channel = 0; channel < 8; ++channel) {
+            const auto* panel = view_->findChild<QWidget*>(QStringLiteral("Frame10(%1)").arg(channel));
+            const QPoint graph = view_->findChild<QWidget*>(QStringLiteral("Picture1(%1)").arg(channel))->pos();
+            std::map<QString, QRect> texts;
+            for (const QLabel* label : panel->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly)) {
+                texts[label->text()] = label->geometry();
+            }
+            QCOMPARE(texts.size(), 11U);
+            const std::vector<std::pair<const char*, int>> levels = {{"+30", 30},  {"+20", 20},  {"+10", 10}, {" 0", 0},
+                                                                     {"-10", -10}, {"-20", -20}, {"-30", -30}};
+            for (const auto& [text, level] : levels) {
+                const double row = graph.y() + 95.4 - level * 191.0 / 60.0;
+                const QRect place = texts[QLatin1String(text)];
+                QVERIFY2(std::abs(place.top() + place.height() / 2.0 - row) <= 1.5 && place.right() < graph.x(), text);
+            }
+            const std::vector<std::pair<const char*, double>> frequencies = {
+                {"20Hz", 20.0}, {"100Hz", 100.0}, {"1KHz", 1000.0}, {"10KHz", 10000.0}};
+            for (const auto& [text, hertz] : frequencies) {
+                const double column = graph.x() + 575.0 / 3.0 * std::log10(hertz / 20.0);
+                const QRect place = texts[QLatin1String(text)];
+                // The first begins at its line, so that it does not run under the lowest level.
+                const double at = hertz == 20.0 ? place.left() : place.left() + place.width() / 2.0;
+                QVERIFY2(std::abs(at - column) <= 1.5 && place.top() >= graph.y() + 192, text);
+            }
+        }
     }
 
     void PositionZeroIsAtTheTop() {

@@ -300,6 +300,22 @@ class EqualiserTest : public QObject {
         QVERIFY(Sent().empty());
     }
 
+    void APointWhoseButtonUpWasLostGoesOnWithTheMouse() {
+        const QPoint start = CentreOf("Label5(0)");
+        MoveTo(start);
+        QCOMPARE(CentreOf("Label5(0)"), start);
+        Form().Label5[0].Pressed(); // and its button-up comes to nobody
+        for (int step = 1; step <= 10; ++step) {
+            const QPoint mouse = start + QPoint(3 * step, 2 * step);
+            MoveTo(mouse); // with no button down
+            QVERIFY((CentreOf("Label5(0)") - mouse).manhattanLength() <= 2);
+        }
+        QVERIFY(Form().MarkerMoved[0]);
+        QVERIFY(Sent().empty());
+        Form().Label5[0].Released();
+        QCOMPARE(Sent().size(), 1U);
+    }
+
     void APointHiddenInTheHandTakesItsPlateAlong() {
         const auto* plate = Find("Label5(0)")->parentWidget()->findChild<ui::ValuePlate*>();
         PressAt(CentreOf("Label5(0)"));

@@ -126,6 +126,22 @@ class WindowHostTest : public QObject {
         QTRY_COMPARE(host.Contents, 0);
     }
 
+    void a_window_follows_the_size_of_its_record_but_not_while_it_is_minimised() {
+        Host host(*this);
+        host->ShowMainWindow();
+        host->ShowControlWindow(0);
+        auto* window = Find<QMdiSubWindow>(host.MainWindow(), "FrmCtrl(0)");
+        controls::Form& record = windows_->ControlWindows[0]->Window;
+        record.SetSize(12000, 9000);
+        QCOMPARE(window->size(), QSize(800, 600)); // 15 to a pixel
+        window->showMinimized();
+        const QSize minimised = window->size();
+        QVERIFY(minimised.height() < 100);
+        record.SetSize(12600, 9300);
+        QVERIFY(window->isMinimized());
+        QCOMPARE(window->size(), minimised);
+    }
+
     void the_list_shows_the_whole_of_its_content() {
         Host host(*this);
         host->ShowMainWindow();

@@ -87,5 +87,29 @@ TEST_F(ControlEvents, FadersSetInCodeRunNothing) {
     EXPECT_EQ(program.Stores.PresetImage[0].PresetBody[232], 60);
 }
 
+TEST_F(ControlEvents, DynamicsAreNotGuarded) {
+    program.Windows.ControlEventsOff = true;
+    form.Slider4[2].UserMove(0);
+    form.Slider5[2].UserMove(0);
+    form.Slider6[2].UserMove(0);
+    EXPECT_EQ(form.Text9[2].Text(), "20");
+    EXPECT_EQ(form.Text10[2].Text(), "2.0s");
+    EXPECT_EQ(form.Text11[2].Text(), "200ms");
+    form.Slider4[1].UserMove(10);
+    EXPECT_EQ(form.Text9[1].Text(), "OFF");
+}
+
+TEST_F(ControlEvents, ViewsOfAChannelAreNotGuarded) {
+    program.Windows.ControlEventsOff = true;
+    const auto& view = program.Stores.PresetImage[0].ViewState;
+    form.Option2[3 * 4 + 2].Select();
+    EXPECT_EQ(program.Response.ViewMode[4], 2);
+    EXPECT_EQ(view[44], 2);
+    form.Check3[1].UserToggle();
+    EXPECT_EQ(view[31], 1);
+    form.Check6[2].UserToggle();
+    EXPECT_EQ(view[14], 1);
+}
+
 } // namespace
 } // namespace nrv::testing

@@ -158,6 +158,7 @@ TEST_F(ControlWindowTest, ClosingAsksAndNoKeepsTheWindow) {
     DoubleClick(1);
     Forget();
     world.Boxes.Answers = {BoxAnswer::No};
+    world.Boxes.WhileItStands = [this] { EXPECT_EQ(program.Windows.OpenWindowTop, 1); };
     EXPECT_FALSE(program.Control.QueryUnload(0));
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     ExpectBox(world.Boxes.Shown[0], "ID:3 - Close window", "               Are you sure ? ", BoxIcon::None,
@@ -308,6 +309,15 @@ TEST_F(ControlWindowTest, CheckMarkCannotBeWrittenInAListOfOneColumn) {
     StartOnLine({3});
     EXPECT_THROW(program.Control.MarkUnchecked(3), RuntimeError);
     EXPECT_NO_THROW(program.Control.MarkUnchecked(4)); // not listed
+}
+
+TEST_F(ControlWindowTest, LoadDrawsEveryGraphOnce) {
+    StartDemo(1);
+    DoubleClick(0);
+    for (const controls::Picture& graph : Window(0).Picture1) {
+        ASSERT_EQ(graph.Strokes().size(), 1U);
+        EXPECT_EQ(graph.Strokes()[0].Points.size(), 1705U);
+    }
 }
 
 } // namespace

@@ -326,5 +326,22 @@ TEST_F(MonitorTest, DemoModeShowsWhatTheReplyBufferHolds) {
     }
 }
 
+TEST_F(MonitorTest, LimitMarkThatStandsAlreadyIsNotPaintedInTheNextWindow) {
+    levels[4] = 5;
+    Tick();
+    EXPECT_TRUE(Window(0).Text9[2].Marked());
+    program.Windows.WindowSlots[1] = {true, 7, 1};
+    program.Windows.NewSlot = 1;
+    program.Control.Load();
+    Window(1).SSTab1.SetTab(8);
+    Tick(1);
+    EXPECT_THAT(Marks(1), ::testing::Each(false)); // a load forgets the lamps alone
+    levels[4] = 4;
+    Tick(1);
+    levels[4] = 5;
+    Tick(1);
+    EXPECT_TRUE(Window(1).Text9[2].Marked());
+}
+
 } // namespace
 } // namespace nrv::testing
