@@ -20,11 +20,12 @@ prepare_folder() {
     fi
 }
 
-# Starts the rack and waits for its own word. It ends with this shell, however that ends.
+# Starts the rack, with more options if told, and waits for its own word. It ends with this shell, however that ends.
 start_rack() {
     local folder=$1 program=$2
+    shift 2
     rm -f "$folder/rack.log"
-    setpriv --pdeathsig TERM "$program" --ids 0,1,2,5,9 --presets --link "$folder/com1" --state "$folder/rack.state" \
+    setpriv --pdeathsig TERM "$program" --ids 0,1,2,5,9 --presets --link "$folder/com1" "$@" \
         >"$folder/rack.log" 2>&1 9>&- &
     rack=$!
     trap stop_rack EXIT

@@ -76,7 +76,7 @@ rack_by_its_word() {
         "$(in_shell start_rack "$folder" "$rack_program" 2>&1)"
     rm "$folder/com1"
 
-    (start_rack "$folder" "$rack_program" && [ -c "$folder/com1" ]) || fail "the rack makes its line"
+    (start_rack "$folder" "$rack_program" --state "$folder/rack.state" && [ -c "$folder/com1" ]) || fail "the rack makes its line"
     gone "$folder/com1" || fail "the rack ends with its shell"
     [ -s "$folder/rack.state" ] || fail "the rack's state is kept"
     (start_rack "$folder" "$rack_program"; : >"$place/up"; exec sleep 30) &
