@@ -156,6 +156,7 @@ void Desk::Reset() {
     testing::ScriptedPort& port = World().Port;
     trouble_ = {};
     late_.clear();
+    RenewWindows();
     {
         const FlagGuard events_off(p.Windows.ControlEventsOff);
         const FlagGuard suppressed(p.Link.TxSuppressed);
@@ -167,13 +168,7 @@ void Desk::Reset() {
         }
     }
     // After the controls: the lists of sources work on the stores whoever changes them.
-    for (const int id : Listed) {
-        p.Stores.ParamValues[At(id)] = s.Values[At(id)];
-        p.Stores.PresetImage[At(id)] = s.Images[At(id)];
-        p.Stores.ChannelNames[At(id)] = s.Names[At(id)];
-    }
-    p.Stores.ParamValues[0] = s.Values[0];
-    p.Stores.LastInputType = s.LastInputType;
+    ResetStores();
     p.State = s.State;
     p.Link.DeviceChecked = s.Checked;
     p.Link.RxFrame = s.RxFrame;
@@ -209,6 +204,30 @@ void Desk::Reset() {
     port.SetPortOpen(true);
     port.Waiting.clear();
     watch_->Forget();
+}
+
+void Desk::ResetStores() {
+    model::DeviceStores& stores = Program().Stores;
+    for (const int id : Listed) {
+        stores.ParamValues[At(id)] = before_->Values[At(id)];
+        stores.PresetImage[At(id)] = before_->Images[At(id)];
+        stores.ChannelNames[At(id)] = before_->Names[At(id)];
+    }
+    stores.ParamValues[0] = before_->Values[0];
+    stores.LastInputType = before_->LastInputType;
+}
+
+/// A window that was opened on codes without an entry stopped half-way.
+void Desk::RenewWindows() {
+    controls::Windows& windows = Program().Windows;
+    for (const int slot : {BackSlot, FrontSlot}) {
+        if (!Window(slot).Timer1.Tick) {
+            ResetStores();
+            windows.WindowSlots = before_->Slots;
+            windows.NewSlot = slot;
+            Program().Control.Load();
+        }
+    }
 }
 
 void Desk::Meet(const Trouble& trouble) {

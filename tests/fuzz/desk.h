@@ -71,6 +71,8 @@ class Desk {
     testing::Bytes Answer(const testing::Frame& frame);
     void Poll();
     bool CodesFit();
+    void ResetStores();
+    void RenewWindows();
 
     std::unique_ptr<testing::FaultWorld> world_;
     std::unique_ptr<Watch> watch_;

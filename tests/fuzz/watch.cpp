@@ -132,7 +132,9 @@ void Watch::Polled() {
     if (command == 0 && world_.Program.Main.SerialTimer.Running()) {
         Require(!world_.Program.Link.SerialTimeUp, "a probe waits on");
     } else {
-        Require(world_.Clock.Seconds - transmitted_at_ <= LimitsOf(command).Ticks, "an exchange goes past its time");
+        // The clock moved by this look: what counts is the time before it.
+        Require(world_.Clock.Seconds - world_.Port.SecondsPerPoll - transmitted_at_ < LimitsOf(command).Ticks,
+                "an exchange goes past its time");
     }
     if (Poll) {
         Poll();
