@@ -27,5 +27,6 @@ if(NRV718_SANITIZERS)
   # Everywhere, not in our own targets alone: a program mixes sanitized and plain objects badly.
   add_compile_options(-fsanitize=${NRV718_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${NRV718_SANITIZERS})
-  target_compile_options(nrv718_own_code INTERFACE -Wno-maybe-uninitialized)  # false alarms in sanitized code
+  # False alarms in sanitized code.
+  target_compile_options(nrv718_own_code INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()

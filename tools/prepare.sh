@@ -37,3 +37,4 @@ need_packages() {
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev fonts-noto-core)
 test_packages=(libgtest-dev libgmock-dev clang-format-14 python3)
+fuzz_packages=(clang-14 libclang-rt-14-dev)

@@ -234,22 +234,7 @@ Outcome FaultWorld::Look() {
     outcome.TransactionDone = program.Link.TransactionDone;
     outcome.LoadingNotice = program.List.LoadingNotice.Visible();
     outcome.InputLen = world.Port.InputLen;
-    const auto at_rest = [&outcome](bool rests, const char* what) {
-        if (!rests) {
-            outcome.NotAtRest.emplace_back(what);
-        }
-    };
-    at_rest(!program.Link.TxSuppressed, "TxSuppressed");
-    at_rest(!program.Response.PlotSuspended, "PlotSuspended");
-    at_rest(!windows.ControlEventsOff, "ControlEventsOff");
-    at_rest(!program.Link.CheckSuppressed, "CheckSuppressed");
-    at_rest(!program.Events.Current().Running(), "the operation");
-    at_rest(!program.Events.Current().Reported(), "its report");
-    at_rest(!program.Main.SerialTimer.Running(), "the probe's timer");
-    for (const controls::Form* form : {&program.Main.Window, &program.List.Window, &world.Forms.CopyIn.Window,
-                                       &world.Forms.CopyOut.Window, &world.Forms.Store.Window}) {
-        at_rest(form->MousePointer() == controls::Pointer::Default, "a pointer");
-    }
+    outcome.NotAtRest = NotAtRest(world);
     outcome.Stores = std::make_shared<model::DeviceStores>(program.Stores);
     return outcome;
 }

@@ -50,6 +50,7 @@ class ScriptedPort final : public link::SerialPort {
     bool Present = true;          ///< false: opening fails with PortUnavailable
     bool Gone = false;            ///< true: every use of the open port fails with PortGone
     std::vector<Frame> Sent;      ///< every frame written
+    bool WholeFrames = true;      ///< every output was of a frame's length
     std::vector<std::string> Log; ///< what was done to the port, in words
     Bytes Waiting;                ///< received and not yet read
     int CommPort = -1;
@@ -103,6 +104,7 @@ class ScriptedPort final : public link::SerialPort {
             OnOutput();
         }
         RequireOpen();
+        WholeFrames = WholeFrames && bytes.size() == link::FrameLength;
         Frame frame{};
         std::copy_n(bytes.begin(), std::min(bytes.size(), frame.size()), frame.begin());
         Sent.push_back(frame);
