@@ -71,7 +71,7 @@ template <class Work>
 void AgainstWire(benchmark::State& state, double wire_seconds, Work work) {
     double seconds = 0.0;
     double cpu = 0.0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const double cpu_before = ThreadCpuSeconds();
         const auto before = std::chrono::steady_clock::now();
         work();
@@ -151,7 +151,7 @@ void MeterPoll(benchmark::State& state) {
     nrv::controls::FrmCtrl& form = desk.Program->Windows.Current();
     form.SSTab1.SetTab(nrv::controls::GainsTab);
     double cpu = 0.0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const double before = ThreadCpuSeconds();
         form.Timer1.Tick();
         cpu += ThreadCpuSeconds() - before;
@@ -166,7 +166,7 @@ void SilentFill(benchmark::State& state) {
     Desk desk(0);
     OpenWindow(desk);
     nrv::program::Program& program = *desk.Program;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const double before = ThreadCpuSeconds();
         {
             const nrv::FlagGuard suppressed(program.Link.TxSuppressed);

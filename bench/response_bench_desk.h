@@ -66,7 +66,7 @@ class PlainRedraw {
     PlainRedraw(ResponseDesk& desk, int channel) : values_(desk.Values()), channel_(channel) {
         const int first = FirstPeqOf(channel);
         for (int s = first; s < first + PeqCountOf(channel); ++s) {
-            const std::size_t at = static_cast<std::size_t>(s);
+            const auto at = static_cast<std::size_t>(s);
             q_[at] = model::QTable[static_cast<std::size_t>(desk.Windows.Current().UpDown3[at].Shown())];
         }
     }
@@ -89,7 +89,7 @@ class PlainRedraw {
 
     double LevelAt(double f) const {
         double level = 0.0;
-        const std::size_t c = static_cast<std::size_t>(channel_);
+        const auto c = static_cast<std::size_t>(channel_);
         for (std::size_t s = FirstPeqOf(c); s < FirstPeqOf(c) + PeqCountOf(c); ++s) {
             const Complex z(0.0, f / values_.PeqFrequency[s]);
             const double root_a = std::pow(10.0, values_.PeqGain[s] / 40.0);
@@ -142,7 +142,7 @@ class BestTime {
 template <class Work>
 void WithinLimit(benchmark::State& state, double limit_us, Work work) {
     BestTime time;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.SetIterationTime(time.Measure(work));
     }
     state.counters["best_us"] = 1e6 * time.Seconds();
@@ -154,7 +154,7 @@ template <class Work, class Plain>
 void AgainstPlain(benchmark::State& state, double limit_us, Work work, Plain plain) {
     BestTime time;
     BestTime plain_time;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.SetIterationTime(time.Measure(work));
         plain_time.Measure(plain);
     }

@@ -25,7 +25,7 @@ double Seconds(Clock::duration duration) {
 
 /// Speakers.cfg with one flagged device of the ID 1.
 std::vector<std::uint8_t> OneDemoDevice() {
-    std::vector<std::uint8_t> bytes(33 * 128);
+    std::vector<std::uint8_t> bytes(std::size_t{33} * 128);
     bytes[128] = 1;
     bytes[128 + 20] = 1;
     return bytes;
@@ -33,7 +33,7 @@ std::vector<std::uint8_t> OneDemoDevice() {
 
 /// From the start to the connection dialog on the screen, less the splash window's two seconds.
 void StartToConnectionDialog(benchmark::State& state) {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const nrv::testing::TestFolder folder;
         const auto before = Clock::now();
         nrv::testing::ScriptedBoxes boxes;
@@ -64,7 +64,7 @@ BENCHMARK(StartToConnectionDialog)->UseManualTime()->Unit(benchmark::kMillisecon
 
 /// From the double click to the first control window painted, in demo mode.
 void FirstControlWindow(benchmark::State& state) {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const nrv::testing::TestFolder folder;
         folder.Write("Speakers.cfg", OneDemoDevice());
         nrv::testing::ScriptedBoxes boxes;

@@ -73,7 +73,7 @@ class CommandsOnTheRackTest : public RackTest {
     }
     /// What the last event made the device hear and hold, against what it should.
     QString Fault(const std::vector<simulator::Frame>& expected) {
-        const QString frames = Difference(desk_->TakeFrames(), expected);
+        QString frames = Difference(desk_->TakeFrames(), expected);
         if (!frames.isEmpty()) {
             return frames;
         }
@@ -216,7 +216,7 @@ void CommandsOnTheRackTest::EveryDelayIsOneFrameByArrowsAndByTyping() {
         desk_->ShowTab(tab == controls::GainsTab ? int(controls::DelaysTab) : tab);
         const int channel = i % 8;
         const std::size_t place = ImageLayout::Delay(channel);
-        const std::size_t twin = static_cast<std::size_t>((i + 8) % 16);
+        const auto twin = static_cast<std::size_t>((i + 8) % 16);
         int coarse = 256 * At(place) + At(place + 1);
         int fine = At(place + 2);
         coarse = Click("UpDown2", i, coarse, 1250);
@@ -325,7 +325,7 @@ void CommandsOnTheRackTest::EditAtRandom(std::mt19937& random) {
 /// Where the window, the stores and the device do not say the same, by the layout of the image; empty when they do.
 QString CommandsOnTheRackTest::Disagreement() {
     const simulator::PresetBody live = desk_->Live(Id);
-    const QString stores = ImageDifference(desk_->Image(Id).PresetBody, live);
+    QString stores = ImageDifference(desk_->Image(Id).PresetBody, live);
     if (!stores.isEmpty()) {
         return stores;
     }
@@ -333,7 +333,7 @@ QString CommandsOnTheRackTest::Disagreement() {
     controls::FrmCtrl& form = Form();
     const auto agree = [](double one, double other) { return std::abs(one - other) < 1e-9; };
     for (int channel = 0; channel < 8; ++channel) {
-        const std::size_t c = static_cast<std::size_t>(channel);
+        const auto c = static_cast<std::size_t>(channel);
         const int gain = live[ImageLayout::Gain(channel)];
         const std::size_t delay = ImageLayout::Delay(channel);
         const int coarse = 256 * live[delay] + live[delay + 1];
@@ -359,8 +359,8 @@ QString CommandsOnTheRackTest::Disagreement() {
         }
         for (int section = 0; section < ImageLayout::PeqCount(channel); ++section) {
             const std::size_t p = ImageLayout::Peq(channel, section);
-            const std::size_t s =
-                static_cast<std::size_t>((channel < 2 ? 10 * channel : 20 + 4 * (channel - 2)) + section);
+            const int number = (channel < 2 ? 10 * channel : 20 + 4 * (channel - 2)) + section;
+            const auto s = static_cast<std::size_t>(number);
             if (!agree(values.PeqGain[s], live[p + 4] / 5.0 - 15.0) ||
                 !agree(values.PeqBandwidth[s], (live[p + 2] + 1) / 20.0) ||
                 values.PeqFrequency[s] != model::FrequencyTable[live[p + 1]] ||

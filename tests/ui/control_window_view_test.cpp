@@ -171,7 +171,9 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
         const QRect strip = Find<QTabBar>("SSTab1")->geometry();
         for (int tab = 0; tab < controls::TabCount; ++tab) {
             const auto* page = view_->findChild<QWidget*>(QStringLiteral("Page(%1)").arg(tab));
-            QVERIFY(page != nullptr);
+            if (page == nullptr) {
+                QFAIL("a page is missing");
+            }
             QVERIFY(page->y() >= strip.bottom());
             QVERIFY(view_->rect().contains(page->geometry()));
         }

@@ -47,9 +47,9 @@ Frame PeqFrame(int id, int channel, int section, int frequency, int bandwidth, i
 /// The frequencies of a curve by the rule of the walk.
 std::vector<double> WalkedFrequencies() {
     std::vector<double> all;
-    for (double f = 10.0; f <= 20000.0; f += 1.0) {
-        if (f > 799.0 && f < 20000.0) {
-            f = std::min(f + 20.0, 20000.0);
+    for (int f = 10; f <= 20000; ++f) {
+        if (f > 799 && f < 20000) {
+            f = std::min(f + 20, 20000);
         }
         all.push_back(f);
     }
@@ -106,7 +106,8 @@ QString CurveFault(const QImage& picture, const QColor& ink, const std::vector<d
 }
 
 std::vector<double> Flat(double level) {
-    return std::vector<double>(WalkedFrequencies().size(), level);
+    std::vector<double> levels(WalkedFrequencies().size(), level);
+    return levels;
 }
 
 /// Counts how often a widget was painted.

@@ -71,7 +71,7 @@ void LostAndFoundTest::ADoubleClickInTheFirstSecondAsksToConnect() {
     QFETCH(bool, demo);
     SetUp(OneDevice());
     // The first of 33 records of eleven words is found.
-    std::vector<std::uint8_t> speakers(33 * 22);
+    std::vector<std::uint8_t> speakers(std::size_t{33} * 22);
     speakers[20] = 1;
     desk_->Folder().Write("Speakers.cfg", speakers);
     BoxAnswers boxes;

@@ -86,7 +86,7 @@ class Witness {
         }
         facts.emplace_back("DeviceUnconnected", logic.State.DeviceUnconnected[row] ? "yes" : "no");
         const auto& slot = logic.Windows.WindowSlots[static_cast<std::size_t>(slot_)];
-        facts.emplace_back("slot", std::to_string(slot.InUse) + " " + std::to_string(slot.DeviceId));
+        facts.emplace_back("slot", std::to_string(slot.InUse ? 1 : 0) + " " + std::to_string(slot.DeviceId));
     }
     void AddWindow(Facts& facts) const {
         QMdiSubWindow* window = desk_.Window(slot_);

@@ -178,7 +178,7 @@ class ToolDialogsTest : public ToolDialogFixture {
 
     void the_buttons_reach_their_record() {
         std::vector<std::string> clicked;
-        const auto hear = [&clicked](Button& button, std::string name) {
+        const auto hear = [&clicked](Button& button, const std::string& name) {
             button.Clicked = [&clicked, name] { clicked.push_back(name); };
         };
         std::vector<std::string> expected;
@@ -200,7 +200,7 @@ class ToolDialogsTest : public ToolDialogFixture {
         hear(forms_->CopyOut.Command1, "copy out");
         const auto copy = Open(ToolDialog::CopyOutput);
         QTest::mouseClick(Find<QPushButton>(*copy, "Command1"), Qt::LeftButton);
-        expected.push_back("copy out");
+        expected.emplace_back("copy out");
         QCOMPARE(clicked, expected);
     }
 
@@ -341,7 +341,7 @@ class ToolDialogsTest : public ToolDialogFixture {
         FrmStore& store = forms_->Store;
         store.List1.Chosen = [&] { heard.push_back("chosen " + std::to_string(store.List1.Index())); };
         store.List1.DoubleClicked = [&] {
-            heard.push_back("double click");
+            heard.emplace_back("double click");
             store.Text1.SetText(store.List1.ShownText());
             store.Combo1.Select(store.List1.Shown());
         };

@@ -219,7 +219,7 @@ class WindowHostTest : public QObject {
                             [] { return true; }});
         }
         ui::QtWindowHost* operator->() { return &host; }
-        static QWidget& MainWindow() {
+        QWidget& MainWindow() const {
             const QWidgetList all = QApplication::topLevelWidgets();
             for (QWidget* widget : all) {
                 if (widget->objectName() == Name("MDIFrmMain")) {

@@ -1,4 +1,5 @@
 #include "controls/observed.h"
+#include "ports/numbering.h"
 #include "session/program_fixture.h"
 #include "window/monitor.h"
 
@@ -33,7 +34,7 @@ class MonitorTest : public ProgramTest {
     int Lit(int channel, int slot = 0) {
         int lit = 0;
         for (int lamp = 0; lamp < 6; ++lamp) {
-            if (Window(slot).Shape1[static_cast<std::size_t>(6 * channel + lamp)].Lit()) {
+            if (Window(slot).Shape1[At(6 * channel + lamp)].Lit()) {
                 if (lit != lamp) {
                     return -1;
                 }
