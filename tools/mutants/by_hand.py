@@ -3,11 +3,12 @@
 
     tools/mutants/by_hand.py [--only PART_OF_A_NAME] [--first N] [--page] [--check]
 
-tools/mutants/by_hand.txt lists what is broken and which test is to fail; its head tells how. All is built in a copy below
-build/mutants/by_hand. First the whole tree as it is has to pass; then each entry is put in, what the test needs is built, the
-named tests run, and if they pass the whole of their program. The table goes to build/mutants/by_hand/result.tsv: name,
-place, and the test that failed, SURVIVED, or why it cannot matter. --page writes it as the last chapter of
-docs/tested_behaviour.md, --check only looks for the texts, --first begins at the entry of that number.
+tools/mutants/by_hand.txt lists what is broken and which test is to fail; its head tells how. All is built in a copy
+below build/mutants/by_hand. First the tests have to pass on the tree as it is; then each entry is put in, what its tests
+need is built, the named tests run, and if they pass the whole of their program. The table goes to
+build/mutants/by_hand/result.tsv: name, place, and the test that failed, SURVIVED, or why it cannot matter. --page writes
+it as the last chapter of docs/tested_behaviour.md, --check only looks for the texts, --first begins at the entry of that
+number.
 """
 
 import argparse
@@ -125,7 +126,8 @@ def copy_tree():
 
 def configure():
     launcher = ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
-    run = subprocess.run(["cmake", "--preset", "release", "-B", BUILD, *launcher], cwd=COPY, capture_output=True, text=True)
+    run = subprocess.run(["cmake", "--preset", "release", "-B", BUILD, *launcher], cwd=COPY, capture_output=True,
+                         text=True)
     if run.returncode != 0:
         sys.exit(run.stdout + run.stderr)
 
@@ -140,8 +142,8 @@ def program_path(program):
 
 def build(programs):
     """What the compiler said, or None when all went well."""
-    run = subprocess.run(["ninja", "-C", BUILD, *sorted({target_of(program) for program in programs})],
-                         capture_output=True, text=True)
+    targets = sorted({target_of(program) for program in programs})
+    run = subprocess.run(["ninja", "-C", BUILD, "-j", str(os.cpu_count()), *targets], capture_output=True, text=True)
     return None if run.returncode == 0 else run.stdout[-3000:] + run.stderr[-1000:]
 
 
@@ -169,7 +171,8 @@ def run_tests(program, names):
         raise ValueError(f"no test of {program} is named {' '.join(names)}")
     if process.returncode == 0:
         return None
-    failed = re.search(r"\[  FAILED  \] ([\w./]+)", output) if in_google else re.search(r"^FAIL!\s+: (\w+::\w+)", output, re.M)
+    mark = r"^\[  FAILED  \] ([\w./]+)" if in_google else r"^FAIL!\s+: (\w+::\w+)"
+    failed = re.search(mark, output, re.M)
     return failed[1] if failed else f"{program}: ended with {process.returncode}{last_begun(output)}"
 
 
@@ -224,7 +227,7 @@ def write_page(rows):
     caught = sum(1 for row in rows if not row[2].startswith("cannot matter"))
     lines = [CHAPTER, "",
              "What `tools/mutants/by_hand.py` broke, one after the other, and the test that failed first. Of "
-             f"{len(rows)} changes {caught} were found; the others cannot matter, for the reason given.", "",
+             f"{len(rows)} changes {caught} were", "found; the others cannot matter, for the reason given.", "",
              "| Broken | Where | Found by |", "|---|---|---|"]
     for name, place, verdict in rows:
         found = verdict if verdict.startswith("cannot matter") else f"`{verdict}`"
