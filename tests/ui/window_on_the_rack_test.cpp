@@ -15,7 +15,6 @@
 using namespace nrv;
 using namespace nrv::test;
 using driver::BoxAnswers;
-using driver::FindAs;
 using simulator::Levels;
 using testing::ImageLayout;
 

@@ -31,7 +31,7 @@ QLabel* AddLabel(QWidget* parent, const QString& text, const QRect& place, int p
 } // namespace
 
 SplashWindow::SplashWindow(controls::FrmSplash& record, const controls::EventEntry& entry)
-    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), record_(record) {
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) {
     setObjectName(QStringLiteral("frmSplash"));
     setFixedSize(WindowSize);
     BindForm(record.Window, *this, *this);

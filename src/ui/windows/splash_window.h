@@ -15,9 +15,6 @@ class SplashWindow : public QWidget {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-
-  private:
-    controls::FrmSplash& record_;
 };
 
 } // namespace nrv::ui
