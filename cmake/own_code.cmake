@@ -15,7 +15,9 @@ target_compile_options(nrv718_own_code INTERFACE
 # What every test is built with: it runs for moments, and its time goes by in the compiler.
 add_library(nrv718_test_code INTERFACE)
 target_link_libraries(nrv718_test_code INTERFACE nrv718_own_code)
-target_compile_options(nrv718_test_code INTERFACE $<$<CONFIG:Release>:-O0>)
+target_compile_options(nrv718_test_code INTERFACE $<$<CONFIG:Release>:-O0>
+  # A tenth of that time went by in collecting garbage among 128 MB.
+  "$<$<CXX_COMPILER_ID:GNU>:SHELL:--param ggc-min-heapsize=1000000 --param ggc-min-expand=100>")
 
 if(NRV718_SANITIZERS)
   set(CMAKE_REQUIRED_FLAGS "-fsanitize=${NRV718_SANITIZERS}")

@@ -205,6 +205,11 @@ void Line::NoteWhoIsThere() {
     if (Hear() == Pty::ReadSize) {
         pty_->DiscardRead();
     }
+    // Whoever opened it meanwhile may have sent what was just heard.
+    pty_->UpdateOpenCount();
+    if (pty_->OpenElsewhere()) {
+        return;
+    }
     fresh_.clear();
     reader_ = FrameReader();
 }

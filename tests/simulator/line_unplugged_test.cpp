@@ -78,7 +78,8 @@ TEST_F(UnpluggedLine, ObeysOrdersFromTheConsole) {
     EXPECT_EQ(RunCommand(line_, "unplug", quit), "");
     EXPECT_EQ(folder_.Entries(), 0U);
     EXPECT_EQ(RunCommand(line_, "list", quit), "ID 5   NRV-718  ID 05 \n");
-    EXPECT_EQ(RunCommand(line_, "replug", quit), "plugged in on " + line_.DevicePath() + "\n");
+    const std::string said = RunCommand(line_, "replug", quit);
+    EXPECT_EQ(said, "plugged in on " + line_.DevicePath() + "\n");
     Terminal terminal(Link());
     EXPECT_EQ(RunCommand(line_, "reboot 5 150 factory", quit), "");
     terminal.Send(Request(5, {}));
