@@ -212,7 +212,7 @@ TEST_F(ControlWindowInventory, EqualiserSections) {
         EXPECT_EQ(form.UpDown3[s].Maximum(), 59);
         EXPECT_EQ(form.Label5[s].Caption(), numbers[s]) << s;
     }
-    for (const Frame& frame : form.Frame5) {
+    for (const controls::Frame& frame : form.Frame5) {
         EXPECT_EQ(frame.Caption(), "PEQ");
     }
 }

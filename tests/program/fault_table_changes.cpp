@@ -6,7 +6,6 @@ namespace nrv::testing {
 namespace {
 
 using L = ImageLayout;
-constexpr int Id = FaultWorld::Front;
 
 /// A change by one user's event in the front window.
 FaultOperation Change(std::string name, std::function<void(controls::FrmCtrl&)> event,
@@ -22,18 +21,18 @@ FaultOperation Change(std::string name, std::function<void(controls::FrmCtrl&)> 
 }
 
 std::uint8_t BodyByte(FaultWorld& at, std::size_t place) {
-    return at.Image(Id).PresetBody[place];
+    return at.Image(FaultWorld::Front).PresetBody[place];
 }
 
 FaultOperation Gain() {
     return Change(
         "Gain", [](controls::FrmCtrl& form) { form.Slider1[2].UserMove(50); },
         [](FaultWorld&) {
-            return OneStep(Id, {1, 2, 0, 0, 0, 0, 0, 0, 70});
+            return OneStep(FaultWorld::Front, {1, 2, 0, 0, 0, 0, 0, 0, 70});
         },
         [](Expectation& e) {
-            e.Values(Id).ChannelGain[2] = 2.0;
-            e.Image(Id).PresetBody[L::Gain(2)] = 70;
+            e.Values(FaultWorld::Front).ChannelGain[2] = 2.0;
+            e.Image(FaultWorld::Front).PresetBody[L::Gain(2)] = 70;
         });
 }
 
@@ -59,11 +58,11 @@ FaultOperation Delay() {
         "Delay", [](controls::FrmCtrl& form) { form.UpDown1[3].UserStep(5); },
         [](FaultWorld& at) {
             const std::size_t field = L::Delay(3);
-            return OneStep(Id, {2, 3, 0, 0, 0, 0, BodyByte(at, field), BodyByte(at, field + 1), 25});
+            return OneStep(FaultWorld::Front, {2, 3, 0, 0, 0, 0, BodyByte(at, field), BodyByte(at, field + 1), 25});
         },
         [](Expectation& e) {
-            e.Values(Id).DelayFine[3] = 25;
-            e.Image(Id).PresetBody[L::Delay(3) + 2] = 25;
+            e.Values(FaultWorld::Front).DelayFine[3] = 25;
+            e.Image(FaultWorld::Front).PresetBody[L::Delay(3) + 2] = 25;
         });
     operation.Prepare = [](FaultWorld& at) {
         at.Window(FaultWorld::FrontSlot).UpDown1[3].SetPosition(20);
@@ -79,12 +78,12 @@ FaultOperation Phase() {
     FaultOperation operation = Change(
         "Phase", [](controls::FrmCtrl& form) { form.Check2[4].UserToggle(); },
         [](FaultWorld& at) {
-            return OneStep(Id, {3, 4, 0, 0, 0, 0, 0, 0, 1 - BodyByte(at, L::Phase(4))});
+            return OneStep(FaultWorld::Front, {3, 4, 0, 0, 0, 0, 0, 0, 1 - BodyByte(at, L::Phase(4))});
         },
         [](Expectation& e) {
-            std::uint8_t& phase = e.Image(Id).PresetBody[L::Phase(4)];
+            std::uint8_t& phase = e.Image(FaultWorld::Front).PresetBody[L::Phase(4)];
             phase = static_cast<std::uint8_t>(1 - phase);
-            e.Values(Id).ChannelPhase[4] = phase;
+            e.Values(FaultWorld::Front).ChannelPhase[4] = phase;
         });
     operation.AlsoSee = [](FaultWorld& at, const Expectation& e) {
         const controls::FrmCtrl& form = at.Window(FaultWorld::FrontSlot);
@@ -98,12 +97,13 @@ FaultOperation Mute() {
     FaultOperation operation = Change(
         "Mute", [](controls::FrmCtrl& form) { form.Check1[5].UserToggle(); },
         [](FaultWorld&) {
-            return StepsOf({FrameTo(Id, {9, 5, 0, 0, 0, 0, 0, 0, 1}), FrameTo(Id, {0x11, 0, 18, 0, 0, 0x39})});
+            return StepsOf({FrameTo(FaultWorld::Front, {9, 5, 0, 0, 0, 0, 0, 0, 1}),
+                            FrameTo(FaultWorld::Front, {0x11, 0, 18, 0, 0, 0x39})});
         },
         [](Expectation& e) {
-            e.Values(Id).ChannelMute[5] = 1.0;
+            e.Values(FaultWorld::Front).ChannelMute[5] = 1.0;
             if (e.Passed(0)) {
-                PutMutes(e.Image(Id), 0x39);
+                PutMutes(e.Image(FaultWorld::Front), 0x39);
             }
         });
     operation.Exchanges = 2;
@@ -117,11 +117,11 @@ FaultOperation Crossover() {
     FaultOperation operation = Change(
         "Crossover", [](controls::FrmCtrl& form) { form.Combo2[3].UserSelect(7); },
         [](FaultWorld& at) {
-            return OneStep(Id, {4, 3, 1, 0, 0, 0, 0, BodyByte(at, L::Crossover(1, 1) + 1), 7});
+            return OneStep(FaultWorld::Front, {4, 3, 1, 0, 0, 0, 0, BodyByte(at, L::Crossover(1, 1) + 1), 7});
         },
         [](Expectation& e) {
-            e.Values(Id).CrossoverSlope[3] = 7;
-            e.Image(Id).PresetBody[L::Crossover(1, 1) + 2] = 7;
+            e.Values(FaultWorld::Front).CrossoverSlope[3] = 7;
+            e.Image(FaultWorld::Front).PresetBody[L::Crossover(1, 1) + 2] = 7;
         });
     operation.Prepare = [](FaultWorld& at) { EXPECT_NE(at.Window(FaultWorld::FrontSlot).Combo2[3].Index(), 7); };
     return operation;
@@ -132,11 +132,11 @@ FaultOperation Peq() {
         "Peq", [](controls::FrmCtrl& form) { form.Slider2[23].UserMove(60); },
         [](FaultWorld& at) {
             const std::size_t block = L::Peq(2, 3);
-            return OneStep(Id, {5, 2, 3, 0, 0, BodyByte(at, block + 1), BodyByte(at, block + 2), 0, 90});
+            return OneStep(FaultWorld::Front, {5, 2, 3, 0, 0, BodyByte(at, block + 1), BodyByte(at, block + 2), 0, 90});
         },
         [](Expectation& e) {
-            e.Values(Id).PeqGain[23] = 3.0;
-            e.Image(Id).PresetBody[L::Peq(2, 3) + 4] = 90;
+            e.Values(FaultWorld::Front).PeqGain[23] = 3.0;
+            e.Image(FaultWorld::Front).PresetBody[L::Peq(2, 3) + 4] = 90;
         });
 }
 
@@ -145,11 +145,11 @@ FaultOperation Tone() {
         "Tone", [](controls::FrmCtrl& form) { form.Slider3[4].UserMove(19); },
         [](FaultWorld& at) {
             const std::size_t block = L::Tone(2, 0);
-            return OneStep(Id, {6, 2, 0, 0, 0, BodyByte(at, block + 1), BodyByte(at, block + 2), 0, 17});
+            return OneStep(FaultWorld::Front, {6, 2, 0, 0, 0, BodyByte(at, block + 1), BodyByte(at, block + 2), 0, 17});
         },
         [](Expectation& e) {
-            e.Values(Id).ToneGain[4] = -3.5;
-            e.Image(Id).PresetBody[L::Tone(2, 0) + 4] = 17;
+            e.Values(FaultWorld::Front).ToneGain[4] = -3.5;
+            e.Image(FaultWorld::Front).PresetBody[L::Tone(2, 0) + 4] = 17;
         });
 }
 
@@ -158,11 +158,11 @@ FaultOperation Threshold() {
         "Threshold", [](controls::FrmCtrl& form) { form.Slider4[3].UserMove(49); },
         [](FaultWorld& at) {
             const std::size_t block = L::Dynamics(3);
-            return OneStep(Id, {7, 3, 0, 0, 0, BodyByte(at, block), BodyByte(at, block + 1), 0, 11});
+            return OneStep(FaultWorld::Front, {7, 3, 0, 0, 0, BodyByte(at, block), BodyByte(at, block + 1), 0, 11});
         },
         [](Expectation& e) {
-            e.Values(Id).LimiterThreshold[3] = 11;
-            e.Image(Id).PresetBody[L::Dynamics(3) + 3] = 11;
+            e.Values(FaultWorld::Front).LimiterThreshold[3] = 11;
+            e.Image(FaultWorld::Front).PresetBody[L::Dynamics(3) + 3] = 11;
         });
 }
 
@@ -178,12 +178,12 @@ FaultOperation Source() {
         at.InWindow(FaultWorld::FrontSlot, [&] { at.Window(FaultWorld::FrontSlot).Combo3[1].UserSelect(chosen); });
     };
     operation.Steps = [](FaultWorld& at) {
-        return OneStep(Id, {8, 3, 0, 0, 0, 0, 0, 0, OtherSource(BodyByte(at, L::Source(1)))});
+        return OneStep(FaultWorld::Front, {8, 3, 0, 0, 0, 0, 0, 0, OtherSource(BodyByte(at, L::Source(1)))});
     };
     operation.Expect = [](Expectation& e) {
-        std::uint8_t& source = e.Image(Id).PresetBody[L::Source(1)];
+        std::uint8_t& source = e.Image(FaultWorld::Front).PresetBody[L::Source(1)];
         source = static_cast<std::uint8_t>(OtherSource(source));
-        e.Values(Id).OutputSource[1] = source;
+        e.Values(FaultWorld::Front).OutputSource[1] = source;
     };
     return operation;
 }
@@ -192,11 +192,11 @@ FaultOperation Master() {
     return Change(
         "Master", [](controls::FrmCtrl& form) { form.Slider100.UserMove(61); },
         [](FaultWorld&) {
-            return OneStep(Id, {0x0C, 0, 0, 0, 0, 0, 0, 0, 59});
+            return OneStep(FaultWorld::Front, {0x0C, 0, 0, 0, 0, 0, 0, 0, 59});
         },
         [](Expectation& e) {
-            e.Values(Id).MasterGain = -0.2;
-            e.Image(Id).PresetBody[L::Master] = 59;
+            e.Values(FaultWorld::Front).MasterGain = -0.2;
+            e.Image(FaultWorld::Front).PresetBody[L::Master] = 59;
         });
 }
 
@@ -204,12 +204,12 @@ FaultOperation InputType() {
     return Change(
         "InputType", [](controls::FrmCtrl& form) { form.Combo4.UserSelect(0); },
         [](FaultWorld&) {
-            return OneStep(Id, {0x0D, 0, 0, 0, 0, 0, 0, 0, 0});
+            return OneStep(FaultWorld::Front, {0x0D, 0, 0, 0, 0, 0, 0, 0, 0});
         },
         [](Expectation& e) {
-            e.Values(Id).InputType = 0;
+            e.Values(FaultWorld::Front).InputType = 0;
             e.After.Stores->LastInputType = 0;
-            e.Image(Id).SystemPage[16] = 0x20;
+            e.Image(FaultWorld::Front).SystemPage[16] = 0x20;
         });
 }
 
@@ -217,11 +217,11 @@ FaultOperation Unit() {
     FaultOperation operation = Change(
         "Unit", [](controls::FrmCtrl& form) { form.Option1[1].Select(); },
         [](FaultWorld&) {
-            return OneStep(Id, {0x11, 0, 16, 0, 0, 0x70});
+            return OneStep(FaultWorld::Front, {0x11, 0, 16, 0, 0, 0x70});
         },
         [](Expectation& e) {
-            e.Values(Id).DelayUnit = 1;
-            e.Image(Id).SystemPage[16] = 0x70;
+            e.Values(FaultWorld::Front).DelayUnit = 1;
+            e.Image(FaultWorld::Front).SystemPage[16] = 0x70;
         });
     operation.AlsoSee = [](FaultWorld& at, const Expectation& e) {
         const std::string& text = at.Window(FaultWorld::FrontSlot).Text2[0].Text();
@@ -237,15 +237,15 @@ FaultOperation Flat() {
             std::vector<Frame> frames;
             for (int section = 0; section < 10; ++section) {
                 const std::size_t block = L::Peq(1, section);
-                frames.push_back(
-                    FrameTo(Id, {5, 1, section, 0, 0, BodyByte(at, block + 1), BodyByte(at, block + 2), 0, 75}));
+                frames.push_back(FrameTo(
+                    FaultWorld::Front, {5, 1, section, 0, 0, BodyByte(at, block + 1), BodyByte(at, block + 2), 0, 75}));
             }
             return StepsOf(frames);
         },
         [](Expectation& e) {
             for (int section = 0; section < 10; ++section) {
-                e.Values(Id).PeqGain[static_cast<std::size_t>(section) + 10] = 0.0;
-                e.Image(Id).PresetBody[L::Peq(1, section) + 4] = 75;
+                e.Values(FaultWorld::Front).PeqGain[static_cast<std::size_t>(section) + 10] = 0.0;
+                e.Image(FaultWorld::Front).PresetBody[L::Peq(1, section) + 4] = 75;
             }
         });
     operation.Exchanges = 10;

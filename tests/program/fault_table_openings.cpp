@@ -132,11 +132,11 @@ void ExpectOpened(Expectation& e, int slot, int id) {
 }
 
 void ExpectFirstOpening(Expectation& e) {
-    constexpr int Id = FaultWorld::Closed;
+    constexpr int id = FaultWorld::Closed;
     if (e.Stopped && e.Through == 0) {
         e.After.LoadingNotice = true; // until the next window opens; that is meant
         if (e.PortWent()) {
-            e.After.Checked[Id] = true;
+            e.After.Checked[id] = true;
             e.After.Status = "The device was not opened. The port went away.";
             return;
         }
@@ -145,12 +145,12 @@ void ExpectFirstOpening(Expectation& e) {
         e.After.Status = "ID:7 does not answer; its window was not opened. Double-click its row to try again.";
         return;
     }
-    e.After.Checked[Id] = true;
-    PageReading(e, Id).From(1);
+    e.After.Checked[id] = true;
+    PageReading(e, id).From(1);
     if (e.Stopped) {
-        e.Report(Operation::NoSlot, Id, "");
+        e.Report(Operation::NoSlot, id, "");
     }
-    ExpectOpened(e, FaultWorld::NewSlot, Id);
+    ExpectOpened(e, FaultWorld::NewSlot, id);
 }
 
 FaultOperation FirstOpening() {
@@ -179,29 +179,29 @@ constexpr std::size_t ReconnectRow = 1;
 
 /// False when the operation ended in the label.
 bool ExpectLabel(Expectation& e, int slot) {
-    constexpr int Id = FaultWorld::Front;
-    const DevicesOnLine::Device& device = PageReading::FaultWorldDevice(Id);
-    std::string& label = e.After.Labels[Id];
+    constexpr int id = FaultWorld::Front;
+    const DevicesOnLine::Device& device = PageReading::FaultWorldDevice(id);
+    std::string& label = e.After.Labels[id];
     label.clear();
     for (int n = 0; n < 16; ++n) {
         if (!e.Passed(LabelStep + n)) {
-            e.Report(slot, Id, "its opening stopped");
+            e.Report(slot, id, "its opening stopped");
             return false;
         }
         label += static_cast<char>(ByteRead(e, device, LabelStep + n, 32 + n));
     }
     e.After.Rows[ReconnectRow] = label + "  ID:5";
-    e.After.Unconnected[Id] = false;
+    e.After.Unconnected[id] = false;
     return true;
 }
 
 /// False when the operation ended in the image.
 bool ExpectImage(Expectation& e) {
-    constexpr int Id = FaultWorld::Front;
-    const Body before = BodyOf(e.Image(Id));
+    constexpr int id = FaultWorld::Front;
+    const Body before = BodyOf(e.Image(id));
     if (!e.Passed(ImageStep)) {
         if (e.PortWent()) {
-            PutBody(e.Image(Id), StaleBody(before, e.After.Labels[Id].back()));
+            PutBody(e.Image(id), StaleBody(before, e.After.Labels[id].back()));
             e.After.Status = "The device was not opened. The port is absent.";
         } else {
             e.EndByTimeOut();
@@ -215,30 +215,30 @@ bool ExpectImage(Expectation& e) {
     } else {
         std::ranges::copy(preset, body.begin());
     }
-    PutBody(e.Image(Id), body);
+    PutBody(e.Image(id), body);
     return true;
 }
 
 /// `slot` is that of a window of the device that still stands.
 void ExpectReconnect(Expectation& e, int slot) {
-    constexpr int Id = FaultWorld::Front;
-    e.After.Found[Id] = e.Passed(0);
+    constexpr int id = FaultWorld::Front;
+    e.After.Found[id] = e.Passed(0);
     if (!e.Passed(0)) {
         e.After.Boxes.push_back({"Communication problem", "Device unconnected"});
         return;
     }
-    e.After.DeviceRow[Id] = 0; // and not its row; that is meant
+    e.After.DeviceRow[id] = 0; // and not its row; that is meant
     if (!ExpectLabel(e, slot) || !ExpectImage(e)) {
         return;
     }
     if (slot != Operation::NoSlot) {
         e.Remove(slot);
     }
-    PageReading(e, Id).From(PageStep);
+    PageReading(e, id).From(PageStep);
     if (e.Stopped) {
-        e.Report(Operation::NoSlot, Id, "");
+        e.Report(Operation::NoSlot, id, "");
     }
-    ExpectOpened(e, FaultWorld::FrontSlot, Id);
+    ExpectOpened(e, FaultWorld::FrontSlot, id);
 }
 
 FaultOperation Reconnect() {

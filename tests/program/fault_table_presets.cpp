@@ -10,12 +10,10 @@ namespace nrv::testing {
 namespace {
 
 using L = ImageLayout;
-constexpr int Id = FaultWorld::Front;
-constexpr int Slot = FaultWorld::FrontSlot;
 constexpr const char* FileName = "Stage.n91";
 
 std::string& FrontTitle(Expectation& e) {
-    return e.After.Titles[Slot];
+    return e.After.Titles[FaultWorld::FrontSlot];
 }
 
 /// A file whose option byte asks for all that a file cannot have: the lock, the mute option, another input type.
@@ -40,9 +38,10 @@ void ChooseFile(FaultWorld& at) {
 }
 
 std::vector<Step> LoadSteps(FaultWorld& at, bool option_on) {
-    LoadSituation situation{.Id = Id, .OptionBits = option_on ? 0x74 : 0x30, .OptionOn = option_on};
+    LoadSituation situation{.Id = FaultWorld::Front, .OptionBits = option_on ? 0x74 : 0x30, .OptionOn = option_on};
     for (int output = 0; output < 6; ++output) {
-        situation.SourcesBefore[static_cast<std::size_t>(output)] = at.Image(Id).PresetBody[L::Source(output)];
+        situation.SourcesBefore[static_cast<std::size_t>(output)] =
+            at.Image(FaultWorld::Front).PresetBody[L::Source(output)];
     }
     return StepsOf(LoadTrace(BodyOf(FileImage()), situation).Frames);
 }
@@ -52,7 +51,7 @@ void TakeNames(Expectation& e, const Body& body) {
     const int first = e.First(0x0E);
     for (int channel = 0; channel < 8; ++channel) {
         if (channel < 2 || e.Passed(first + channel - 2)) {
-            e.Names(Id)[static_cast<std::size_t>(channel)] = NameIn(body, channel);
+            e.Names(FaultWorld::Front)[static_cast<std::size_t>(channel)] = NameIn(body, channel);
         }
     }
 }
@@ -60,7 +59,8 @@ void TakeNames(Expectation& e, const Body& body) {
 FaultOperation Load() {
     FaultOperation operation;
     operation.Event = [](FaultWorld& at) {
-        at.InWindow(Slot, [&] { at.Window(Slot).Command2[controls::LoadPresetTool].UserClick(); });
+        at.InWindow(FaultWorld::FrontSlot,
+                    [&] { at.Window(FaultWorld::FrontSlot).Command2[controls::LoadPresetTool].UserClick(); });
     };
     operation.Called = "the load";
     operation.Counted = true;
@@ -76,15 +76,15 @@ FaultOperation LoadWithoutOption() {
     operation.Steps = [](FaultWorld& at) { return LoadSteps(at, false); };
     operation.Expect = [](Expectation& e) {
         const model::PresetImageRow file = FileImage();
-        e.Image(Id) = file;
-        e.Image(Id).SystemPage[16] = 0x30; // as the device has it
+        e.Image(FaultWorld::Front) = file;
+        e.Image(FaultWorld::Front).SystemPage[16] = 0x30; // as the device has it
         // Inputs sounding, outputs muted; the byte itself is stored with the first frame that went through.
-        TakeMutes(e.Values(Id), 0xFC);
+        TakeMutes(e.Values(FaultWorld::Front), 0xFC);
         if (e.Passed(0)) {
-            PutMutes(e.Image(Id), 0xFC);
+            PutMutes(e.Image(FaultWorld::Front), 0xFC);
         }
-        TakeParameters(e.Values(Id), file.PresetBody);
-        TakeNames(e, e.Image(Id).PresetBody);
+        TakeParameters(e.Values(FaultWorld::Front), file.PresetBody);
+        TakeNames(e, e.Image(FaultWorld::Front).PresetBody);
         e.Values(0).InputType = 1.0;
         if (!e.Stopped) {
             FrontTitle(e) = std::string("ID:5 NRV 916 - Last preset loaded: come from PC - ") + FileName;
@@ -99,8 +99,8 @@ FaultOperation LoadWithOption() {
     operation.Name = "LoadWithMutes";
     operation.Exchanges = 159; // the same, the update around them and the unit
     operation.Prepare = [](FaultWorld& at) {
-        at.line.Devices.at(Id).Memory[16] = 0x34;
-        at.InWindow(Slot, [&] { at.program.Control.QueryUnload(Slot); });
+        at.line.Devices.at(FaultWorld::Front).Memory[16] = 0x34;
+        at.InWindow(FaultWorld::FrontSlot, [&] { at.program.Control.QueryUnload(FaultWorld::FrontSlot); });
         at.DoubleClick(1);
         at.Forget();
         ChooseFile(at);
@@ -108,18 +108,18 @@ FaultOperation LoadWithOption() {
     operation.Steps = [](FaultWorld& at) { return LoadSteps(at, true); };
     operation.Expect = [](Expectation& e) {
         const model::PresetImageRow file = FileImage();
-        e.Image(Id) = file;
-        e.Image(Id).SystemPage[16] = 0x74;
+        e.Image(FaultWorld::Front) = file;
+        e.Image(FaultWorld::Front).SystemPage[16] = 0x74;
         e.Values(0).InputType = 1.0;
         if (!e.Passed(0)) {
             return; // nothing was applied
         }
-        TakeOptions(e.Values(Id), 0x74);
-        TakeMutes(e.Values(Id), file.PresetBody[L::Mutes]);
+        TakeOptions(e.Values(FaultWorld::Front), 0x74);
+        TakeMutes(e.Values(FaultWorld::Front), file.PresetBody[L::Mutes]);
         if (e.Passed(1)) {
-            PutMutes(e.Image(Id), file.PresetBody[L::Mutes]);
+            PutMutes(e.Image(FaultWorld::Front), file.PresetBody[L::Mutes]);
         }
-        TakeParameters(e.Values(Id), file.PresetBody);
+        TakeParameters(e.Values(FaultWorld::Front), file.PresetBody);
         TakeNames(e, file.PresetBody);
         if (!e.Stopped) {
             FrontTitle(e) = std::string("ID:5 NRV 916 - Last preset loaded: come from PC - ") + FileName;
@@ -131,14 +131,14 @@ FaultOperation LoadWithOption() {
 
 /// What a copy leaves: all parameters, and the mute byte if the first mute frame went through.
 void TakeCopy(Expectation& e, const Body& after, int destination) {
-    const std::uint8_t mutes_before = e.Image(Id).PresetBody[L::Mutes];
-    PutBody(e.Image(Id), after);
-    e.Image(Id).PresetBody[L::Mutes] = mutes_before;
-    TakeParameters(e.Values(Id), after);
+    const std::uint8_t mutes_before = e.Image(FaultWorld::Front).PresetBody[L::Mutes];
+    PutBody(e.Image(FaultWorld::Front), after);
+    e.Image(FaultWorld::Front).PresetBody[L::Mutes] = mutes_before;
+    TakeParameters(e.Values(FaultWorld::Front), after);
     const int mutes = after[L::Mutes];
-    e.Values(Id).ChannelMute[static_cast<std::size_t>(destination)] = (mutes >> destination) & 1;
+    e.Values(FaultWorld::Front).ChannelMute[static_cast<std::size_t>(destination)] = (mutes >> destination) & 1;
     if (e.Passed(e.First(9))) {
-        PutMutes(e.Image(Id), mutes);
+        PutMutes(e.Image(FaultWorld::Front), mutes);
     }
 }
 
@@ -151,12 +151,12 @@ FaultOperation CopyIn() {
                         [&at] { at.InDialog([&] { at.world.Forms.CopyIn.Command1[0].UserClick(); }); });
     };
     const auto copied = [](const Body& before) {
-        CopyTrace trace(before, Id);
+        CopyTrace trace(before, FaultWorld::Front);
         trace.CopyInput(0, 1);
         return trace;
     };
-    operation.Steps = [copied](FaultWorld& at) { return StepsOf(copied(BodyOf(at.Image(Id))).Frames); };
-    operation.Expect = [copied](Expectation& e) { TakeCopy(e, copied(BodyOf(e.Image(Id))).After, 1); };
+    operation.Steps = [copied](FaultWorld& at) { return StepsOf(copied(BodyOf(at.Image(FaultWorld::Front))).Frames); };
+    operation.Expect = [copied](Expectation& e) { TakeCopy(e, copied(BodyOf(e.Image(FaultWorld::Front))).After, 1); };
     operation.Questions = {{"Copy InA to InB", AreYouSure}};
     operation.Called = "the copy";
     operation.Counted = true;
@@ -175,12 +175,12 @@ FaultOperation CopyOut() {
         });
     };
     const auto copied = [](const Body& before) {
-        CopyTrace trace(before, Id);
+        CopyTrace trace(before, FaultWorld::Front);
         trace.CopyOutput(0, 3);
         return trace;
     };
-    operation.Steps = [copied](FaultWorld& at) { return StepsOf(copied(BodyOf(at.Image(Id))).Frames); };
-    operation.Expect = [copied](Expectation& e) { TakeCopy(e, copied(BodyOf(e.Image(Id))).After, 5); };
+    operation.Steps = [copied](FaultWorld& at) { return StepsOf(copied(BodyOf(at.Image(FaultWorld::Front))).Frames); };
+    operation.Expect = [copied](Expectation& e) { TakeCopy(e, copied(BodyOf(e.Image(FaultWorld::Front))).After, 5); };
     operation.Questions = {{"Copy Output", AreYouSure}};
     operation.Called = "the copy";
     operation.Counted = true;
@@ -196,7 +196,7 @@ FaultOperation Store() {
     FaultOperation operation;
     operation.Name = "Store";
     operation.Exchanges = 450;
-    operation.Prepare = [](FaultWorld& at) { at.Image(Id).ViewState[18] = StoredAsMutes; };
+    operation.Prepare = [](FaultWorld& at) { at.Image(FaultWorld::Front).ViewState[18] = StoredAsMutes; };
     operation.Event = [](FaultWorld& at) {
         at.InToolDialog(controls::StorePresetTool, [&at] {
             controls::FrmStore& form = at.world.Forms.Store;
@@ -207,24 +207,25 @@ FaultOperation Store() {
     };
     operation.Steps = [](FaultWorld& at) {
         const auto write = [](int address, int value) {
-            return FrameTo(Id, {0x11, address / 256, address % 256, 0, 0, value});
+            return FrameTo(FaultWorld::Front, {0x11, address / 256, address % 256, 0, 0, value});
         };
         std::vector<Frame> frames{write(18, StoredAsMutes), write(48 + StoredPosition, 85)};
         for (int n = 0; n < 16; ++n) {
             frames.push_back(write(64 + 16 * StoredPosition + n, StoredName[static_cast<std::size_t>(n)]));
         }
         for (int n = 0; n < 432; ++n) {
-            frames.push_back(
-                write(640 + 432 * StoredPosition + n, at.Image(Id).PresetBody[static_cast<std::size_t>(n)]));
+            frames.push_back(write(640 + 432 * StoredPosition + n,
+                                   at.Image(FaultWorld::Front).PresetBody[static_cast<std::size_t>(n)]));
         }
         return StepsOf(frames);
     };
     operation.Expect = [](Expectation& e) {
-        e.Values(Id).PresetNames[StoredPosition] = StoredName;
-        std::ranges::copy(StoredName, e.Image(Id).SystemPage.begin() + 64 + std::ptrdiff_t{16} * StoredPosition);
-        PutMutes(e.Image(Id), 0x19);
+        e.Values(FaultWorld::Front).PresetNames[StoredPosition] = StoredName;
+        std::ranges::copy(StoredName,
+                          e.Image(FaultWorld::Front).SystemPage.begin() + 64 + std::ptrdiff_t{16} * StoredPosition);
+        PutMutes(e.Image(FaultWorld::Front), 0x19);
         if (e.Passed(1)) {
-            e.Values(Id).PresetUsed[StoredPosition] = 85;
+            e.Values(FaultWorld::Front).PresetUsed[StoredPosition] = 85;
         }
         if (!e.Stopped) {
             FrontTitle(e) = "ID:5 NRV-718 - Last preset loaded: come from DEVICE - " + StoredName;
@@ -244,13 +245,13 @@ FaultOperation Store() {
 constexpr int MutesToRead = 0xA6;
 
 void ExpectBulkFailure(Expectation& e) {
-    e.Image(Id).SystemPage[18] = MutesToRead;
+    e.Image(FaultWorld::Front).SystemPage[18] = MutesToRead;
     for (std::size_t channel = 2; channel < 8; ++channel) {
-        e.Values(Id).ChannelMute[channel] = (MutesToRead >> channel) & 1;
+        e.Values(FaultWorld::Front).ChannelMute[channel] = (MutesToRead >> channel) & 1;
     }
     if (e.PortWent()) {
-        PutBody(e.Image(Id), StaleBody(BodyOf(e.Image(Id)), MutesToRead));
-        e.Report(Slot, Id, "the read stopped");
+        PutBody(e.Image(FaultWorld::Front), StaleBody(BodyOf(e.Image(FaultWorld::Front)), MutesToRead));
+        e.Report(FaultWorld::FrontSlot, FaultWorld::Front, "the read stopped");
         // It is missed as it is to be opened for the next frames.
         e.After.Status.replace(0, std::string("The port went away").size(), "The port is absent");
         return;
@@ -260,14 +261,14 @@ void ExpectBulkFailure(Expectation& e) {
 
 void ExpectRead(Expectation& e) {
     if (e.Stopped && e.Through == 0) {
-        e.Report(Slot, Id, "the read stopped");
+        e.Report(FaultWorld::FrontSlot, FaultWorld::Front, "the read stopped");
         return;
     }
     if (e.Stopped) {
         ExpectBulkFailure(e);
         return;
     }
-    Body body = BodyOf(e.Image(Id));
+    Body body = BodyOf(e.Image(FaultWorld::Front));
     const Bytes preset = ShiftablePreset(3);
     if (e.Met.Kind == Fault::OtherAnswers && e.Met.At == 1) {
         body = ShiftedBody(body, preset);
@@ -275,12 +276,12 @@ void ExpectRead(Expectation& e) {
         std::ranges::copy(preset, body.begin());
     }
     body[L::Mutes] = 0xFC;
-    PutBody(e.Image(Id), body);
-    PutMutes(e.Image(Id), 0xFC);
-    TakeMutes(e.Values(Id), 0xFC);
-    TakeParameters(e.Values(Id), body);
+    PutBody(e.Image(FaultWorld::Front), body);
+    PutMutes(e.Image(FaultWorld::Front), 0xFC);
+    TakeMutes(e.Values(FaultWorld::Front), 0xFC);
+    TakeParameters(e.Values(FaultWorld::Front), body);
     for (int channel = 0; channel < 8; ++channel) {
-        e.Names(Id)[static_cast<std::size_t>(channel)] = NameIn(body, channel);
+        e.Names(FaultWorld::Front)[static_cast<std::size_t>(channel)] = NameIn(body, channel);
     }
     FrontTitle(e) = "ID:5 NRV-718 - Last preset loaded: come from DEVICE - Third of ID:5   ";
 }
@@ -290,8 +291,8 @@ FaultOperation Read() {
     operation.Name = "Read";
     operation.Exchanges = 2;
     operation.Prepare = [](FaultWorld& at) {
-        at.line.Devices.at(Id).Memory[18] = MutesToRead;
-        at.line.Devices.at(Id).Preset = ShiftablePreset(3);
+        at.line.Devices.at(FaultWorld::Front).Memory[18] = MutesToRead;
+        at.line.Devices.at(FaultWorld::Front).Preset = ShiftablePreset(3);
     };
     operation.Event = [](FaultWorld& at) {
         at.InToolDialog(controls::ReadPresetTool, [&at] {
@@ -300,8 +301,8 @@ FaultOperation Read() {
         });
     };
     operation.Steps = [](FaultWorld&) {
-        return std::vector<Step>{{FrameTo(Id, {0x10, 0, 18}), Exchange::Ordinary},
-                                 {FrameTo(Id, {0x0B, FaultWorld::UsedPosition}), Exchange::Bulk}};
+        return std::vector<Step>{{FrameTo(FaultWorld::Front, {0x10, 0, 18}), Exchange::Ordinary},
+                                 {FrameTo(FaultWorld::Front, {0x0B, FaultWorld::UsedPosition}), Exchange::Bulk}};
     };
     operation.Expect = ExpectRead;
     operation.OwnRoad = true;

@@ -6,8 +6,6 @@ namespace nrv::testing {
 namespace {
 
 using L = ImageLayout;
-constexpr int Id = FaultWorld::Front;
-constexpr int Slot = FaultWorld::FrontSlot;
 
 FaultOperation Names() {
     FaultOperation operation;
@@ -33,28 +31,28 @@ FaultOperation Names() {
         });
     };
     operation.Steps = [typed](FaultWorld& at) {
-        const auto names = typed(BodyOf(at.Image(Id)));
+        const auto names = typed(BodyOf(at.Image(FaultWorld::Front)));
         std::vector<Frame> frames;
         for (int channel = 2; channel < 8; ++channel) {
             std::vector<int> payload{0x0E, channel, 0};
             for (const char character : names[static_cast<std::size_t>(channel)]) {
                 payload.push_back(static_cast<std::uint8_t>(character));
             }
-            frames.push_back(FrameTo(Id, payload));
+            frames.push_back(FrameTo(FaultWorld::Front, payload));
         }
         return StepsOf(frames);
     };
     operation.Expect = [typed](Expectation& e) {
-        const auto names = typed(BodyOf(e.Image(Id)));
+        const auto names = typed(BodyOf(e.Image(FaultWorld::Front)));
         for (int channel = 2; channel < 8; ++channel) {
             const auto c = static_cast<std::size_t>(channel);
             // The image has the name before its frame goes out, the program's own table after it.
             if (e.Passed(channel - 3)) {
-                std::ranges::copy(names[c],
-                                  e.Image(Id).PresetBody.begin() + static_cast<std::ptrdiff_t>(L::Name(channel)));
+                std::ranges::copy(names[c], e.Image(FaultWorld::Front).PresetBody.begin() +
+                                                static_cast<std::ptrdiff_t>(L::Name(channel)));
             }
             if (e.Passed(channel - 2)) {
-                e.Names(Id)[c] = channel == 2 ? "Sub" : channel == 7 ? "High" : names[c];
+                e.Names(FaultWorld::Front)[c] = channel == 2 ? "Sub" : channel == 7 ? "High" : names[c];
             }
         }
     };
@@ -62,7 +60,7 @@ FaultOperation Names() {
     operation.Called = "the naming";
     operation.Counted = true;
     operation.AlsoSee = [](FaultWorld& at, const Expectation& e) {
-        const controls::FrmCtrl& form = at.Window(Slot);
+        const controls::FrmCtrl& form = at.Window(FaultWorld::FrontSlot);
         EXPECT_EQ(form.Label300[2].Caption() == "Sub", e.Passed(0));
         EXPECT_EQ(form.Label300[7].Caption() == "High", e.Passed(5));
     };
@@ -86,10 +84,10 @@ FaultOperation Lock(bool locking) {
         });
     };
     const int bits = locking ? 0xB0 : 0x30;
-    operation.Steps = [bits](FaultWorld&) { return OneStep(Id, {0x11, 0, 16, 0, 0, bits}); };
+    operation.Steps = [bits](FaultWorld&) { return OneStep(FaultWorld::Front, {0x11, 0, 16, 0, 0, bits}); };
     operation.Expect = [locking, bits](Expectation& e) {
-        e.Values(Id).LockFlag = locking ? 1.0 : 0.0;
-        e.Image(Id).SystemPage[16] = static_cast<std::uint8_t>(bits);
+        e.Values(FaultWorld::Front).LockFlag = locking ? 1.0 : 0.0;
+        e.Image(FaultWorld::Front).SystemPage[16] = static_cast<std::uint8_t>(bits);
     };
     if (!locking) {
         operation.Prepare = [](FaultWorld& at) {
@@ -98,7 +96,7 @@ FaultOperation Lock(bool locking) {
         };
     }
     operation.AlsoSee = [locking](FaultWorld& at, const Expectation& e) {
-        EXPECT_EQ(at.Window(Slot).Frame5[0].Enabled(), locking == e.Stopped);
+        EXPECT_EQ(at.Window(FaultWorld::FrontSlot).Frame5[0].Enabled(), locking == e.Stopped);
         // It changes before the frame when locking and after it when unlocking; the dialog opens on the latter.
         EXPECT_EQ(at.world.Forms.Password.Label2.Caption(), locking ? "System Lock" : "System Unlock");
     };
@@ -124,14 +122,15 @@ FaultOperation Password() {
     operation.Steps = [](FaultWorld&) {
         std::vector<Frame> frames;
         for (int n = 0; n < 6; ++n) {
-            frames.push_back(FrameTo(Id, {0x11, 0, 26 + n, 0, 0, Chosen[static_cast<std::size_t>(n)]}));
+            frames.push_back(FrameTo(FaultWorld::Front, {0x11, 0, 26 + n, 0, 0, Chosen[static_cast<std::size_t>(n)]}));
         }
         return StepsOf(frames);
     };
     operation.Expect = [](Expectation& e) {
         for (int n = 0; n < 6; ++n) {
             if (e.Passed(n - 1)) {
-                e.Values(Id).DevicePassword[static_cast<std::size_t>(n)] = Chosen[static_cast<std::size_t>(n)];
+                e.Values(FaultWorld::Front).DevicePassword[static_cast<std::size_t>(n)] =
+                    Chosen[static_cast<std::size_t>(n)];
             }
         }
     };
@@ -146,14 +145,15 @@ FaultOperation Unconnect() {
     operation.Name = "Unconnect";
     operation.Answered = false;
     operation.Event = [](FaultWorld& at) {
-        at.InWindow(Slot, [&] { at.Window(Slot).Command2[controls::UnconnectTool].UserClick(); });
+        at.InWindow(FaultWorld::FrontSlot,
+                    [&] { at.Window(FaultWorld::FrontSlot).Command2[controls::UnconnectTool].UserClick(); });
     };
-    operation.Steps = [](FaultWorld&) { return OneStep(Id, {0x0F}, Exchange::WithoutReply); };
+    operation.Steps = [](FaultWorld&) { return OneStep(FaultWorld::Front, {0x0F}, Exchange::WithoutReply); };
     operation.Expect = [](Expectation& e) {
         if (!e.Stopped) {
-            e.After.Unconnected[Id] = true;
+            e.After.Unconnected[FaultWorld::Front] = true;
             e.After.Rows[1] = " Unconnected      ID:5";
-            e.Remove(Slot);
+            e.Remove(FaultWorld::FrontSlot);
             e.After.Status = "ID:5 is unconnected. Double-click its row to connect it again. The meters rest until "
                              "the next change.";
         }
@@ -202,15 +202,15 @@ FaultOperation Meters(const std::string& name, std::function<void(FaultWorld&)> 
     operation.Name = name;
     operation.Called = "the meters";
     operation.ByUser = false;
-    operation.Prepare = [](FaultWorld& at) { at.Window(Slot).SSTab1.SetTab(controls::GainsTab); };
+    operation.Prepare = [](FaultWorld& at) { at.Window(FaultWorld::FrontSlot).SSTab1.SetTab(controls::GainsTab); };
     operation.Event = std::move(tick);
-    operation.Steps = [](FaultWorld&) { return OneStep(Id, {0x12}); };
+    operation.Steps = [](FaultWorld&) { return OneStep(FaultWorld::Front, {0x12}); };
     operation.Expect = [](Expectation&) {};
     operation.AlsoSee = [](FaultWorld& at, const Expectation& e) {
         if (!e.Stopped) {
             const Bytes answer =
                 e.Met.Kind == Fault::OtherAnswers ? WrongAnswer : Bytes{0, 0, 0, 0, 0xC3, 0, 0, 0, 0, 0, 0, 0, 0};
-            ExpectLamps(at.Window(Slot), answer, 0x19);
+            ExpectLamps(at.Window(FaultWorld::FrontSlot), answer, 0x19);
         }
     };
     return operation;
@@ -219,7 +219,8 @@ FaultOperation Meters(const std::string& name, std::function<void(FaultWorld&)> 
 FaultOperation MetersBesideADialog() {
     FaultOperation operation = Meters("MetersBesideADialog", [](FaultWorld& at) {
         at.InToolDialog(controls::StorePresetTool, [&at] {
-            EXPECT_TRUE(at.program.Events.Run(MeterTick(Slot), [&] { at.Window(Slot).Timer1.Tick(); }));
+            EXPECT_TRUE(at.program.Events.Run(MeterTick(FaultWorld::FrontSlot),
+                                              [&] { at.Window(FaultWorld::FrontSlot).Timer1.Tick(); }));
         });
     });
     operation.ByUser = true; // the dialog was

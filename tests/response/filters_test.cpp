@@ -1,5 +1,5 @@
 #include "model/tables.h"
-#include "response/filters.h"
+#include "response/curves.h"
 #include "response/prototypes.h"
 
 #include <algorithm>
@@ -11,24 +11,6 @@ namespace {
 using namespace nrv::response;
 
 constexpr double Tolerance = 1e-9; // dB
-
-std::size_t PointOf(double f) {
-    return static_cast<std::size_t>(std::lower_bound(PlotGrid.begin(), PlotGrid.end(), f) - PlotGrid.begin());
-}
-
-Curve CurveOf(const Bell& bell) {
-    Curve curve;
-    curve.fill(-1.0);
-    Evaluate(bell, curve);
-    return curve;
-}
-
-Curve CurveOf(const Shelf& shelf) {
-    Curve curve;
-    curve.fill(-1.0);
-    Evaluate(shelf, curve);
-    return curve;
-}
 
 TEST(Bell, IsTheSquaredBandPassTimesItsGainAtEveryCentreAndFrequency) {
     for (const double centre : model::FrequencyTable) {

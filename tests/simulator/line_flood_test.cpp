@@ -1,5 +1,5 @@
+#include "lines.h"
 #include "simulator/line.h"
-#include "terminal.h"
 
 #include <ctime>
 #include <gtest/gtest.h>
@@ -39,12 +39,6 @@ Bytes Many(const Frame& frame) {
         bytes.insert(bytes.end(), frame.begin(), frame.end());
     }
     return bytes;
-}
-
-double ProcessorMs() {
-    timespec spec{};
-    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &spec);
-    return static_cast<double>(spec.tv_sec) * 1e3 + static_cast<double>(spec.tv_nsec) / 1e6;
 }
 
 /// The next who opens the line after a flood is answered as if there had been none.

@@ -1,5 +1,5 @@
+#include "lines.h"
 #include "simulator/line.h"
-#include "terminal.h"
 
 #include <ctime>
 #include <filesystem>
@@ -13,24 +13,9 @@ namespace {
 using std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-Rack TwoDevices() {
-    Rack rack;
-    rack.Add(5);
-    rack.Add(9);
-    return rack;
-}
-
 LineOptions Unpaced() {
     return {.Paced = false, .Trace = {}};
 }
-
-double ProcessorMs() {
-    timespec spec{};
-    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &spec);
-    return static_cast<double>(spec.tv_sec) * 1e3 + static_cast<double>(spec.tv_nsec) / 1e6;
-}
-
-const Bytes Presence5{0xF0, 0xC3, 5, 0, 0xC3, 0, 0, 0, 0, 0, 0, 0, 0xF7};
 
 TEST(Line, AnswersOverThePseudoTerminal) {
     Line line(TwoDevices(), Unpaced());

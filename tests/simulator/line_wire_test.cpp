@@ -1,20 +1,11 @@
+#include "lines.h"
 #include "simulator/line.h"
-#include "terminal.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 
 namespace nrv::simulator {
 namespace {
-
-const Bytes Presence5{0xF0, 0xC3, 5, 0, 0xC3, 0, 0, 0, 0, 0, 0, 0, 0xF7};
-
-Rack TwoDevices() {
-    Rack rack;
-    rack.Add(5);
-    rack.Add(9);
-    return rack;
-}
 
 TEST(LineWire, OfHalfDuplexLosesTheAnswerThatMeetsARequest) {
     Line line(TwoDevices(), {.HalfDuplex = true, .Trace = {}});

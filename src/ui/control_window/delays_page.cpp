@@ -14,11 +14,11 @@
 namespace nrv::ui {
 namespace {
 
-constexpr int StripWidth = 200;
-constexpr int StripHeight = 73;
-constexpr int StripPitch = StripHeight + Gap;
-constexpr int DrawingLeft = PanelsLeft + StripWidth;
-constexpr int DrawingRight = PanelsRight - StripWidth;
+constexpr int DelayStripWidth = 200;
+constexpr int DelayStripHeight = 73;
+constexpr int StripPitch = DelayStripHeight + Gap;
+constexpr int DrawingLeft = PanelsLeft + DelayStripWidth;
+constexpr int DrawingRight = PanelsRight - DelayStripWidth;
 constexpr int BranchOffset = 8; // an output's two branches lie this far above and below its middle
 
 constexpr std::array<int, 2> InputRows = {1, 4}; // an input stands in the middle of three outputs
@@ -28,11 +28,11 @@ constexpr int RowTop(int row) {
     return PanelsTop + row * StripPitch;
 }
 constexpr int RowMiddle(int row) {
-    return RowTop(row) + StripHeight / 2;
+    return RowTop(row) + DelayStripHeight / 2;
 }
 
 void AddStrip(PageBuilder& builder, QWidget& page, int channel, QPoint place) {
-    auto& strip = builder.Add<Panel>(page, "Frame3", channel, QRect(place, QSize(StripWidth, StripHeight)));
+    auto& strip = builder.Add<Panel>(page, "Frame3", channel, QRect(place, QSize(DelayStripWidth, DelayStripHeight)));
     strip.SetAccent(ChannelColour(channel));
     FillDelayStrip(builder, strip, channel, QPoint(10, 31), QPoint(110, 20), QPoint(154, 20));
 }
@@ -70,7 +70,7 @@ void BuildDelaysPage(PageBuilder& builder, QWidget& page) {
         AddStrip(builder, page, ChannelOfOutput(output), QPoint(DrawingRight, RowTop(output)));
     }
     auto& units = builder.Add<Panel>(page, "Frame4", controls::NoIndex,
-                                     QRect(PanelsLeft, RowTop(UnitsRow) + 20, StripWidth, StripHeight - 20));
+                                     QRect(PanelsLeft, RowTop(UnitsRow) + 20, DelayStripWidth, DelayStripHeight - 20));
     builder.Add<QRadioButton>(units, "Option1", 0, QRect(10, 25, 80, CheckHeight));
     builder.Add<QRadioButton>(units, "Option1", 1, QRect(104, 25, 80, CheckHeight));
 }

@@ -15,8 +15,8 @@
 namespace nrv::ui {
 namespace {
 
-constexpr int StripWidth = 75;
-constexpr int StripHeight = PanelsBottom - PanelsTop;
+constexpr int GainStripWidth = 75;
+constexpr int GainStripHeight = PanelsBottom - PanelsTop;
 constexpr int FadersTop = 38;
 constexpr int FadersBottom = 372;
 constexpr int LampSize = 22;
@@ -29,7 +29,8 @@ void AddLamps(PageBuilder& builder, Panel& strip, int channel) {
     constexpr int width = 37;
     auto& frame = builder.Add<Panel>(
         strip, "Frame11", channel,
-        QRect(StripWidth - width - 2, FadersTop + 20, width, LampPitch * controls::LampsPerChannel), Panel::Kind::Bare);
+        QRect(GainStripWidth - width - 2, FadersTop + 20, width, LampPitch * controls::LampsPerChannel),
+        Panel::Kind::Bare);
     for (int row = 0; row < controls::LampsPerChannel; ++row) {
         const int lamp = controls::LampsPerChannel * channel + controls::LampsPerChannel - 1 - row;
         builder.Add<Lamp>(frame, "Shape1", lamp, QRect((width - LampSize) / 2, row * LampPitch, LampSize, LampSize),
@@ -40,22 +41,22 @@ void AddLamps(PageBuilder& builder, Panel& strip, int channel) {
 }
 
 void AddStrip(PageBuilder& builder, QWidget& page, int channel) {
-    const QRect place(PanelsLeft + channel * (StripWidth + Gap), PanelsTop, StripWidth, StripHeight);
+    const QRect place(PanelsLeft + channel * (GainStripWidth + Gap), PanelsTop, GainStripWidth, GainStripHeight);
     auto& strip = builder.Add<Panel>(page, "Frame1", channel, place);
     strip.SetAccent(ChannelColour(channel));
     builder.Add<ValueText>(strip, "Text1", channel, QRect(3, 20, 36, 15));
     auto& fader = builder.Add<Fader>(strip, "Slider1", channel, QRect(4, FadersTop, 32, FadersBottom - FadersTop));
     fader.SetColour(ChannelColour(channel));
     AddLamps(builder, strip, channel);
-    builder.Add<MuteButton>(strip, "Check1", channel, QRect(8, 382, StripWidth - 16, 24));
+    builder.Add<MuteButton>(strip, "Check1", channel, QRect(8, 382, GainStripWidth - 16, 24));
     AddPhase(builder, strip, channel, QPoint(9, 416));
 }
 
 void AddMaster(PageBuilder& builder, QWidget& page) {
-    constexpr int left = PanelsLeft + ChannelCount * (StripWidth + Gap);
+    constexpr int left = PanelsLeft + ChannelCount * (GainStripWidth + Gap);
     constexpr int width = PanelsRight - left;
     constexpr int input_height = 62;
-    constexpr int master_height = StripHeight - Gap - input_height;
+    constexpr int master_height = GainStripHeight - Gap - input_height;
     auto& master = builder.Add<Panel>(page, "Frame1", 16, QRect(left, PanelsTop, width, master_height));
     master.SetAccent(CurrentTheme().Dim);
     builder.Add<ValueText>(master, "Text100", controls::NoIndex, QRect(width / 2 - 18, 20, 36, 15));

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "response/filters.h"
+#include "response/plot_grid.h"
+
+#include <algorithm>
+
+namespace nrv::testing {
+
+/// The first point of the grid at or above a frequency.
+inline std::size_t PointOf(double hertz) {
+    using response::PlotGrid;
+    return static_cast<std::size_t>(std::lower_bound(PlotGrid.begin(), PlotGrid.end(), hertz) - PlotGrid.begin());
+}
+
+template <class Filter>
+response::Curve CurveOf(const Filter& filter) {
+    response::Curve curve;
+    curve.fill(-1.0);
+    Evaluate(filter, curve);
+    return curve;
+}
+
+} // namespace nrv::testing
