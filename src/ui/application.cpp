@@ -1,5 +1,6 @@
 #include "ui/application.h"
 
+#include "ui/accessible/spoken.h"
 #include "ui/control_window/control_window_view.h"
 #include "ui/tool_dialogs/tool_dialogs.h"
 
@@ -24,6 +25,7 @@ Application::Application(const std::filesystem::path& folder, const Substitutes&
       program_({port_, clock_, process_, boxes_, substitutes.Files != nullptr ? *substitutes.Files : own_files_, host_,
                 boundary_},
                forms_) {
+    InstallSpoken();
     // The system's reasons stand within sentences of ours, which are English and of single bytes.
     std::setlocale(LC_MESSAGES, "C");
     host_.SetEvents(Events());

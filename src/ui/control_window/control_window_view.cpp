@@ -1,5 +1,6 @@
 #include "ui/control_window/control_window_view.h"
 
+#include "controls/spoken.h"
 #include "ports/numbering.h"
 #include "ui/binding/binding.h"
 #include "ui/binding/follow.h"
@@ -13,11 +14,13 @@
 #include "ui/widgets/graph_view.h"
 #include "ui/widgets/marker_dot.h"
 #include "ui/widgets/tab_strip.h"
+#include "ui/widgets/up_down_arrows.h"
 #include "ui/widgets/value_plate.h"
 
 #include <QPointer>
 #include <QTimer>
 
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -33,6 +36,12 @@ QString SignedGain(const std::string& gain) {
     return text.startsWith(u'-') || text == QStringLiteral("0") ? text : u'+' + text;
 }
 
+/// A channel's own title and the name that it was given.
+QString SpokenTab(int tab, const QString& caption) {
+    const QString title = tab < ChannelCount ? FromBytes(std::string(ChannelTitle(tab))) : caption;
+    return caption == title || caption.isEmpty() ? title : title + QStringLiteral(", ") + caption;
+}
+
 } // namespace
 
 ControlWindowView::ControlWindowView(controls::FrmCtrl& form, const controls::EventEntry& entry, QWidget* parent)
@@ -46,6 +55,7 @@ ControlWindowView::ControlWindowView(controls::FrmCtrl& form, const controls::Ev
         BindMarker(section);
     }
     BindTabs();
+    Name();
     timer_ = new QTimer(this);
     timer_->setObjectName(ControlName("Timer1", controls::NoIndex));
     timer_->setTimerType(Qt::PreciseTimer);
@@ -96,7 +106,9 @@ void ControlWindowView::BindTabs() {
     controls::TabControl& control = form_.SSTab1;
     const auto show_captions = [this, &control] {
         for (int tab = 0; tab < tabs_->count() && At(tab) < control.TabCaptions().size(); ++tab) {
-            tabs_->SetCaption(tab, FromBytes(control.TabCaptions()[At(tab)]));
+            const QString caption = FromBytes(control.TabCaptions()[At(tab)]);
+            tabs_->SetCaption(tab, caption);
+            tabs_->setAccessibleTabName(tab, SpokenTab(tab, caption.trimmed()));
         }
     };
     ShowAllCommon(control, *tabs_);
@@ -112,6 +124,31 @@ void ControlWindowView::BindTabs() {
     connect(tabs_, &QTabBar::currentChanged, this, [this, &control](int tab) {
         entry_.Run([&] { control.SetTab(tab); });
         ShowTab();
+    });
+}
+
+void ControlWindowView::Name() {
+    controls::ForEachControl(form_, [this](std::string_view name, int index, const auto& control) {
+        using Control = std::decay_t<decltype(control)>;
+        QWidget* const widget = widgets_.Find(name, index);
+        if (const std::string words = controls::SpokenName(name, index); widget != nullptr && !words.empty()) {
+            widget->setAccessibleName(FromBytes(words));
+        }
+        constexpr bool has_value = std::is_same_v<Control, controls::Fader> ||
+                                   std::is_same_v<Control, controls::UpDown> ||
+                                   std::is_same_v<Control, controls::Marker>;
+        if constexpr (has_value) {
+            if (auto* spoken = dynamic_cast<Spoken*>(widget)) {
+                spoken->InWords = [this, name, index] { return FromBytes(controls::SpokenValue(form_, name, index)); };
+            }
+        }
+        if constexpr (std::is_same_v<Control, controls::UpDown>) {
+            if (auto* arrows = qobject_cast<UpDownArrows*>(widget)) {
+                arrows->Position = [&control] {
+                    return Spoken::Scale{control.Minimum(), control.Maximum(), control.Shown()};
+                };
+            }
+        }
     });
 }
 

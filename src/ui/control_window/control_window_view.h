@@ -41,6 +41,8 @@ class ControlWindowView : public QWidget {
   private:
     void Build();
     void BindTabs();
+    /// Tells who does not see the window what each control is.
+    void Name();
     void BindMarker(int section);
     void ShowTab();
     void ShowPlate(int section);

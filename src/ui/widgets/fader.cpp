@@ -28,7 +28,8 @@ constexpr int LargeStep = controls::Fader::LargeStep;
 } // namespace
 
 Fader::Fader(QWidget* parent)
-    : QSlider(Qt::Vertical, parent), colour_(CurrentTheme().Accent), repeat_(*this, RepeatMilliseconds) {
+    : QSlider(Qt::Vertical, parent), Spoken(QAccessible::Slider), colour_(CurrentTheme().Accent),
+      repeat_(*this, RepeatMilliseconds) {
     setInvertedAppearance(true);
     setSingleStep(SmallStep);
     setPageStep(LargeStep);

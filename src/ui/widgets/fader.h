@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/accessible/spoken.h"
 #include "ui/widgets/auto_repeat.h"
 #include "ui/widgets/wheel_steps.h"
 
@@ -9,7 +10,7 @@
 namespace nrv::ui {
 
 /// A vertical fader with position 0 at the top: ticks, a longer one at zero, a bar in its colour from zero to the cap.
-class Fader : public QSlider {
+class Fader : public QSlider, public Spoken {
     Q_OBJECT
   public:
     explicit Fader(QWidget* parent);
@@ -23,6 +24,10 @@ class Fader : public QSlider {
     /// The height in the widget, in pixels, at which the cap of a position has its middle.
     double PlaceOf(int position) const;
     QSize sizeHint() const override { return {28, 120}; }
+
+    /// Upwards is more.
+    std::optional<Scale> SpokenScale() const override { return Scale{0, maximum() - minimum(), maximum() - value()}; }
+    void TakeSpoken(int number) override { MoveTo(maximum() - number); }
 
   signals:
     /// Once for each change of position that the user makes.

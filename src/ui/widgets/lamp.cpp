@@ -6,7 +6,10 @@
 
 namespace nrv::ui {
 
-Lamp::Lamp(QWidget* parent, const QColor& unlit, double radius) : QWidget(parent), unlit_(unlit), radius_(radius) {}
+Lamp::Lamp(QWidget* parent, const QColor& unlit, double radius)
+    : QWidget(parent), Spoken(QAccessible::Indicator), unlit_(unlit), radius_(radius) {
+    InWords = [this] { return lit_ ? QStringLiteral("lit") : QStringLiteral("dark"); };
+}
 
 void Lamp::Light(const QColor& colour) {
     lit_ = true;

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "ui/accessible/spoken.h"
+
 #include <QColor>
 #include <QWidget>
 
 namespace nrv::ui {
 
 /// A square that is lit in a colour or not at all.
-class Lamp : public QWidget {
+class Lamp : public QWidget, public Spoken {
     Q_OBJECT
   public:
     /// `unlit` is the colour of a lamp that is out; a mark of a channel is never dark.

@@ -7,7 +7,8 @@
 
 namespace nrv::ui {
 
-ListBox::ListBox(QWidget* parent) : QComboBox(parent) {
+ListBox::ListBox(QWidget* parent) : QComboBox(parent), Spoken(QAccessible::ComboBox) {
+    InWords = [this] { return currentText(); };
     setFocusPolicy(Qt::StrongFocus);
     // Its place is fixed: measuring the entries at every change would be work for nothing.
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -17,6 +18,13 @@ void ListBox::showPopup() {
     constexpr int margins = 24;
     view()->setMinimumWidth(std::max(width(), view()->sizeHintForColumn(0) + margins));
     QComboBox::showPopup();
+}
+
+void ListBox::TakeSpoken(int number) {
+    if (number >= 0 && number < count()) {
+        setCurrentIndex(number);
+        emit activated(number);
+    }
 }
 
 void ListBox::wheelEvent(QWheelEvent* event) {

@@ -1,15 +1,22 @@
 #pragma once
 
+#include "ui/accessible/spoken.h"
+
 #include <QComboBox>
 
 namespace nrv::ui {
 
 /// A drop-down list that a wheel turns only when it has the keyboard.
-class ListBox : public QComboBox {
+class ListBox : public QComboBox, public Spoken {
     Q_OBJECT
   public:
     explicit ListBox(QWidget* parent);
     void showPopup() override;
+
+    std::optional<Scale> SpokenScale() const override { return Scale{0, count() - 1, currentIndex()}; }
+    void TakeSpoken(int number) override;
+    QString SpokenAction() const override { return QStringLiteral("ShowMenu"); }
+    void DoSpokenAction() override { showPopup(); }
 
   protected:
     void wheelEvent(QWheelEvent* event) override;

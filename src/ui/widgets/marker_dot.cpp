@@ -19,7 +19,7 @@ constexpr QColor InHandColour(0x1B, 0x20, 0x26);
 } // namespace
 
 MarkerDot::MarkerDot(QWidget* parent, const QColor& colour, QPoint graph_origin)
-    : QWidget(parent), colour_(colour), graph_origin_(graph_origin) {
+    : QWidget(parent), Spoken(QAccessible::Indicator), colour_(colour), graph_origin_(graph_origin) {
     setCursor(Qt::OpenHandCursor);
     setMouseTracking(true);
     PlaceAt(0.0, 0.0);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/accessible/spoken.h"
+
 #include <QColor>
 #include <QWidget>
 
@@ -7,7 +9,7 @@ namespace nrv::ui {
 
 /// A numbered point on a graph: a disc of 13 pixels that can be dragged. Its place is told in position units, 15 to a
 /// pixel.
-class MarkerDot : public QWidget {
+class MarkerDot : public QWidget, public Spoken {
     Q_OBJECT
   public:
     /// `graph_origin` is the graph's top left corner in the parent.

@@ -23,7 +23,7 @@ bool IsTyped(const QKeyEvent& event) {
 
 } // namespace
 
-TextField::TextField(QWidget* parent) : QLineEdit(parent) {
+TextField::TextField(QWidget* parent) : QLineEdit(parent), Spoken(QAccessible::EditableText) {
     setAlignment(Qt::AlignCenter);
     setTextMargins(-2, 0, -2, 0); // the toolkit's own margins are wide for boxes of four figures
     setAcceptDrops(false);        // a drop would go round the key filter
@@ -32,6 +32,24 @@ TextField::TextField(QWidget* parent) : QLineEdit(parent) {
 void TextField::ShowText(const QString& shown) {
     if (text() != shown) {
         setText(shown);
+    }
+}
+
+void TextField::TypeOver(qsizetype from, qsizetype to, const QString& text) {
+    if (!CanTake()) {
+        return;
+    }
+    setSelection(static_cast<int>(from), static_cast<int>(to - from));
+    if (text.isEmpty()) {
+        del();
+    } else {
+        TypeText(text);
+    }
+}
+
+void TextField::Enter() {
+    if (CanTake()) {
+        Take(controls::EnterKey, [] {});
     }
 }
 
@@ -107,7 +125,7 @@ void TextField::keyPressEvent(QKeyEvent* event) {
         PasteFrom(QClipboard::Clipboard);
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         event->accept();
-        Take(controls::EnterKey, [] {});
+        Enter();
     } else if (event->key() == Qt::Key_Backspace) {
         Take(controls::BackspaceKey, [this, event] { QLineEdit::keyPressEvent(event); });
     } else if (IsTyped(*event)) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/text_box.h"
+#include "ui/accessible/spoken.h"
 
 #include <QLineEdit>
 
@@ -9,7 +10,7 @@
 namespace nrv::ui {
 
 /// A box to type in. Every character, typed or pasted, is first shown to the owner, who says what enters in its place.
-class TextField : public QLineEdit {
+class TextField : public QLineEdit, public Spoken {
     Q_OBJECT
   public:
     /// What becomes of a character, told as one byte of Latin-1. Enter is 13, Backspace 8.
@@ -18,6 +19,13 @@ class TextField : public QLineEdit {
     explicit TextField(QWidget* parent);
 
     void SetKeyFilter(KeyFilter filter) { filter_ = std::move(filter); }
+    /// Types over what stands from one character to another, as the user does.
+    void TypeOver(qsizetype from, qsizetype to, const QString& text);
+    /// Presses Enter.
+    void Enter();
+    QString SpokenAction() const override { return isReadOnly() ? QString() : QStringLiteral("Enter"); }
+    void DoSpokenAction() override { Enter(); }
+
     /// Shows a text that is not the user's doing.
     void ShowText(const QString& shown);
     /// A locked field is shaded, and shows its text only.

@@ -15,9 +15,16 @@ constexpr int RepeatMilliseconds = 60;
 
 } // namespace
 
-UpDownArrows::UpDownArrows(QWidget* parent) : QWidget(parent), repeat_(*this, RepeatMilliseconds) {
+UpDownArrows::UpDownArrows(QWidget* parent)
+    : QWidget(parent), Spoken(QAccessible::SpinBox), repeat_(*this, RepeatMilliseconds) {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
+}
+
+void UpDownArrows::TakeSpoken(int number) {
+    if (const int steps = number - Position().Now; steps != 0) {
+        emit Stepped(steps);
+    }
 }
 
 int UpDownArrows::HalfAt(QPointF place) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/accessible/spoken.h"
 #include "ui/widgets/auto_repeat.h"
 #include "ui/widgets/wheel_steps.h"
 
@@ -8,12 +9,19 @@
 namespace nrv::ui {
 
 /// Two arrows, one over the other, that repeat while they are held.
-class UpDownArrows : public QWidget {
+class UpDownArrows : public QWidget, public Spoken {
     Q_OBJECT
   public:
     explicit UpDownArrows(QWidget* parent);
 
     static constexpr int LargeStep = 10;
+
+    /// Where the value stands that the arrows step.
+    std::function<Scale()> Position;
+    std::optional<Scale> SpokenScale() const override {
+        return Position ? std::optional<Scale>(Position()) : std::nullopt;
+    }
+    void TakeSpoken(int number) override;
 
   signals:
     /// Steps of the user, upwards positive.

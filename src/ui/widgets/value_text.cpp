@@ -7,7 +7,8 @@
 
 namespace nrv::ui {
 
-ValueText::ValueText(QWidget* parent) : QLabel(parent) {
+ValueText::ValueText(QWidget* parent) : QLabel(parent), Spoken(QAccessible::StaticText) {
+    InWords = [this] { return text(); };
     setTextFormat(Qt::PlainText);
     setAlignment(Qt::AlignCenter);
 }
