@@ -69,7 +69,7 @@ std::int16_t NearestFrequencyCode(double hz) {
             below = code;
             continue;
         }
-        if (entry > hz && hz - FrequencyTable[below] <= entry - hz) {
+        if (hz - FrequencyTable[below] <= entry - hz) {
             return static_cast<std::int16_t>(below);
         }
         return static_cast<std::int16_t>(code);

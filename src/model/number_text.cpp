@@ -4,7 +4,6 @@
 
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <system_error>
 
@@ -42,15 +41,13 @@ double ParseNumber(std::string_view text) {
     double value = 0.0;
     const auto read = std::from_chars(number.data(), number.data() + number.size(), value);
     // The library would take a second sign, "inf" and "nan" as well.
-    if (number.find_first_of(NumberStarts) != 0 || read.ec == std::errc::invalid_argument ||
-        read.ptr != number.data() + number.size()) {
+    if (number.find_first_of(NumberStarts) != 0 || read.ptr != number.data() + number.size()) {
         throw RuntimeError(ErrorKind::TypeMismatch, "\"" + std::string(text) + "\" is no number.");
     }
-    if (read.ec == std::errc::result_out_of_range || std::isinf(value)) {
-        if (number.find("e-") == std::string_view::npos && number.find("E-") == std::string_view::npos) {
-            throw RuntimeError(ErrorKind::Overflow, "\"" + std::string(text) + "\" is too large.");
-        }
-        value = 0.0;
+    // Out of range the value stays 0, which is what a tiny number is.
+    if (read.ec == std::errc::result_out_of_range && number.find("e-") == std::string_view::npos &&
+        number.find("E-") == std::string_view::npos) {
+        throw RuntimeError(ErrorKind::Overflow, "\"" + std::string(text) + "\" is too large.");
     }
     return negative ? -value : value;
 }

@@ -146,7 +146,7 @@ void Response::SetViewMode(int option) {
     const std::string caption = ViewCaption(output);
     for (int tab = 0; tab < OutputCount; ++tab) {
         for (int row = 0; row < OutputCount - 1; ++row) {
-            if (tab != output && ViewedOutput(tab, row) == output) {
+            if (ViewedOutput(tab, row) == output) {
                 windows_.Current().ViewBox(row, tab).SetCaption(caption);
             }
         }

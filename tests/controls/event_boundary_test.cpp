@@ -151,6 +151,26 @@ TEST_F(EventBoundaryTest, AUsersEventMakesItsWindowTheCurrentOneFirst) {
     EXPECT_THAT(Log, ElementsAre("current 3", "user begins", "ends"));
 }
 
+TEST_F(EventBoundaryTest, AUsersEventInTheCurrentWindowMakesNothingCurrent) {
+    windows->CurrentWindow = 3;
+    boundary.Run({Kind::Device, 3}, [] {});
+    EXPECT_THAT(Log, ElementsAre("user begins", "ends"));
+}
+
+TEST_F(EventBoundaryTest, AMouseOverAWindowThatIsGoneIsPassedOverThoughItWasTheCurrentOne) {
+    windows->CurrentWindow = 4;
+    bool ran = false;
+    EXPECT_FALSE(boundary.Run({Kind::Hover, 4}, [&ran] { ran = true; }));
+    EXPECT_FALSE(ran);
+}
+
+TEST_F(EventBoundaryTest, RunsEventsBeforeAnybodySaidWhatTheySetGoing) {
+    EventBoundary bare{*windows};
+    bool ran = false;
+    EXPECT_TRUE(bare.Run({Kind::Device, 3}, [&ran] { ran = true; }));
+    EXPECT_TRUE(ran);
+}
+
 TEST_F(EventBoundaryTest, AMouseThatMerelyPassesMakesNoWindowTheCurrentOne) {
     EXPECT_FALSE(Passes(Kind::Hover));
     EXPECT_EQ(windows->CurrentWindow, 0);

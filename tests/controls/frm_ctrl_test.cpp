@@ -212,6 +212,9 @@ TEST_F(ControlWindowInventory, EqualiserSections) {
         EXPECT_EQ(form.UpDown3[s].Maximum(), 59);
         EXPECT_EQ(form.Label5[s].Caption(), numbers[s]) << s;
     }
+    for (std::size_t c = 0; c < 8; ++c) {
+        EXPECT_EQ(form.Command1[c].Caption(), c < 2 ? "Flat Eq" : "Flat PEQ") << c;
+    }
     for (const controls::Frame& frame : form.Frame5) {
         EXPECT_EQ(frame.Caption(), "PEQ");
     }

@@ -22,6 +22,15 @@ TEST_F(SendFrame, WritesHeadIdPayloadAndTail) {
     EXPECT_TRUE(rig.Link.TransactionDone);
 }
 
+TEST_F(SendFrame, TellsThatItWaitsBeforeEachFurtherTransmission) {
+    std::vector<int> told;
+    rig.Link.Waiting = [&told](int id) { told.push_back(id); };
+    rig.Link.ReportLinkFailure = false;
+    rig.Link.SendFrame(7, {0x01});
+    EXPECT_THAT(rig.Port.Sent, SizeIs(5));
+    EXPECT_THAT(told, ElementsAre(7, 7, 7, 7));
+}
+
 TEST_F(SendFrame, FillsPayloadBytesThatAreNotGivenWithZero) {
     rig.Port.Answer = [](const Frame&) { return AnswerOfDevice(); };
     rig.Link.SendFrame(1, {9, 9, 9, 9, 9, 9, 9, 9, 9});

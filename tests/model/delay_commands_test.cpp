@@ -225,7 +225,9 @@ TEST_F(DelayCommands, EveryKeyButANumbersBecomesABlank) {
         } else if (key == ',') {
             expected = '.';
         }
-        EXPECT_EQ(form.Text2[static_cast<std::size_t>(code % 16)].UserKey(key), expected) << code;
+        const controls::KeyEntry entry = form.Text2[static_cast<std::size_t>(code % 16)].UserKey(key);
+        EXPECT_EQ(entry, expected) << code;
+        EXPECT_EQ(entry.Refused, expected == ' ' && key != ' ') << code;
     }
     EXPECT_TRUE(world.Port.Sent.empty());
     EXPECT_TRUE(world.Boxes.Shown.empty());

@@ -300,6 +300,17 @@ TEST_F(OutputCommands, SourceBeyondTheListChangesNoLine) {
     EXPECT_EQ(form.Label200[5].ToolTip(), "In A+B"); // as the list shows it
 }
 
+TEST_F(OutputCommands, NoSourceAtAllChangesNoLine) {
+    form.Combo3[1].Select(0);
+    ASSERT_TRUE(form.Line1000[1].Visible());
+    ASSERT_FALSE(form.Line1100[1].Visible());
+    form.Combo3[1].Select(-1);
+    EXPECT_TRUE(form.Line1000[1].Visible());
+    EXPECT_FALSE(form.Line1100[1].Visible());
+    EXPECT_TRUE(form.Line1[1].Visible());
+    EXPECT_FALSE(form.Line2[1].Visible());
+}
+
 TEST_F(OutputCommands, SourceSetInCodeRunsItsEventEvenWhileGuarded) {
     program.Windows.ControlEventsOff = true;
     form.Combo3[1].Select(2);

@@ -126,5 +126,44 @@ TEST_F(ApplyImageTest, ErrorOnTheWayLeavesNoFlagSet) {
     EXPECT_EQ(image.PresetBody[71], 0xFF);
 }
 
+TEST_F(ApplyImageTest, BothPlacesOfAChannelShowTheImageThoughNoFrameGoesThrough) {
+    constexpr std::array<std::size_t, 8> gains = {1, 73, 184, 232, 280, 328, 376, 424};
+    image.SystemPage[18] = 0xA5;
+    for (std::size_t channel = 0; channel < 8; ++channel) {
+        image.PresetBody[gains[channel]] = static_cast<std::uint8_t>(60 + channel);
+        image.PresetBody[model::PhaseOffsets[channel]] = static_cast<std::uint8_t>(channel % 2);
+        const std::size_t delay = model::DelayOffsets[channel];
+        image.PresetBody[delay + 1] = static_cast<std::uint8_t>(3 + channel);
+        image.PresetBody[delay + 2] = static_cast<std::uint8_t>(5 + channel);
+    }
+    program.Link.TxSuppressed = false; // nothing answers
+    Apply();
+    EXPECT_FALSE(world.Port.Sent.empty());
+    for (std::size_t channel = 0; channel < 8; ++channel) {
+        const std::size_t twin = channel + 8;
+        EXPECT_EQ(form.Check1[channel].Value(), (0xA5 >> channel) & 1) << channel;
+        EXPECT_EQ(form.Check1[twin].Value(), (0xA5 >> channel) & 1) << channel;
+        EXPECT_EQ(form.Check2[channel].Value(), static_cast<int>(channel % 2)) << channel;
+        EXPECT_EQ(form.Check2[twin].Value(), static_cast<int>(channel % 2)) << channel;
+        EXPECT_EQ(form.Slider1[twin].Position(), 60 - static_cast<int>(channel)) << channel;
+        EXPECT_EQ(form.Text1[twin].Text(), form.Text1[channel].Text()) << channel;
+        EXPECT_EQ(form.UpDown2[twin].Position(), 3 + static_cast<int>(channel)) << channel;
+        EXPECT_EQ(form.UpDown1[twin].Position(), 5 + static_cast<int>(channel)) << channel;
+        EXPECT_EQ(form.Text2[twin].Text(), form.Text2[channel].Text()) << channel;
+        EXPECT_FALSE(form.Text2[channel].Text().empty());
+    }
+}
+
+TEST_F(ApplyImageTest, AShelfOfTheImageIsInItsChannelsCurve) {
+    const std::size_t shelf = model::ToneOffsets[0];
+    image.PresetBody[shelf + 1] = 68; // high above 10 Hz
+    image.PresetBody[shelf + 2] = 1;
+    image.PresetBody[shelf + 4] = 0; // -12 dB
+    Apply();
+    const response::Curve with = program.Response.ChannelTotal(0);
+    const response::Curve& without = program.Response.ChannelTotal(1); // the same but for the shelf
+    EXPECT_NEAR(with.front() - without.front(), -12.0, 0.1);
+}
+
 } // namespace
 } // namespace nrv::testing

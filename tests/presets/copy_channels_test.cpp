@@ -262,5 +262,62 @@ TEST_F(CopyChannels, CurveOfTheDestinationFollows) {
     EXPECT_EQ(program.Response.ChannelTotal(5), program.Response.ChannelTotal(2));
 }
 
+TEST_F(CopyChannels, CurvesFollowWhereNoListAndNoUpDownChanges) {
+    // Alike in types, slopes and bandwidths, whose changes would run the event that updates the curve too.
+    Body body = RandomPreset(random);
+    const auto make_alike = [&body](std::size_t source, std::size_t destination, int gain) {
+        body[destination + 2] = body[source + 2];
+        body[source + 1] = 40;
+        body[destination + 1] = 80;
+        if (gain > 0) {
+            body[source + 4] = static_cast<std::uint8_t>(gain);
+            body[destination + 4] = static_cast<std::uint8_t>(gain / 2);
+        }
+    };
+    const auto make_channels_alike = [&](int source, int destination) {
+        for (int section = 0; section < ImageLayout::PeqCount(source); ++section) {
+            make_alike(ImageLayout::Peq(source, section), ImageLayout::Peq(destination, section), 100 + section);
+        }
+        for (int filter = 0; filter < ImageLayout::ToneCount(source); ++filter) {
+            body[ImageLayout::Tone(source, filter) + 2] = 1;
+            make_alike(ImageLayout::Tone(source, filter), ImageLayout::Tone(destination, filter), 30);
+        }
+    };
+    make_channels_alike(0, 1);
+    make_channels_alike(2, 5);
+    for (const int side : {0, 1}) {
+        body[ImageLayout::Crossover(0, side) + 2] = 8;
+        make_alike(ImageLayout::Crossover(0, side), ImageLayout::Crossover(3, side), 0);
+    }
+    Spread(body);
+    ASSERT_NE(program.Response.ChannelTotal(1), program.Response.ChannelTotal(0));
+    ASSERT_NE(program.Response.ChannelTotal(5), program.Response.ChannelTotal(2));
+    CopyInput(0, 1);
+    EXPECT_EQ(program.Response.ChannelTotal(1), program.Response.ChannelTotal(0));
+    CopyOutput(0, 3);
+    EXPECT_EQ(program.Response.ChannelTotal(5), program.Response.ChannelTotal(2));
+}
+
+TEST_F(CopyChannels, BothPlacesOfTheDestinationShowTheSourceThoughNoFrameGoesThrough) {
+    Spread(RandomPreset(random));
+    const std::size_t source = 2;
+    const std::size_t destination = 6;
+    form.Check1[source].SetValue(1);
+    form.Check1[destination].SetValue(0);
+    form.Check1[destination + 8].SetValue(0);
+    form.Check2[source].SetValue(1);
+    form.Check2[destination].SetValue(0);
+    form.Check2[destination + 8].SetValue(0);
+    TakeSent();
+    world.Port.Answer = nullptr;
+    CopyOutput(0, 4);
+    EXPECT_EQ(form.Check1[destination + 8].Value(), 1);
+    EXPECT_EQ(form.Check2[destination + 8].Value(), 1);
+    EXPECT_EQ(form.Slider1[destination + 8].Position(), form.Slider1[source].Position());
+    EXPECT_EQ(form.Text1[destination + 8].Text(), form.Text1[source].Text());
+    EXPECT_EQ(form.UpDown1[destination + 8].Position(), form.UpDown1[source].Position());
+    EXPECT_EQ(form.UpDown2[destination + 8].Position(), form.UpDown2[source].Position());
+}
+
 } // namespace
 } // namespace nrv::testing

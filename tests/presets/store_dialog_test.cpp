@@ -246,6 +246,16 @@ TEST_F(StoreDialogTest, FailedUsedMarkLeavesThePositionUnused) {
     EXPECT_TRUE(dialog.ProgressBar1.Visible());
 }
 
+TEST_F(StoreDialogTest, AFailureAtAByteOfTheNameEndsTheStoreWithItsTitleAsItWas) {
+    const std::string title = form.Window.Caption();
+    int frames = 0;
+    world.Port.Answer = [&](const Frame& frame) { return ++frames <= 4 ? line.Answer(frame) : Bytes{}; };
+    Store(5, "None"); // the mutes, the mark, and two letters
+    EXPECT_EQ(world.Port.Sent.size(), 4U + 5U);
+    EXPECT_EQ(form.Window.Caption(), title);
+    EXPECT_TRUE(dialog.ProgressBar1.Visible());
+}
+
 TEST_F(StoreDialogTest, UnreportedFailureGoesOnToTheEnd) {
     program.Link.ReportLinkFailure = false;
     int frames = 0;

@@ -86,6 +86,8 @@ TEST_F(EqualiserEditing, EveryOtherKeyIsRefusedInTheWordsOfItsBox) {
             Type(*one.Box, std::string(1, key));
             EXPECT_EQ(one.Box->Text(), std::string("1") + one.Replacement) << code;
             ExpectWarning(one.Text);
+            EXPECT_TRUE(one.Box->UserKey(key).Refused) << code;
+            ExpectWarning(one.Text);
         }
     }
     EXPECT_THAT(world.Port.Sent, IsEmpty());

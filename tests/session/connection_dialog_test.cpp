@@ -51,6 +51,33 @@ TEST_F(ConnectionDialogTest, OpensOnUsbOneDeviceIdZeroAndTheNarrowWidth) {
     }
 }
 
+TEST_F(ConnectionDialogTest, OpensAnewAsAtFirstWhateverWasChosen) {
+    ChooseRs485();
+    form.IdSelect.UserSelect(7);
+    form.Connection[MoreDevices].Select();
+    form.DeviceIds[4].UserSelect(30);
+    program.State.SelectExitPending = false;
+    ASSERT_TRUE(program.State.MultiDevice);
+    ASSERT_EQ(program.State.SingleId, 7);
+    program.Connection.Load();
+    EXPECT_TRUE(form.Link[0].Selected());
+    EXPECT_TRUE(form.Connection[OneDevice].Selected());
+    EXPECT_EQ(form.IdSelect.Index(), 0);
+    EXPECT_EQ(program.State.SingleId, 0);
+    EXPECT_FALSE(form.ConnectionFrame.Enabled());
+    EXPECT_FALSE(form.IdFrame.Enabled());
+    EXPECT_EQ(form.DeviceIds[4].Index(), 5);
+    EXPECT_TRUE(program.State.SelectExitPending);
+    EXPECT_FALSE(program.State.MultiDevice);
+}
+
+TEST_F(ConnectionDialogTest, AChoiceOfPortThatCannotBeReadIsTold) {
+    std::filesystem::remove(world.Folder / "init.cfg");
+    std::filesystem::create_directory(world.Folder / "init.cfg");
+    program.Connection.Load();
+    EXPECT_TRUE(program.Status.Text().starts_with("The choice of port was not read. ")) << program.Status.Text();
+}
+
 TEST_F(ConnectionDialogTest, ListsHoldTheNumbersAndPortsTold) {
     ASSERT_EQ(form.ComSelect.Items().size(), 33U);
     EXPECT_EQ(form.ComSelect.Items()[0], "NONE");

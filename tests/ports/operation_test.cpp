@@ -1,0 +1,71 @@
+#include "ports/operation.h"
+
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace nrv::testing {
+namespace {
+
+constexpr Operation::Subject OfSlot0{0, 5};
+
+TEST(OperationTest, BeginsWithNothingOfTheLastOne) {
+    Operation operation;
+    operation.Begin(OfSlot0);
+    EXPECT_TRUE(operation.Running());
+    EXPECT_TRUE(operation.Busy());
+    operation.Call("the copy", 7);
+    operation.At("byte 3 of 16");
+    operation.CountAnswered();
+    operation.CountUnsent(2);
+    operation.Fail("ID:5 does not answer");
+    operation.Report();
+    operation.End();
+    EXPECT_FALSE(operation.Running());
+    EXPECT_FALSE(operation.Busy());
+    EXPECT_FALSE(operation.Reported());
+
+    operation.Begin(OfSlot0);
+    EXPECT_FALSE(operation.Reported());
+    EXPECT_EQ(operation.Reason(), "");
+    EXPECT_EQ(operation.Name(), "");
+    EXPECT_EQ(operation.Progress(), "");
+    EXPECT_EQ(operation.Answered(), 0);
+    EXPECT_EQ(operation.Frames(), 0);
+    operation.CountUnsent(3);
+    operation.CountAnswered();
+    EXPECT_EQ(operation.Frames(), 4);
+    operation.Call("the load");
+    EXPECT_EQ(operation.Frames(), 0);
+}
+
+TEST(OperationTest, IsNotBusyWhileABoxStandsAndBusyAgainBehindIt) {
+    Operation operation;
+    operation.Begin(OfSlot0);
+    {
+        const Operation::Standing box(operation, Operation::Loop::Box);
+        EXPECT_FALSE(operation.Busy());
+        EXPECT_TRUE(operation.BoxStands());
+        EXPECT_FALSE(operation.DialogStands());
+    }
+    EXPECT_TRUE(operation.Busy());
+    EXPECT_FALSE(operation.BoxStands());
+}
+
+TEST(OperationTest, TellsThatALoopEndedUnlessAnErrorLeavesIt) {
+    Operation operation;
+    int ended = 0;
+    operation.Watch.LoopEnds = [&ended] { ++ended; };
+    operation.Begin(OfSlot0);
+    { const Operation::Standing dialog(operation, Operation::Loop::Dialog); }
+    EXPECT_EQ(ended, 1);
+    EXPECT_THROW(
+        {
+            const Operation::Standing dialog(operation, Operation::Loop::Dialog);
+            throw std::runtime_error("it went");
+        },
+        std::runtime_error);
+    EXPECT_EQ(ended, 1);
+}
+
+} // namespace
+} // namespace nrv::testing
