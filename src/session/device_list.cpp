@@ -103,7 +103,6 @@ void DeviceList::OpenDevice(int row) {
     try {
         Open(row);
     } catch (const RuntimeError& error) {
-        form_.Window.SetMousePointer(controls::Pointer::Default);
         if (!link_.Current.Reported()) {
             status_.Tell(std::string("The device was not opened. ") + error.what());
         }
@@ -187,7 +186,6 @@ bool DeviceList::PassesCheck(int id) {
             throw;
         }
         // The mark that cannot be written ends the opening here, and the notice stays on the screen; that is meant.
-        form_.Window.SetMousePointer(controls::Pointer::Default);
         tell();
         return false;
     }

@@ -123,6 +123,35 @@ TEST_F(DeviceListTest, ReportedFailureLeavesTheTimerOnAndTheWorkStartsOver) {
     EXPECT_FALSE(program.List.Timer1.Running());
 }
 
+TEST_F(DeviceListTest, PassBelongsToTheDeviceThatItReadsAndSaysHowFarItIs) {
+    StartWithoutTick({3, 7});
+    program.Link.ReportLinkFailure = true;
+    std::vector<int> about;
+    std::string waiting;
+    int of_seven = 0;
+    world.Port.OnOutput = [&] {
+        if (of_seven > 3 && waiting.empty()) { // the third byte is asked for again
+            waiting = program.Status.Text();
+        }
+    };
+    world.Port.Answer = [&](const Frame& frame) {
+        const int device = program.Events.Current().Of()->Device;
+        if (about.empty() || about.back() != device) {
+            about.push_back(device);
+        }
+        of_seven += frame[2] == 7 ? 1 : 0;
+        return of_seven < 3 ? line.Answer(frame) : Bytes{};
+    };
+    int starts = 0;
+    program.List.Timer1.Observe([&](controls::Aspect) { starts += program.List.Timer1.Running() ? 1 : 0; });
+    TickList();
+    EXPECT_THAT(about, ::testing::ElementsAre(3, 7));
+    EXPECT_EQ(waiting, "ID:7 does not answer, byte 3 of 16.");
+    EXPECT_EQ(program.Status.Text(),
+              "ID:7 does not answer; the reading of its label stopped. Double-click its row to connect it again.");
+    EXPECT_EQ(starts, 1); // a whole second more from here
+}
+
 TEST_F(DeviceListTest, UnreportedFailureGivesAGarbageLabelAndNothingStopsThePass) {
     StartWithoutTick({3});
     program.Link.RxFrame[8] = '?';

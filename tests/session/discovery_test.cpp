@@ -56,6 +56,27 @@ TEST_F(DiscoveryTest, ListOfTenIsProbedInItsOwnOrder) {
               "No answer came from ID:31, ID:17, ID:4, ID:5, ID:6, ID:7, ID:8, ID:1.");
 }
 
+TEST_F(DiscoveryTest, AListOfWhichAllAnswerIsNotTalkedAbout) {
+    program.State.ListOfTen = true;
+    Configure({31, 2, 17, 4, 5, 6, 7, 8, 9, 1});
+    for (const int id : {31, 2, 17, 4, 5, 6, 7, 8, 9, 1}) {
+        line.Add(id, "a");
+    }
+    EXPECT_TRUE(Search());
+    EXPECT_EQ(program.Main.StatusLine.Caption(), "");
+}
+
+TEST_F(DiscoveryTest, ANumberInTheListThatIsNoIdIsNotAskedFor) {
+    program.State.ListOfTen = true;
+    Configure({31, 40, -1, 33});
+    line.Add(31, "a");
+    Search();
+    for (const int id : IdsProbed()) {
+        EXPECT_TRUE(id == 31 || id == 0) << id;
+    }
+    EXPECT_EQ(program.State.FoundLast, 0);
+}
+
 TEST_F(DiscoveryTest, ProgressOfTenGoesByNinths) {
     program.State.ListOfTen = true;
     Configure(Range(1, 20));

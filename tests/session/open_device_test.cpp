@@ -255,6 +255,49 @@ TEST_F(OpenDeviceTest, OpeningThatFailsInItsLoadGivesSlotAndCountBack) {
     EXPECT_EQ(program.Windows.OpenWindowTop, 1);
 }
 
+TEST_F(OpenDeviceTest, NoticeStandsAtASecondOpeningTooAndGoesWhenItFails) {
+    StartOnLine({3, 7});
+    DoubleClick(0);
+    program.Windows.Loaded[0] = false; // as an unconnected device leaves it
+    program.Windows.WindowSlots[0].InUse = false;
+    program.Windows.OpenWindowTop = -1;
+    Forget();
+    bool seen = false;
+    world.Port.Answer = [&](const Frame& frame) {
+        seen = true;
+        EXPECT_TRUE(program.List.LoadingNotice.Visible());
+        Bytes answer = line.Answer(frame);
+        if (frame[3] == 0x10) {
+            world.Port.GoAway();
+        }
+        return answer;
+    };
+    DoubleClick(0);
+    EXPECT_TRUE(seen);
+    EXPECT_FALSE(program.List.LoadingNotice.Visible());
+}
+
+TEST_F(OpenDeviceTest, NoFreeSlotGivesTheCountBack) {
+    StartOnLine({3});
+    for (std::size_t slot = 0; slot < program.Windows.WindowSlots.size(); ++slot) {
+        program.Windows.WindowSlots[slot] = {true, 20, static_cast<int>(slot)};
+    }
+    program.Windows.OpenWindowTop = 4;
+    DoubleClick(0);
+    EXPECT_EQ(program.Main.StatusLine.Caption(), "The device was not opened. No window is free.");
+    EXPECT_EQ(program.Windows.OpenWindowTop, 4);
+}
+
+TEST_F(OpenDeviceTest, ALinkThatWasNeverReadyIsNotConnectedAnew) {
+    StartOnLine({3});
+    world.Port.SetPortOpen(false);
+    program.Link.LinkReady = false;
+    DoubleClick(0);
+    for (const MessageBox& box : world.Boxes.Shown) {
+        EXPECT_NE(box.Title, "Connect device");
+    }
+}
+
 TEST_F(OpenDeviceTest, FailureWhileTheDeviceIsReadGivesUpThatDeviceAndNoOther) {
     StartOnLine({3, 7});
     DoubleClick(0);

@@ -259,6 +259,7 @@ TEST_F(StartUpTest, PortThatGoesAwayBetweenItsTwoOpeningsCountsAsMissing) {
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     ExpectDemoQuestion(world.Boxes.Shown[0]);
     EXPECT_TRUE(other.Link.DemoMode);
+    EXPECT_FALSE(other.Link.PortOpened);
     EXPECT_FALSE(other.Link.LinkReady);
     EXPECT_EQ(other.Main.StatusLine.Caption(), "The port is absent.");
     EXPECT_TRUE(world.Port.Sent.empty());
