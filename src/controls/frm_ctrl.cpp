@@ -15,6 +15,21 @@ const Texts& SlopeTexts() {
     return texts;
 }
 
+const Texts& SlopeToolTips() {
+    static const Texts texts = {"No filter",
+                                "Butterworth, 6 dB an octave",
+                                "Butterworth, 12 dB an octave",
+                                "Linkwitz-Riley, 12 dB an octave",
+                                "Bessel, 12 dB an octave",
+                                "Chebyshev, 12 dB an octave",
+                                "Butterworth, 18 dB an octave",
+                                "Chebyshev, 18 dB an octave",
+                                "Butterworth, 24 dB an octave",
+                                "Linkwitz-Riley, 24 dB an octave",
+                                "Chebyshev, 24 dB an octave"};
+    return texts;
+}
+
 const Texts& InputToneTexts() {
     static const Texts texts = {"Bypass", " 1' ord", " 2' ord"};
     return texts;
@@ -86,6 +101,7 @@ void DesignOutputs(FrmCtrl& form) {
     for (std::size_t x = 0; x < CrossoverCount; ++x) {
         form.Frame7[x].SetCaption(x % 2 == 0 ? "High Pass filter" : "Low Pass filter");
         form.Combo2[x].SetItems(SlopeTexts());
+        form.Combo2[x].SetItemToolTips(SlopeToolTips());
     }
     for (std::size_t c = 0; c < ChannelCount; ++c) {
         form.Frame8[c].SetCaption(IsInput(c) ? "Noise Gate" : "Limiter");

@@ -56,9 +56,10 @@ class Fader : public Ranged {
         zero_position_ = zero_position;
     }
     void SetPosition(int position) { Hold(position); }
+    /// Moving to the place that shows is a move when the one held lies outside the range.
     void UserMove(int position) {
         const int target = std::clamp(position, Minimum(), Maximum());
-        if (target != Shown()) {
+        if (target != Position()) {
             Hold(target);
             Run(Moved);
         }
@@ -124,12 +125,8 @@ class List : public Control {
             Run(Chosen);
         }
     }
-    /// The user's choice of an entry; choosing the one that shows is no change.
-    void UserSelect(int index) {
-        if (index != Shown()) {
-            Select(index);
-        }
-    }
+    /// The user's choice of an entry; choosing the one that shows is a change when the one held lies past the end.
+    void UserSelect(int index) { Select(index); }
 
   private:
     std::vector<std::string> items_;

@@ -28,6 +28,13 @@ void SetPhase(const CommandContext& context, int index) {
     form.Check2[TwinOfControl(i)].SetValue(form.Check2[i].Value());
 }
 
+void TellSockets(controls::FrmCtrl& form, bool digital) {
+    for (int input = 0; input < InputCount; ++input) {
+        const std::string what = digital ? "digital input" : "analog input " + std::to_string(input + 1);
+        form.Label400[At(input)].SetToolTip(std::string(ChannelTitle(input)) + ": " + what);
+    }
+}
+
 void SetInputType(const CommandContext& context) {
     controls::FrmCtrl& form = context.Form();
     const int type = form.Combo4.Index();
@@ -38,6 +45,7 @@ void SetInputType(const CommandContext& context) {
     option_bits = static_cast<std::uint8_t>(digital ? option_bits | InputTypeBit : option_bits & ~InputTypeBit);
     form.Label400[0].SetCaption(digital ? " SPDIF " : "Input 1");
     form.Label400[1].SetCaption(digital ? " SPDIF " : "Input 2");
+    TellSockets(form, digital);
     context.Send(link::InputTypeCommand, 0, 0, {0, 0, 0, type});
 }
 

@@ -8,6 +8,9 @@ namespace nrv::model {
 /// twin behind.
 void SetPhase(const CommandContext& context, int index);
 
+/// What the sockets of the diagram are, as their tool tips: their captions stand crosswise at first.
+void TellSockets(controls::FrmCtrl& form, bool digital);
+
 /// Analog or digital input, from its list; one frame. The option bit changes in the image alone.
 void SetInputType(const CommandContext& context);
 

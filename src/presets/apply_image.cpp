@@ -71,6 +71,7 @@ void ApplyMutes(const CommandContext& context, bool check_suppressed) {
 void ApplyOptionBits(const CommandContext& context) {
     model::DecodeOptionBits(context.Image().SystemPage[model::OptionBitsAddress], context.Values());
     Guarded(context, [&] { context.Form().Combo4.Select(static_cast<int>(context.Values().InputType)); });
+    model::TellSockets(context.Form(), context.Values().InputType == 1.0);
 }
 
 /// Which mutes and options hold from here on. False when the bulk update failed.

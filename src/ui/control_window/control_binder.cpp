@@ -59,7 +59,15 @@ void ControlBinder::operator()(std::string_view name, int index, controls::Fader
     if (widget == nullptr) {
         return;
     }
-    const auto show = [&fader, widget] { widget->ShowPosition(fader.Shown()); };
+    const auto show = [&fader, widget] {
+        const bool outside = fader.Position() != fader.Shown();
+        widget->ShowPosition(fader.Shown());
+        widget->SetOutside(outside);
+        // Codes count from the fader's foot.
+        widget->setToolTip(
+            outside ? QStringLiteral("The device holds %1, outside the scale").arg(fader.Maximum() - fader.Position())
+                    : FromBytes(fader.ToolTip()));
+    };
     const auto set_up = [&fader, widget] {
         widget->setRange(fader.Minimum(), fader.Maximum());
         widget->SetTicks(fader.TickSpacing(), fader.ZeroPosition());
@@ -113,6 +121,11 @@ void ControlBinder::operator()(std::string_view name, int index, controls::UpDow
 void ControlBinder::operator()(std::string_view name, int index, controls::List& list) {
     if (auto* box = WidgetOf<ListBox>(name, index)) {
         Bind(list, *box, entry_);
+        box->HeldOutside = [&list] {
+            return list.Index() != list.Shown()
+                       ? QStringLiteral("The device holds %1, outside the list").arg(list.Index())
+                       : QString();
+        };
     }
 }
 

@@ -69,12 +69,13 @@ class Diagram {
     void AddChannel(int channel, const QRect& place, QPoint picture) {
         const QColor colour = ChannelColour(channel);
         builder_.Add<Block>(drawing_, "Label300", channel, place, Block::Kind::Channel, colour);
-        builder_.Add<ChannelPicture>(drawing_, "Image1", channel, QRect(picture, QSize(PictureSize, PictureSize)),
+        // A mute crosses out the picture, and the name stays to be read.
+        const QRect picture_place(picture, QSize(PictureSize, PictureSize));
+        builder_.Add<ChannelPicture>(drawing_, "Image1", channel, picture_place,
                                      IsInput(channel) ? ChannelPicture::Kind::Socket
                                                       : ChannelPicture::Kind::Loudspeaker);
-        const QRect cross = place.adjusted(4, -4, -4, 4);
-        builder_.Add<Wire>(drawing_, "Line6", channel, cross, Wire::Shape::Falling, CurrentTheme().Muted);
-        builder_.Add<Wire>(drawing_, "Line7", channel, cross, Wire::Shape::Rising, CurrentTheme().Muted);
+        builder_.Add<Wire>(drawing_, "Line6", channel, picture_place, Wire::Shape::Falling, CurrentTheme().Muted);
+        builder_.Add<Wire>(drawing_, "Line7", channel, picture_place, Wire::Shape::Rising, CurrentTheme().Muted);
     }
 
     void AddInput(int input) {

@@ -45,12 +45,21 @@ constexpr Theme DarkTheme{.Dark = true,
                           .Muted = Hex(0xD42A2A),
                           .Accent = Hex(0x6AA0FF)};
 
-constexpr Paper PaperColours{.Ground = Hex(0xFCFDFE),
-                             .FineLevels = Hex(0xEFF2F5),
-                             .FineFrequencies = Hex(0xEAEEF2),
-                             .TenDecibels = Hex(0xDFE4EA),
-                             .Decades = Hex(0xC9D1DA),
-                             .Zero = Hex(0x9AA5B1)};
+constexpr Paper LightPaper{.Ground = Hex(0xFCFDFE),
+                           .FineLevels = Hex(0xEFF2F5),
+                           .FineFrequencies = Hex(0xEAEEF2),
+                           .TenDecibels = Hex(0xDFE4EA),
+                           .Decades = Hex(0xC9D1DA),
+                           .Zero = Hex(0x9AA5B1),
+                           .Ink = Hex(0x1B2026)};
+
+constexpr Paper DarkPaper{.Ground = Hex(0x0E1114),
+                          .FineLevels = Hex(0x171B20),
+                          .FineFrequencies = Hex(0x1A1F25),
+                          .TenDecibels = Hex(0x242A31),
+                          .Decades = Hex(0x343C46),
+                          .Zero = Hex(0x66717E),
+                          .Ink = Hex(0xE6EAEE)};
 
 const Theme* current_theme = &LightTheme;
 
@@ -102,7 +111,7 @@ const Theme& CurrentTheme() {
 }
 
 const Paper& GraphPaper() {
-    return PaperColours;
+    return current_theme->Dark ? DarkPaper : LightPaper;
 }
 
 void ApplyTheme(QApplication& application) {

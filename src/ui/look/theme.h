@@ -24,7 +24,8 @@ struct Theme {
     QColor Accent; ///< what belongs to no channel: the master level
 };
 
-/// The graph's paper, alike in both sets: the curves' colours are made for light ground.
+/// The graph's paper: near white, or near black, where the darkest of the curves' colours stands out as well as the
+/// lightest does from white.
 struct Paper {
     QColor Ground;
     QColor FineLevels;
@@ -32,6 +33,7 @@ struct Paper {
     QColor TenDecibels;
     QColor Decades;
     QColor Zero;
+    QColor Ink; ///< the ring of a point that is attended to
 };
 
 /// The set in use; the light one before ApplyTheme.

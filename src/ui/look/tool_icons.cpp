@@ -31,9 +31,20 @@ void Arrow(QPainterPath& path, QPointF from, QPointF to) {
     Stroke(path, {to + along + across, to, to + along - across});
 }
 
-QPainterPath Tray() {
+/// A folder that stands open.
+QPainterPath Folder() {
     QPainterPath path;
-    Stroke(path, {{5.5, 7.5}, {2.5, 7.5}, {2.5, 15.5}, {15.5, 15.5}, {15.5, 7.5}, {12.5, 7.5}});
+    Stroke(path, {{2.5, 14.5}, {2.5, 4.0}, {6.8, 4.0}, {8.3, 5.8}, {13.5, 5.8}, {13.5, 8.0}});
+    Stroke(path, {{2.5, 14.5}, {5.0, 8.0}, {16.3, 8.0}, {13.8, 14.5}, {2.5, 14.5}});
+    return path;
+}
+
+/// A disk with its slider and its label.
+QPainterPath Disk() {
+    QPainterPath path;
+    Stroke(path, {{2.5, 2.5}, {12.8, 2.5}, {15.5, 5.2}, {15.5, 15.5}, {2.5, 15.5}, {2.5, 2.5}});
+    Stroke(path, {{6.0, 2.5}, {6.0, 6.5}, {11.5, 6.5}, {11.5, 2.5}});
+    Stroke(path, {{5.0, 15.5}, {5.0, 10.0}, {13.0, 10.0}, {13.0, 15.5}});
     return path;
 }
 
@@ -100,12 +111,10 @@ QPainterPath PathOf(int tool) {
     QPainterPath path;
     switch (tool) {
     case controls::LoadPresetTool:
-        path = Tray();
-        Arrow(path, {9.0, 2.0}, {9.0, 11.5});
+        path = Folder();
         break;
     case controls::SavePresetTool:
-        path = Tray();
-        Arrow(path, {9.0, 11.5}, {9.0, 2.0});
+        path = Disk();
         break;
     case controls::StorePresetTool:
         path = Chip();

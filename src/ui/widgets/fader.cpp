@@ -62,7 +62,7 @@ int Fader::PositionAt(double y) const {
 
 void Fader::MoveTo(int position) {
     const int target = std::clamp(position, minimum(), maximum());
-    if (target != value()) {
+    if (target != value() || outside_) {
         setValue(target);
         emit UserMoved(target);
     }
@@ -102,7 +102,11 @@ void Fader::mouseMoveEvent(QMouseEvent* event) {
 
 void Fader::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
+        const bool on_the_cap = dragging_;
         LetGo();
+        if (on_the_cap && outside_) {
+            MoveTo(value());
+        }
     }
 }
 

@@ -21,6 +21,8 @@ class Fader : public QSlider, public Spoken {
     void SetTicks(int spacing, int zero_position);
     /// Shows a position that is not the user's doing; emits nothing of ours.
     void ShowPosition(int position) { setValue(position); }
+    /// The value that is held lies outside the scale: a move to the place that shows is a move.
+    void SetOutside(bool outside) { outside_ = outside; }
     /// The height in the widget, in pixels, at which the cap of a position has its middle.
     double PlaceOf(int position) const;
     QSize sizeHint() const override { return {28, 120}; }
@@ -58,6 +60,7 @@ class Fader : public QSlider, public Spoken {
     WheelSteps wheel_;
     AutoRepeat repeat_; ///< of a press on the groove
     bool dragging_ = false;
+    bool outside_ = false;
     double grip_ = 0.0;      // from the cap's middle to the finger
     double paging_to_ = 0.0; // where the groove is pressed
 };

@@ -6,6 +6,8 @@
 #include <QPixmap>
 #include <QPixmapCache>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace nrv::ui {
@@ -53,6 +55,50 @@ int SideOf(QPoint point) {
     return point.y() < 0 ? -1 : point.y() >= GraphView::GraphHeight ? 1 : 0;
 }
 
+/// Small arrows along the edge beyond which a curve runs: a graph with nothing else on it is no riddle.
+void PaintArrows(QPainter& painter, int from, int to, int side) {
+    constexpr int pitch = 24;
+    constexpr double half_width = 3.5;
+    constexpr double height = 5.0;
+    const double tip = side < 0 ? 1.0 : GraphView::GraphHeight - 2.0;
+    const auto arrow = [&](double x) {
+        const double base = tip - side * height;
+        const std::array corners{QPointF(x, tip), QPointF(x - half_width, base), QPointF(x + half_width, base)};
+        painter.drawPolygon(corners.data(), static_cast<int>(corners.size()));
+    };
+    from = std::max(from, 0);
+    to = std::min(to, GraphView::GraphWidth - 1);
+    if (to - from < pitch) {
+        arrow((from + to) / 2.0);
+        return;
+    }
+    for (int x = (from + pitch - 1) / pitch * pitch; x <= to; x += pitch) {
+        arrow(x);
+    }
+}
+
+/// Where a stroke runs above or below the paper.
+void PaintLeaving(const controls::Picture::Stroke& stroke, QPainter& painter) {
+    int side = 0;
+    int from = 0;
+    int at = 0;
+    const auto end = [&] {
+        if (side != 0 && at >= 0 && from < GraphView::GraphWidth) {
+            PaintArrows(painter, from, at, side);
+        }
+    };
+    for (const controls::Picture::Point& point : stroke.Points) {
+        const int now = point.X < 0 ? 0 : SideOf({point.X, point.Y});
+        if (now != side) {
+            end();
+            side = now;
+            from = point.X;
+        }
+        at = point.X;
+    }
+    end();
+}
+
 /// The points that a stroke needs: the ends of each level, upright or unseen run.
 void Thin(const controls::Picture::Stroke& stroke, QList<QPointF>& points) {
     const auto runs_on = [](int from, int by, int to) { return (from < by && by < to) || (from > by && by > to); };
@@ -87,7 +133,7 @@ void Thin(const controls::Picture::Stroke& stroke, QList<QPointF>& points) {
 
 /// Painted once for each pixel ratio and shared by all graphs.
 QPixmap PaperFor(double pixel_ratio) {
-    const QString key = QStringLiteral("graph paper %1").arg(pixel_ratio);
+    const QString key = QStringLiteral("graph paper %1 %2").arg(pixel_ratio).arg(GraphPaper().Ground.name());
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
         const QSizeF size = QSizeF(GraphView::GraphWidth, GraphView::GraphHeight) * pixel_ratio;
@@ -139,6 +185,12 @@ void GraphView::paintEvent(QPaintEvent*) {
 void GraphView::Paint(const controls::Picture& picture, QPainter& painter, QList<QPointF>& points) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(0.5, 0.5); // the middle of a pixel is meant
+    painter.setPen(Qt::NoPen);
+    for (const controls::Picture::Stroke& stroke : picture.Strokes()) {
+        painter.setBrush(QColor(stroke.Pen.Red, stroke.Pen.Green, stroke.Pen.Blue));
+        PaintLeaving(stroke, painter);
+    }
+    painter.setBrush(Qt::NoBrush);
     for (const controls::Picture::Stroke& stroke : picture.Strokes()) {
         Thin(stroke, points);
         painter.setPen(QPen(QColor(stroke.Pen.Red, stroke.Pen.Green, stroke.Pen.Blue), 1.0));

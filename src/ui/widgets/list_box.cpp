@@ -1,6 +1,8 @@
 #include "ui/widgets/list_box.h"
 
 #include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -10,6 +12,8 @@ namespace nrv::ui {
 ListBox::ListBox(QWidget* parent) : QComboBox(parent), Spoken(QAccessible::ComboBox) {
     InWords = [this] { return currentText(); };
     setFocusPolicy(Qt::StrongFocus);
+    constexpr int longest = 11; // the slopes, without scrolling
+    setMaxVisibleItems(longest);
     // Its place is fixed: measuring the entries at every change would be work for nothing.
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
 }
@@ -25,6 +29,17 @@ void ListBox::TakeSpoken(int number) {
         setCurrentIndex(number);
         emit activated(number);
     }
+}
+
+bool ListBox::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        // The closed list tells of the entry that it shows, or of what it cannot show.
+        const QString held = HeldOutside ? HeldOutside() : QString();
+        const QString tip = !held.isEmpty() ? held : currentData(Qt::ToolTipRole).toString();
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip.isEmpty() ? toolTip() : tip, this);
+        return true;
+    }
+    return QComboBox::event(event);
 }
 
 void ListBox::wheelEvent(QWheelEvent* event) {

@@ -12,6 +12,8 @@ class ListBox : public QComboBox, public Spoken {
   public:
     explicit ListBox(QWidget* parent);
     void showPopup() override;
+    /// Words for a value that is held and that no entry stands for; empty while one does.
+    std::function<QString()> HeldOutside;
 
     std::optional<Scale> SpokenScale() const override { return Scale{0, count() - 1, currentIndex()}; }
     void TakeSpoken(int number) override;
@@ -19,6 +21,7 @@ class ListBox : public QComboBox, public Spoken {
     void DoSpokenAction() override { showPopup(); }
 
   protected:
+    bool event(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 };
 

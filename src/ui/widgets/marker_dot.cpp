@@ -125,7 +125,7 @@ void MarkerDot::paintEvent(QPaintEvent*) {
         fill = Mixed(fill, GraphPaper().Ground, 0.55);
     }
     painter.setPen(Qt::NoPen);
-    painter.setBrush(highlighted_ && !in_hand_ ? InHandColour : QColor(Qt::white));
+    painter.setBrush(highlighted_ && !in_hand_ ? GraphPaper().Ink : QColor(Qt::white));
     painter.drawEllipse(centre, Radius + 1.0, Radius + 1.0);
     painter.setBrush(fill);
     painter.drawEllipse(centre, Radius, Radius);

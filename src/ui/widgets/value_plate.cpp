@@ -44,7 +44,8 @@ void ValuePlate::ShowAt(QPoint place, const QString& text) {
 
 void ValuePlate::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    DrawBox(painter, rect(), QColor(0x1B, 0x20, 0x26), QColor(0x1B, 0x20, 0x26), 3.0);
+    const QColor fill(0x1B, 0x20, 0x26);
+    DrawBox(painter, rect(), fill, CurrentTheme().Dark ? CurrentTheme().Dim : fill, 3.0);
     painter.setPen(Qt::white);
     DrawFitted(painter, QRectF(rect()).adjusted(SideMargin, 0, -SideMargin, 0), Qt::AlignCenter, text_);
 }
