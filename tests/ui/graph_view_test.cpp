@@ -1,38 +1,18 @@
 // The paper of a graph and the curves on it, light and dark.
 
+#include "contrast.h"
 #include "response/response.h"
 #include "ui/look/theme.h"
 #include "ui/widgets/graph_view.h"
 
-#include <QApplication>
-#include <QPalette>
 #include <QTest>
 
 #include <algorithm>
-#include <cmath>
 
 using namespace nrv;
+using namespace nrv::test;
 
 namespace {
-
-/// The contrast of two colours as WCAG 2 has it, 1 to 21.
-double Contrast(const QColor& one, const QColor& other) {
-    const auto luminance = [](const QColor& colour) {
-        const auto linear = [](double part) {
-            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-    };
-    const auto [dark, light] = std::minmax(luminance(one), luminance(other));
-    return (light + 0.05) / (dark + 0.05);
-}
-
-void UseGround(const QColor& window) {
-    QPalette palette;
-    palette.setColor(QPalette::Window, window);
-    QApplication::setPalette(palette);
-    ui::ApplyTheme(*qApp);
-}
 
 /// A curve at one height from edge to edge.
 void DrawLevel(controls::Picture& picture, int y) {

@@ -16,6 +16,8 @@ namespace {
 constexpr int FineLevelStep = 2; // dB
 constexpr int LevelStep = 10;    // dB
 constexpr int LevelRange = 30;   // dB
+constexpr int ArrowPitch = 24;   // pixels from one arrow at the edge to the next
+constexpr int ArrowWidth = 8;
 
 // A curve's point lies on a whole pixel; a grid line of the same place covers that pixel.
 
@@ -56,9 +58,8 @@ int SideOf(QPoint point) {
 }
 
 /// Small arrows along the edge beyond which a curve runs: a graph with nothing else on it is no riddle.
-void PaintArrows(QPainter& painter, int from, int to, int side) {
-    constexpr int pitch = 24;
-    constexpr double half_width = 3.5;
+void PaintArrows(QPainter& painter, int from, int to, int side, int shift) {
+    constexpr double half_width = ArrowWidth / 2.0 - 0.5;
     constexpr double height = 5.0;
     const double tip = side < 0 ? 1.0 : GraphView::GraphHeight - 2.0;
     const auto arrow = [&](double x) {
@@ -68,23 +69,23 @@ void PaintArrows(QPainter& painter, int from, int to, int side) {
     };
     from = std::max(from, 0);
     to = std::min(to, GraphView::GraphWidth - 1);
-    if (to - from < pitch) {
+    if (to - from < ArrowPitch) {
         arrow((from + to) / 2.0);
         return;
     }
-    for (int x = (from + pitch - 1) / pitch * pitch; x <= to; x += pitch) {
+    for (int x = (from + ArrowPitch - 1) / ArrowPitch * ArrowPitch + shift; x <= to; x += ArrowPitch) {
         arrow(x);
     }
 }
 
 /// Where a stroke runs above or below the paper.
-void PaintLeaving(const controls::Picture::Stroke& stroke, QPainter& painter) {
+void PaintLeaving(const controls::Picture::Stroke& stroke, QPainter& painter, int shift) {
     int side = 0;
     int from = 0;
     int at = 0;
     const auto end = [&] {
         if (side != 0 && at >= 0 && from < GraphView::GraphWidth) {
-            PaintArrows(painter, from, at, side);
+            PaintArrows(painter, from, at, side, shift);
         }
     };
     for (const controls::Picture::Point& point : stroke.Points) {
@@ -186,9 +187,11 @@ void GraphView::Paint(const controls::Picture& picture, QPainter& painter, QList
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(0.5, 0.5); // the middle of a pixel is meant
     painter.setPen(Qt::NoPen);
+    int shift = 0; // so that two curves' arrows stand side by side
     for (const controls::Picture::Stroke& stroke : picture.Strokes()) {
         painter.setBrush(QColor(stroke.Pen.Red, stroke.Pen.Green, stroke.Pen.Blue));
-        PaintLeaving(stroke, painter);
+        PaintLeaving(stroke, painter, shift);
+        shift = (shift + ArrowWidth) % ArrowPitch;
     }
     painter.setBrush(Qt::NoBrush);
     for (const controls::Picture::Stroke& stroke : picture.Strokes()) {
