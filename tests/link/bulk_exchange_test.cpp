@@ -169,6 +169,12 @@ TEST_F(BulkExchange, LetsNoEventsRun) {
     EXPECT_FALSE(ran);
 }
 
+TEST_F(BulkExchange, APortThatGoesAwayMeanwhileIsFalseWithoutABox) {
+    rig.Port.OnOutput = [this] { rig.Port.GoAway(); };
+    EXPECT_FALSE(rig.Link.BulkExchange(0, ReadThird));
+    EXPECT_THAT(rig.Boxes.Shown, IsEmpty());
+}
+
 TEST_F(BulkExchange, LeavesAtOnceAfterAFailureThatWasTold) {
     rig.Operation.Begin({0, 0});
     rig.Operation.Report();

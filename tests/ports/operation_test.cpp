@@ -1,4 +1,6 @@
 #include "ports/operation.h"
+#include "ports/standing_ports.h"
+#include "support/scripted_ports.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -65,6 +67,21 @@ TEST(OperationTest, TellsThatALoopEndedUnlessAnErrorLeavesIt) {
         },
         std::runtime_error);
     EXPECT_EQ(ended, 1);
+}
+
+TEST(StandingBoxesTest, AfterAReportShowNothingAndAnswerWhatChangesNothing) {
+    Operation operation;
+    ScriptedBoxes boxes;
+    StandingBoxes standing(boxes, operation);
+    operation.Begin(OfSlot0);
+    operation.Report();
+    EXPECT_EQ(standing.Show({"Do you?", "Question", BoxIcon::None, BoxButtons::YesNo}), BoxAnswer::No);
+    EXPECT_EQ(standing.Show({"It is so.", "Notice", BoxIcon::None, BoxButtons::Ok}), BoxAnswer::Ok);
+    EXPECT_TRUE(boxes.Shown.empty());
+    operation.End();
+    operation.Begin(OfSlot0);
+    standing.Show({"It is so.", "Notice", BoxIcon::None, BoxButtons::Ok});
+    EXPECT_EQ(boxes.Shown.size(), 1U);
 }
 
 } // namespace

@@ -137,8 +137,10 @@ TEST_F(ApplyImageTest, BothPlacesOfAChannelShowTheImageThoughNoFrameGoesThrough)
         image.PresetBody[delay + 1] = static_cast<std::uint8_t>(3 + channel);
         image.PresetBody[delay + 2] = static_cast<std::uint8_t>(5 + channel);
     }
-    program.Link.TxSuppressed = false; // nothing answers
-    Apply();
+    program.Link.TxSuppressed = false; // nothing answers, and after the first report nothing is sent
+    program.Link.ReportLinkFailure = true;
+    program.Windows.Loaded[0] = true;
+    program.Events.Run(UserIn(0), [this] { Apply(); });
     EXPECT_FALSE(world.Port.Sent.empty());
     for (std::size_t channel = 0; channel < 8; ++channel) {
         const std::size_t twin = channel + 8;
@@ -153,6 +155,12 @@ TEST_F(ApplyImageTest, BothPlacesOfAChannelShowTheImageThoughNoFrameGoesThrough)
         EXPECT_EQ(form.Text2[twin].Text(), form.Text2[channel].Text()) << channel;
         EXPECT_FALSE(form.Text2[channel].Text().empty());
     }
+}
+
+TEST_F(ApplyImageTest, AnOverlayThatAnotherWindowLeftGoesWhereTheImageHasNone) {
+    program.Response.OverlayMatrix[2][3] = true;
+    Apply();
+    EXPECT_FALSE(program.Response.OverlayMatrix[2][3]);
 }
 
 TEST_F(ApplyImageTest, AShelfOfTheImageIsInItsChannelsCurve) {

@@ -309,12 +309,15 @@ TEST_F(CopyChannels, BothPlacesOfTheDestinationShowTheSourceThoughNoFrameGoesThr
     form.Check2[destination].SetValue(0);
     form.Check2[destination + 8].SetValue(0);
     TakeSent();
-    world.Port.Answer = nullptr;
-    CopyOutput(0, 4);
+    world.Port.Answer = nullptr; // after the first report nothing is sent
+    program.Link.ReportLinkFailure = true;
+    program.Events.Run(UserIn(0), [this] { CopyOutput(0, 4); });
+    EXPECT_THAT(world.Port.Sent, ::testing::SizeIs(5));
     EXPECT_EQ(form.Check1[destination + 8].Value(), 1);
     EXPECT_EQ(form.Check2[destination + 8].Value(), 1);
     EXPECT_EQ(form.Slider1[destination + 8].Position(), form.Slider1[source].Position());
     EXPECT_EQ(form.Text1[destination + 8].Text(), form.Text1[source].Text());
+    EXPECT_EQ(form.Text2[destination + 8].Text(), form.Text2[source].Text());
     EXPECT_EQ(form.UpDown1[destination + 8].Position(), form.UpDown1[source].Position());
     EXPECT_EQ(form.UpDown2[destination + 8].Position(), form.UpDown2[source].Position());
 }

@@ -1,6 +1,8 @@
 #include "model/equaliser_window.h"
 #include "response/equaliser_editing.h"
 
+#include <cmath>
+
 namespace nrv::testing {
 namespace {
 
@@ -388,6 +390,20 @@ TEST_F(EqualiserEditing, UnguardedEventsRunWhileTheProgramFillsTheWindow) {
     Type(form.Text8[1], "x");
     ExpectWarning("  Incorrect f value");
     SetEventsOff(false);
+}
+
+TEST_F(EqualiserEditing, SlopeAndTypedFrequencyMoveTheCurveOfACrossover) {
+    // A low pass of Out 1 far below 20 kHz takes the last point down; with none the channel is flat there.
+    form.Combo2[1].UserSelect(0);
+    const double open = program.Response.ChannelTotal(2).back();
+    form.Combo2[1].UserSelect(2);
+    Enter(form.Text8[1], "1000");
+    const double octaves = std::log2(20.0);
+    EXPECT_NEAR(program.Response.ChannelTotal(2).back() - open, -12.04 * octaves, 0.5);
+    Enter(form.Text8[1], "2000");
+    EXPECT_NEAR(program.Response.ChannelTotal(2).back() - open, -12.04 * (octaves - 1.0), 0.5);
+    form.Combo2[1].UserSelect(0);
+    EXPECT_NEAR(program.Response.ChannelTotal(2).back(), open, 1e-9);
 }
 
 TEST_F(EqualiserEditing, FaderListAndTypedFrequencyMoveTheCurveOfATone) {

@@ -288,6 +288,16 @@ TEST_F(OpenDeviceTest, NoFreeSlotGivesTheCountBack) {
     EXPECT_EQ(program.Windows.OpenWindowTop, 4);
 }
 
+TEST_F(OpenDeviceTest, InDemoModeNoPortIsOpenedAnew) {
+    StartOnLine({3});
+    world.Port.SetPortOpen(false);
+    program.Link.DemoMode = true;
+    Forget();
+    DoubleClick(0);
+    EXPECT_TRUE(world.Boxes.Shown.empty());
+    EXPECT_TRUE(Loaded(0));
+}
+
 TEST_F(OpenDeviceTest, ALinkThatWasNeverReadyIsNotConnectedAnew) {
     StartOnLine({3});
     world.Port.SetPortOpen(false);

@@ -261,10 +261,12 @@ def reached(program):
 def likely_first(mutant, tests, names):
     """Tests named after the file come first, then those that come by little else. What comes by in a process of its own, or
     before the tests begin, is not known: such a place has the tests named after its file, or else all."""
-    words = pathlib.Path(mutant.path).stem.replace("_", "")
-    named = [name for name in names if words in name.lower()]
-    rest = [name for _, name in sorted(tests) if name not in set(named)]
-    return named, rest if tests or named else names
+    stem = pathlib.Path(mutant.path).stem
+    suites = {suite for path in (TREE / "tests").rglob(f"{stem}*_test.cpp")
+              for suite in re.findall(r"^TEST\w*\((\w+),", path.read_text(), re.M)}
+    named = [name for name in names if name.split(".")[0] in suites or stem.replace("_", "") in name.lower()]
+    known = [name for _, name in sorted(tests)] if tests else names
+    return named, [name for name in known if name not in set(named)]
 
 
 def fate(program, mutant, tests, names):
@@ -304,12 +306,17 @@ def wanted(mutants, options):
     return [mutant for mutant in mutants if (mutant.path, mutant.kind, mutant.text) in survived]
 
 
-def write_result(fates, options):
+def write_result(fates, everything, options):
     reasons, used = harmless(), set()
     done = {(mutant.path, mutant.kind, mutant.text) for mutant, _ in fates}
     kinds = options.kinds.split(",")
-    kept = [row for row in rows_so_far() if (row[0], row[2], row[3]) not in done and
-            (options.again or options.only not in row[0] or row[2] not in kinds)]
+    there = {(mutant.path, mutant.kind, mutant.text) for mutant in everything}
+    kept = []
+    for row in rows_so_far():
+        key = (row[0], row[2], row[3])
+        in_reach = options.only in row[0] and row[2] in kinds
+        if key not in done and (key in there if options.again and in_reach else not in_reach):
+            kept.append(row)
     for mutant, end in fates:
         key = (mutant.path, mutant.kind, mutant.text)
         if end == SURVIVED and key in reasons:
@@ -331,7 +338,8 @@ def main():
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     options = parser.parse_args()
     RUN.mkdir(parents=True, exist_ok=True)
-    mutants = wanted(build(options), options)
+    everything = build(options)
+    mutants = wanted(everything, options)
     program = BUILD / "tests" / "nrv718_core_tests"
     tests, names = reached(program)
     print(f"{len(mutants)} mutants", flush=True)
@@ -340,7 +348,7 @@ def main():
         for mutant, end in zip(mutants, pool.map(lambda one: fate(program, one, tests.get(one.number, []), names), mutants)):
             fates.append((mutant, end))
             print(*mutant, end, sep="\t", file=result, flush=True)
-    survivors, count = write_result(fates, options)
+    survivors, count = write_result(fates, everything, options)
     for row in survivors:
         print(*row, sep="\t")
     print(f"{len(survivors)} of {count} survived; see {RESULT}")
