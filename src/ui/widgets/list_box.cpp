@@ -1,6 +1,12 @@
 #include "ui/widgets/list_box.h"
 
+#include "ui/look/theme.h"
+
 #include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyleOption>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -15,8 +21,36 @@ ListBox::ListBox(QWidget* parent) : QComboBox(parent) {
 
 void ListBox::showPopup() {
     constexpr int margins = 24;
+    emit Looked();
     view()->setMinimumWidth(std::max(width(), view()->sizeHintForColumn(0) + margins));
     QComboBox::showPopup();
+}
+
+bool ListBox::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        emit Looked();
+        const QString tip = currentData(Qt::ToolTipRole).toString();
+        if (!tip.isEmpty()) {
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
+            return true;
+        }
+    }
+    return QComboBox::event(event);
+}
+
+void ListBox::paintEvent(QPaintEvent* event) {
+    QComboBox::paintEvent(event);
+    const QString note = currentData(NoteRole).toString();
+    if (note.isEmpty()) {
+        return;
+    }
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    constexpr int gap = 4;
+    const QRect place = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    QPainter painter(this);
+    painter.setPen(isEnabled() ? CurrentTheme().Dim : CurrentTheme().Disabled);
+    painter.drawText(place.adjusted(0, 0, -gap, 0), Qt::AlignRight | Qt::AlignVCenter, note);
 }
 
 void ListBox::wheelEvent(QWheelEvent* event) {
