@@ -184,11 +184,6 @@ void LockedWindowTest::ItsValuesStayReadable() {
         const double contrast = ContrastOf(*value);
         QVERIFY2(contrast >= 4.5, qPrintable(QStringLiteral("%1: %2").arg(QLatin1String(name)).arg(contrast)));
     }
-    if (qEnvironmentVariableIsSet("NRV718_PICTURES")) {
-        desk_->Window(0)->window()->grab().save(
-            qEnvironmentVariable("NRV718_PICTURES") +
-            (dark ? QStringLiteral("/locked_dark.png") : QStringLiteral("/locked_light.png")));
-    }
 }
 
 QTEST_MAIN(LockedWindowTest)

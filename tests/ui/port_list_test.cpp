@@ -116,9 +116,6 @@ void PortListTest::TheEqualIdsAreNamed() {
         QVERIFY(told->isVisible());
         QVERIFY(told->heightForWidth(told->width()) <= told->height());
         QVERIFY(dialog.rect().contains(QRect(told->mapTo(&dialog, QPoint()), told->size())));
-        if (qEnvironmentVariableIsSet("NRV718_PICTURES")) {
-            dialog.grab().save(qEnvironmentVariable("NRV718_PICTURES") + QStringLiteral("/equal_ids.png"));
-        }
         driver::Choose(qobject_cast<QComboBox*>(In(dialog, "DeviceIds(6)")), 7);
         QCOMPARE(told->text(), QString());
     });
