@@ -61,6 +61,7 @@ class QuestionsTest : public RackTest {
     void EnterHeldDownAnswersNoQuestion();
     void ADeviceThatDiesUnderItsQuestionLeavesNothingBehind();
     void ButtonsShowFocusAndDefault();
+    void EnterPressesTheButtonsOfAControlWindow();
     void EnterPressesTheButtonThatHasTheKeyboard_data();
     void EnterPressesTheButtonThatHasTheKeyboard();
 
@@ -211,6 +212,20 @@ void QuestionsTest::ButtonsShowFocusAndDefault() {
         QCOMPARE(rim_of(cancel), rim);
         QVERIFY(rim_of(store) != rim); // Enter would press the other
     }));
+}
+
+void QuestionsTest::EnterPressesTheButtonsOfAControlWindow() {
+    AnswerNo(2);
+    desk_->ShowTab(2);
+    driver::Press(desk_->Control("Command1", 2), Qt::Key_Return);
+    driver::Press(desk_->Control("Command2", controls::UnconnectTool), Qt::Key_Enter);
+    QCOMPARE(seen_.size(), std::size_t{2});
+    QCOMPARE(seen_[0].Title, QStringLiteral("Flat Eq"));
+    QCOMPARE(seen_[1].Title, QStringLiteral("Unconnect device"));
+    // A mute and a box of text have other keys.
+    driver::Press(desk_->Control("Check1", 10), Qt::Key_Return);
+    QVERIFY(desk_->TakeFrames().empty());
+    QCOMPARE(other_->Difference(), QString());
 }
 
 void QuestionsTest::EnterPressesTheButtonThatHasTheKeyboard_data() {
