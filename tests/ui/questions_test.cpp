@@ -56,6 +56,7 @@ class QuestionsTest : public RackTest {
 
     void WhatCannotBeUndoneIsPreselectedNo();
     void ABoxIsAsWideAsItsTitleAndStandsBelowTheDialogThatAsked();
+    void ABoxBelongsToAWindowOfOursWhileAnotherProgramHasTheKeyboard_data();
     void ABoxBelongsToAWindowOfOursWhileAnotherProgramHasTheKeyboard();
     void EnterHeldDownAtTheLoginConfirmsNothing();
     void EnterHeldDownAnswersNoQuestion();
@@ -125,13 +126,33 @@ void QuestionsTest::ABoxIsAsWideAsItsTitleAndStandsBelowTheDialogThatAsked() {
     }
 }
 
+void QuestionsTest::ABoxBelongsToAWindowOfOursWhileAnotherProgramHasTheKeyboard_data() {
+    QTest::addColumn<bool>("in_dialog");
+    QTest::newRow("asked by a window") << false;
+    QTest::newRow("asked by a dialog") << true;
+}
+
 void QuestionsTest::ABoxBelongsToAWindowOfOursWhileAnotherProgramHasTheKeyboard() {
-    QApplication::setActiveWindow(nullptr);
-    QVERIFY(QApplication::activeWindow() == nullptr);
+    QFETCH(bool, in_dialog);
     AnswerNo(1);
-    desk_->Window()->close();
+    QWidget* owner = driver::Find(QStringLiteral("MDIFrmMain"));
+    const auto look_elsewhere = [] {
+        QApplication::setActiveWindow(nullptr);
+        QVERIFY(QApplication::activeWindow() == nullptr);
+    };
+    if (in_dialog) {
+        QVERIFY(desk_->WithTool(controls::CopyOutputTool, "FrmCopyOut", [&](QWidget& dialog) {
+            owner = &dialog;
+            look_elsewhere();
+            In(dialog, "Command1")->setFocus();
+            qobject_cast<QPushButton*>(In(dialog, "Command1"))->click();
+        }));
+    } else {
+        look_elsewhere();
+        desk_->Window()->close();
+    }
     QCOMPARE(seen_.size(), std::size_t{1});
-    QCOMPARE(seen_[0].Owner, driver::Find(QStringLiteral("MDIFrmMain")));
+    QCOMPARE(seen_[0].Owner, owner);
 }
 
 void QuestionsTest::EnterHeldDownAtTheLoginConfirmsNothing() {
@@ -211,6 +232,9 @@ void QuestionsTest::ButtonsShowFocusAndDefault() {
         cancel->setFocus();
         QCOMPARE(rim_of(cancel), rim);
         QVERIFY(rim_of(store) != rim); // Enter would press the other
+        In(dialog, "Combo1")->setFocus();
+        QCOMPARE(rim_of(store), rim); // and here the dialog's own again
+        QVERIFY(rim_of(cancel) != rim);
     }));
 }
 

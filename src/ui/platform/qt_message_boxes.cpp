@@ -34,7 +34,7 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
 /// A window of ours that a box can belong to, so that it does not come up behind it: the one in front, also while
 /// another program has the keyboard.
 QWidget* OwnerOfBox() {
-    for (QWidget* window : {QApplication::activeWindow(), QApplication::activeModalWidget()}) {
+    for (QWidget* window : {QApplication::activeModalWidget(), QApplication::activeWindow()}) {
         if (window != nullptr) {
             return window;
         }
