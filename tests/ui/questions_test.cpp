@@ -42,7 +42,7 @@ class QuestionsTest : public RackTest {
         boxes_->OnBox = [this](QWidget& box) {
             const QPushButton* preselected = nullptr;
             for (const QPushButton* button : box.findChildren<QPushButton*>()) {
-                preselected = button->isDefault() && button->hasFocus() ? button : preselected;
+                preselected = button->isDefault() && box.focusWidget() == button ? button : preselected;
             }
             seen_.push_back({box.windowTitle(),
                              preselected == nullptr ? QString() : preselected->text().remove(QLatin1Char('&')),
@@ -219,6 +219,7 @@ void QuestionsTest::ADeviceThatDiesUnderItsQuestionLeavesNothingBehind() {
 
 void QuestionsTest::ButtonsShowFocusAndDefault() {
     QVERIFY(desk_->WithTool(controls::StorePresetTool, "FrmStore", [&](QWidget& dialog) {
+        QVERIFY(driver::WaitUntil([&] { return dialog.isActiveWindow(); })); // on a busy machine it is shown first
         auto* cancel = In(dialog, "Command1(0)");
         auto* store = In(dialog, "Command1(1)");
         In(dialog, "Text1")->setFocus();
