@@ -66,6 +66,10 @@ class Grid : public Control {
         cells_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = text;
         Notify(Aspect::Text);
     }
+    static constexpr int NoRow = -1;
+    /// The row of what is worked on; NoRow when there is none.
+    int MarkedRow() const { return marked_row_; }
+    void MarkRow(int row) { Assign(marked_row_, row, Aspect::Colour); }
 
   private:
     void Require(int row, int column) const {
@@ -78,6 +82,7 @@ class Grid : public Control {
     std::vector<std::vector<std::string>> cells_;
     int columns_ = 0;
     int column_width_ = 0;
+    int marked_row_ = NoRow;
 };
 
 enum class Pointer { Default, ArrowAndHourglass, Hourglass };
@@ -85,6 +90,9 @@ enum class Pointer { Default, ArrowAndHourglass, Hourglass };
 /// A window itself: its title, its pointer, its size in twips where the code decides it.
 class Form : public Control {
   public:
+    /// A word beside the title that is no part of it; empty where there is nothing to say.
+    const std::string& Mark() const { return mark_; }
+    void SetMark(const std::string& mark) { Assign(mark_, mark, Aspect::Text); }
     Pointer MousePointer() const { return pointer_; }
     void SetMousePointer(Pointer pointer) { Assign(pointer_, pointer, Aspect::Value); }
     int Width() const { return width_; }
@@ -96,6 +104,7 @@ class Form : public Control {
     }
 
   private:
+    std::string mark_;
     Pointer pointer_ = Pointer::Default;
     int width_ = 0;
     int height_ = 0;

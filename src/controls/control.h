@@ -144,6 +144,13 @@ class Button : public Control {
   public:
     std::function<void()> Clicked;
     void UserClick() { Run(Clicked); }
+
+    /// What the button leads to is in force: its picture says so.
+    bool InForce() const { return in_force_; }
+    void SetInForce(bool in_force) { Assign(in_force_, in_force, Aspect::Value); }
+
+  private:
+    bool in_force_ = false;
 };
 
 /// A surface that is drawn on with a pen. It keeps the strokes, so that a view can paint them at any scale and at any

@@ -46,6 +46,7 @@ struct FrmSelect {
     std::array<Frame, 2> DeviceFrames;
     std::array<Label, 20> DeviceLines;
     std::array<List, 20> DeviceIds;
+    Label EqualIds; ///< which lines have one ID, once that kept the dialog open
     Button Exit;
     Button Proceed;
     FrmSelect();

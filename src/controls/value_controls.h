@@ -97,6 +97,8 @@ class List : public Control {
     static constexpr int None = -1;
 
     std::function<void()> Chosen;
+    /// Runs before a view shows the entries or tells of the chosen one: what is told of them may be brought up to date.
+    std::function<void()> Looked;
 
     const std::vector<std::string>& Items() const { return items_; }
     void SetItems(std::vector<std::string> items) {
@@ -107,6 +109,18 @@ class List : public Control {
     const std::vector<std::string>& ItemToolTips() const { return item_tool_tips_; }
     void SetItemToolTips(std::vector<std::string> tips) {
         item_tool_tips_ = std::move(tips);
+        Notify(Aspect::Items);
+    }
+    /// What stands dim beside an entry and is no part of its text; empty where there is nothing to tell.
+    const std::vector<std::string>& ItemNotes() const { return item_notes_; }
+    void SetItemNotes(std::vector<std::string> notes) {
+        item_notes_ = std::move(notes);
+        Notify(Aspect::Items);
+    }
+    /// Entries that lead nowhere as yet, shown dim; they can be chosen like any other.
+    const std::vector<bool>& DimItems() const { return dim_items_; }
+    void SetDimItems(std::vector<bool> dim) {
+        dim_items_ = std::move(dim);
         Notify(Aspect::Items);
     }
     /// The position that was set, held even past the list's end.
@@ -131,6 +145,8 @@ class List : public Control {
   private:
     std::vector<std::string> items_;
     std::vector<std::string> item_tool_tips_;
+    std::vector<std::string> item_notes_;
+    std::vector<bool> dim_items_;
     int index_ = None;
 };
 

@@ -30,6 +30,8 @@ void ApplyLockState(const model::CommandContext& context, controls::FrmEditLabel
                                   CopyInputTool, CopyOutputTool}) {
         form.Command2[At(tool)].SetEnabled(enabled);
     }
+    form.Command2[PasswordTool].SetInForce(!enabled);
+    form.Window.SetMark(enabled ? "" : "Locked");
     ApplyLockToNames(context, names);
 }
 

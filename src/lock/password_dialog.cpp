@@ -1,6 +1,7 @@
 #include "lock/password_dialog.h"
 
 #include "lock/lock_state.h"
+#include "ports/numbering.h"
 
 #include <algorithm>
 
@@ -91,6 +92,8 @@ void PasswordDialog::Confirm() {
         parts_.Form.Label2.SetCaption("System Unlock");
     }
     ApplyLockState(parts_.Commands, parts_.Names);
+    const std::string id = IdText(parts_.Commands.DeviceId());
+    parts_.Tell(locking ? id + " is locked. \"Password\" in its tool bar unlocks it." : id + " is unlocked.");
 }
 
 bool PasswordDialog::SendOptionBits() {
@@ -122,6 +125,7 @@ void PasswordDialog::ChangePassword() {
         }
     }
     BackToLogin();
+    parts_.Tell("The new password of " + IdText(parts_.Commands.DeviceId()) + " is set.");
 }
 
 } // namespace nrv::lock

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace nrv::lock {
@@ -24,6 +25,7 @@ class PasswordDialog {
         WindowHost& Host;
         controls::FrmPassword& Form;
         controls::FrmEditLabel& Names;
+        std::function<void(const std::string&)> Tell; ///< the status line
     };
     explicit PasswordDialog(const Parts& parts);
 

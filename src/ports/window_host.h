@@ -38,6 +38,8 @@ class WindowHost {
 
     /// Makes the widgets of a control window whose record was just filled, and shows them.
     virtual void ShowControlWindow(int slot) = 0;
+    /// Brings a control window to the front, out of its minimised state too.
+    virtual void FocusControlWindow(int slot) = 0;
     /// Takes a control window's widgets away; its record stays until the slot is loaded anew.
     virtual void RemoveControlWindow(int slot) = 0;
 };

@@ -31,11 +31,14 @@ CopyOutputDialog::CopyOutputDialog(const ToolContext& context, controls::FrmCopy
 
 void CopyOutputDialog::Open() {
     std::vector<std::string> names;
+    std::vector<std::string> outputs; // names may be alike or blank
     for (std::size_t channel = 2; channel < ChannelCount; ++channel) {
         names.push_back(context_.Commands.Form().Label300[channel].Caption());
+        outputs.push_back("Out " + std::to_string(channel - 1));
     }
     for (int list = 0; list < 2; ++list) {
         form_.Combo1[At(list)].SetItems(names);
+        form_.Combo1[At(list)].SetItemNotes(outputs);
         form_.Combo1[At(list)].Select(list);
     }
     context_.RunDialog(ToolDialog::CopyOutput);

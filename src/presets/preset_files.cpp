@@ -18,6 +18,19 @@ std::span<std::uint8_t> BytesOf(model::PresetImageRow& image) {
     return {reinterpret_cast<std::uint8_t*>(&image), sizeof image};
 }
 
+/// What is told of a file that does not hold a whole preset; empty of one that does.
+std::string Shortfall(const fs::path& file, bool was_there, std::size_t bytes) {
+    const std::string name = "\"" + FileNameText(file) + "\"";
+    if (!was_there) {
+        return name + " was not there: it was made empty, and the settings stayed as they were.";
+    }
+    if (bytes < sizeof(model::PresetImageRow)) {
+        return name + " holds " + std::to_string(bytes) + " of the " + std::to_string(sizeof(model::PresetImageRow)) +
+               " bytes of a preset; what is missing stayed as it was.";
+    }
+    return {};
+}
+
 /// The file's bytes up to the image's size. A name that does not exist becomes an empty file where one can be made.
 /// Throws RuntimeError.
 std::vector<std::uint8_t> ReadPreset(const fs::path& file) {
@@ -47,7 +60,7 @@ void PresetFiles::SavePresetFile() {
     try {
         WriteAtStart(*file, BytesOf(parts_.Context.Commands.Image()));
     } catch (const RuntimeError& error) {
-        parts_.Tell(std::string("The preset was not saved. ") + error.what());
+        parts_.Context.Tell(std::string("The preset was not saved. ") + error.what());
         return;
     }
     TitleAfterSave(parts_.Context.Commands, FileNameText(*file));
@@ -67,15 +80,17 @@ void PresetFiles::LoadPresetFile() {
             // The failure was told, and says more.
         } else if (error.Kind() == ErrorKind::IndexOutOfRange) {
             // What came before the code without an entry is applied and stays.
-            parts_.Tell(std::string("The preset was not loaded to its end. ") + error.what());
+            parts_.Context.Tell(std::string("The preset was not loaded to its end. ") + error.what());
         } else {
-            parts_.Tell(std::string("The preset was not loaded. ") + error.what());
+            parts_.Context.Tell(std::string("The preset was not loaded. ") + error.what());
         }
     }
 }
 
 void PresetFiles::Load(const fs::path& file) {
     const controls::BusyPointer busy(parts_.Context.MainWindow);
+    std::error_code ignored;
+    const bool was_there = fs::exists(file, ignored);
     const std::vector<std::uint8_t> bytes = ReadPreset(file);
     std::ranges::copy(bytes, BytesOf(parts_.Context.Commands.Image()).begin());
     KeepDeviceSettings();
@@ -83,6 +98,7 @@ void PresetFiles::Load(const fs::path& file) {
     ApplyImage(parts_.Context.Commands, parts_.Context.Response, ImageCase::FromFile);
     if (!parts_.Context.Current().Reported()) {
         TitleAfterLoad(parts_.Context.Commands, FileNameText(file));
+        parts_.Context.TellApplied(Shortfall(file, was_there, bytes.size()));
     }
 }
 

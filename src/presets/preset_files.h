@@ -4,8 +4,6 @@
 #include "presets/tool_context.h"
 
 #include <filesystem>
-#include <functional>
-#include <string>
 #include <utility>
 
 namespace nrv::presets {
@@ -18,7 +16,6 @@ class PresetFiles {
         ToolContext Context;
         FileDialogs& Files;
         const std::filesystem::path& AppFolder;
-        std::function<void(const std::string&)> Tell; ///< the status line
     };
     explicit PresetFiles(Parts parts) : parts_(std::move(parts)) {}
 

@@ -5,6 +5,7 @@
 #include "ports/flag_guard.h"
 #include "ports/runtime_error.h"
 #include "presets/apply_image.h"
+#include "presets/memory_positions.h"
 #include "presets/preset_titles.h"
 
 #include <algorithm>
@@ -32,20 +33,19 @@ ReadDialog::ReadDialog(const ToolContext& context, controls::FrmRead& form) : co
 }
 
 void ReadDialog::Open() {
-    const auto& names = context_.Commands.Values().PresetNames;
-    form_.List1.SetItems({names.begin(), names.begin() + MemoryPositions});
+    ListPositions(context_.Commands, form_.List1);
     form_.List1.Select(0);
     context_.RunDialog(ToolDialog::Read);
 }
 
 void ReadDialog::Read() {
     const int position = form_.List1.Shown();
-    if (context_.Commands.Values().PresetUsed[At(position)] != model::PresetUsedMark) {
+    if (!HoldsPreset(context_.Commands, At(position))) {
         context_.Boxes.Show({"Preset empty", Title, BoxIcon::Critical});
         return;
     }
-    if (context_.Boxes.Show({"Overwrite current editing, are you sure ? ", Title, BoxIcon::None, BoxButtons::YesNo}) !=
-        BoxAnswer::Yes) {
+    if (context_.Boxes.Show({"Overwrite current editing, are you sure ? ", Title, BoxIcon::None, BoxButtons::YesNo,
+                             BoxAnswer::No}) != BoxAnswer::Yes) {
         return;
     }
     {
@@ -72,6 +72,7 @@ void ReadDialog::ReadPreset(int position) {
     RedrawAll();
     if (fetched == Fetched::Position) {
         TitleFromDevice(context_.Commands, At(position));
+        context_.TellApplied();
     }
 }
 

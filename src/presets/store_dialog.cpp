@@ -2,6 +2,8 @@
 
 #include "controls/busy_pointer.h"
 #include "model/encodings.h"
+#include "model/number_text.h"
+#include "presets/memory_positions.h"
 #include "presets/preset_titles.h"
 
 namespace nrv::presets {
@@ -16,19 +18,28 @@ constexpr int BarMaximum = 480;
 /// kept.
 constexpr std::size_t SentAsMuteBits = 18;
 
+/// What a store into a position takes away, as the end of a sentence.
+std::string Over(const model::CommandContext& context, std::size_t position) {
+    return HoldsPreset(context, position)
+               ? ", over \"" + model::TrimBlanks(context.Values().PresetNames[position]) + "\""
+               : ", which is empty";
+}
+
 } // namespace
 
 StoreDialog::StoreDialog(const ToolContext& context, controls::FrmStore& form) : context_(context), form_(form) {
     form_.Command1[0].Clicked = [this] { context_.Host.CloseDialog(ToolDialog::Store); };
     form_.Command1[1].Clicked = [this] { Store(); };
     form_.List1.DoubleClicked = [this] { CopyName(); };
+    // One choice in two places.
+    form_.List1.Chosen = [this] { form_.Combo1.Select(form_.List1.Shown()); };
+    form_.Combo1.Chosen = [this] { form_.List1.Select(form_.Combo1.Shown()); };
 }
 
 void StoreDialog::Open() {
     form_.ProgressBar1.SetVisible(false);
     form_.ProgressBar1.SetValue(0);
-    const auto& names = context_.Commands.Values().PresetNames;
-    form_.List1.SetItems({names.begin(), names.begin() + MemoryPositions});
+    ListPositions(context_.Commands, form_.List1);
     form_.List1.Select(0);
     CopyName();
     context_.RunDialog(ToolDialog::Store);
@@ -40,13 +51,20 @@ void StoreDialog::CopyName() {
 }
 
 void StoreDialog::Store() {
-    if (!context_.Boxes.AreYouSure("Store Preset", BoxAnswer::No)) {
-        return;
-    }
-    {
+    const int position = form_.Combo1.Shown();
+    std::string name = form_.Text1.Text();
+    context_.Tell("Stores \"" + model::TrimBlanks(name) + "\" into position " + std::to_string(position + 1) +
+                  Over(context_.Commands, At(position)));
+    const bool sure = context_.Boxes.AreYouSure("Store Preset", BoxAnswer::No);
+    if (sure) {
         const controls::BusyPointer busy(context_.MainWindow);
-        std::string name = form_.Text1.Text();
-        StorePreset(form_.Combo1.Shown(), name);
+        StorePreset(position, name);
+    }
+    if (!context_.Current().Reported()) {
+        context_.Tell({}); // it is over; a failure has words of its own
+    }
+    if (!sure) {
+        return;
     }
     context_.Host.CloseDialog(ToolDialog::Store);
 }

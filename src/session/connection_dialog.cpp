@@ -89,6 +89,7 @@ void ConnectionDialog::ChooseLink(std::size_t link) {
 }
 
 void ConnectionDialog::ChooseMode(std::size_t mode) {
+    form_.EqualIds.SetCaption({});
     form_.IdFrame.SetEnabled(mode == controls::OneDevice);
     state_.ListOfTen = mode == controls::UpToTenDevices;
     state_.ListOfTwenty = mode == controls::UpToTwentyDevices;
@@ -113,6 +114,7 @@ void ConnectionDialog::ChooseDeviceId(std::size_t line) {
         list.Select(1);
     }
     state_.ConfiguredIds[line] = list.Index();
+    form_.EqualIds.SetCaption({});
 }
 
 void ConnectionDialog::ChoosePort() {
@@ -122,7 +124,10 @@ void ConnectionDialog::ChoosePort() {
 }
 
 void ConnectionDialog::Proceed() {
-    if (HasEqualIds()) {
+    if (const auto lines = EqualIds()) {
+        form_.EqualIds.SetCaption("Device" + std::to_string(lines->first + 1) + " and Device" +
+                                  std::to_string(lines->second + 1) + " both have ID " +
+                                  std::to_string(state_.ConfiguredIds[lines->first]) + ".");
         boxes_.Show({"All ID must be different!", "", BoxIcon::Critical});
         return;
     }
@@ -136,17 +141,16 @@ void ConnectionDialog::EnableFrames(bool enabled) {
     form_.ConnectionFrame.SetEnabled(enabled);
 }
 
-bool ConnectionDialog::HasEqualIds() const {
-    const int compared = state_.ListOfTen ? 10 : state_.ListOfTwenty ? 20 : 0;
-    const auto first = form_.DeviceIds.begin();
-    const auto last = first + compared;
-    for (auto entry = first; entry != last; ++entry) {
-        const int id = entry->Index();
-        if (std::any_of(entry + 1, last, [id](const controls::List& later) { return later.Index() == id; })) {
-            return true;
+std::optional<std::pair<std::size_t, std::size_t>> ConnectionDialog::EqualIds() const {
+    const std::size_t compared = state_.ListOfTen ? 10 : state_.ListOfTwenty ? 20 : 0;
+    for (std::size_t line = 0; line < compared; ++line) {
+        for (std::size_t later = line + 1; later < compared; ++later) {
+            if (form_.DeviceIds[line].Index() == form_.DeviceIds[later].Index()) {
+                return std::pair(line, later);
+            }
         }
     }
-    return false;
+    return std::nullopt;
 }
 
 /// A folder that cannot be written lets the dialog work on; the status line says later that the choice was not kept.

@@ -9,6 +9,10 @@
 #include "session/session_state.h"
 #include "session/status_line.h"
 
+#include <cstddef>
+#include <optional>
+#include <utility>
+
 namespace nrv::session {
 
 /// The dialog that settles port, link and mode before the main window opens. It shows no file errors.
@@ -37,7 +41,8 @@ class ConnectionDialog {
     void ChoosePort();
     void Proceed();
     void EnableFrames(bool enabled);
-    bool HasEqualIds() const;
+    /// The first two lines that have one ID, of those that the mode compares.
+    std::optional<std::pair<std::size_t, std::size_t>> EqualIds() const;
     template <class Write>
     void Keep(Write&& write);
 

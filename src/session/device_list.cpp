@@ -175,6 +175,7 @@ bool DeviceList::PassesCheck(int id) {
         return true;
     }
     form_.LoadingNotice.SetVisible(true);
+    form_.LoadingNotice.Refresh(); // the program stands still from here on
     link_.DeviceChecked[entry] = true;
     const auto tell = [&] {
         status_.Tell(IdText(id) + " does not answer; its window was not opened. Double-click its row to try again.");
@@ -197,6 +198,18 @@ bool DeviceList::PassesCheck(int id) {
     return true;
 }
 
+void DeviceList::MarkFront(int slot) {
+    int marked = controls::Grid::NoRow;
+    for (int row = 0; row <= state_.FoundLast && slot != Operation::NoSlot; ++row) {
+        const int found = FoundId(state_, row);
+        if (IsDeviceId(found) &&
+            state_.SpeakerRecords[At(found)].DeviceId() == windows_.WindowSlots[At(slot)].DeviceId) {
+            marked = row;
+        }
+    }
+    form_.Devices.MarkRow(marked);
+}
+
 std::optional<int> DeviceList::TakeSlot(int id) {
     ++windows_.OpenWindowTop;
     if (windows_.OpenWindowTop >= controls::SlotCount) {
@@ -206,9 +219,11 @@ std::optional<int> DeviceList::TakeSlot(int id) {
         return std::nullopt;
     }
     const auto uses_it = [id](const controls::WindowSlot& slot) { return slot.InUse && slot.DeviceId == id; };
-    if (std::ranges::any_of(windows_.WindowSlots, uses_it)) {
+    if (const auto open = std::ranges::find_if(windows_.WindowSlots, uses_it); open != windows_.WindowSlots.end()) {
+        status_.Tell("The window is already open; Ctrl+Tab walks the windows");
         boxes_.Show({"The window is already open", "Speakers Edit", BoxIcon::Exclamation});
         --windows_.OpenWindowTop;
+        host_.FocusControlWindow(static_cast<int>(open - windows_.WindowSlots.begin()));
         return std::nullopt;
     }
     const auto free = std::ranges::find(windows_.WindowSlots, false, &controls::WindowSlot::InUse);

@@ -39,6 +39,8 @@ class DeviceList {
     /// The whole reaction to a double click on a row. It concerns the device of that row: one that dies here takes no
     /// other's window along.
     void OpenDevice(int row);
+    /// Marks the row of the device whose control window stands in front of the others; NoSlot for none.
+    void MarkFront(int slot);
     /// Closing is always refused; it minimises the window, or brings it back to normal size.
     void QueryUnload();
 

@@ -112,6 +112,7 @@ void StartUp::GoOnInDemoMode() {
         process_.End();
     }
     link_.DemoMode = true;
+    status_.Stand("Demo mode: nothing is sent");
 }
 
 bool StartUp::WantsDemoMode() {

@@ -12,9 +12,18 @@ namespace nrv::session {
 class StatusLine {
   public:
     explicit StatusLine(controls::Label& label) : label_(label) {}
+    /// An empty sentence takes back what was said.
     void Tell(const std::string& sentence) {
         before_.reset();
         Show(sentence);
+    }
+    /// Says what holds for good: it stands there whenever nothing else does.
+    void Stand(const std::string& sentence) {
+        const bool free = Text() == standing_;
+        standing_ = sentence;
+        if (free) {
+            Tell({});
+        }
     }
     /// Says what holds for now; once it does not, what stood there before comes back.
     void TellForNow(const std::string& sentence) {
@@ -30,17 +39,18 @@ class StatusLine {
     }
     void Clear() {
         before_.reset();
-        label_.SetCaption({});
+        label_.SetCaption(standing_);
     }
     const std::string& Text() const { return label_.Caption(); }
 
   private:
     void Show(const std::string& sentence) {
-        label_.SetCaption(sentence);
+        label_.SetCaption(sentence.empty() ? standing_ : sentence);
         label_.Refresh();
     }
 
     controls::Label& label_;
+    std::string standing_;
     std::optional<std::string> before_;
 };
 

@@ -36,7 +36,11 @@ Application::Application(const std::filesystem::path& folder, const Substitutes&
         boundary_.RunWhenOver([this, what] { program_.TellPortWentAway(what); });
     };
     WatchOperations();
-    forms_.Select.ComSelect.SetItemToolTips(names_.ToolTips());
+    forms_.Select.ComSelect.Looked = [this] {
+        const ComPortEntries entries = names_.Entries();
+        forms_.Select.ComSelect.SetItemToolTips(entries.ToolTips);
+        forms_.Select.ComSelect.SetDimItems(entries.Missing);
+    };
 }
 
 void Application::Start() {
@@ -56,6 +60,7 @@ WindowEvents Application::Events() {
     WindowEvents events;
     events.QueryUnload = [this](int slot) { return program_.Control.QueryUnload(slot); };
     events.Activated = [this](int slot) { program_.Control.Activate(slot); };
+    events.FrontChanged = [this](int slot) { program_.DeviceList.MarkFront(slot); };
     events.Resized = [this](int slot, int width, int height) { program_.Control.Resize(slot, width, height); };
     events.ListQueryUnload = [this] { program_.DeviceList.QueryUnload(); };
     events.ConnectionQueryUnload = [this] { return program_.Connection.QueryUnload(); };

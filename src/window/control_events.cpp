@@ -103,7 +103,7 @@ void ControlWindow::WireGraphs(controls::FrmCtrl& form) {
         const std::size_t c = At(channel);
         form.Check3[c].Clicked = [this, channel] { response::ShowCursor(context_, channel); };
         form.Command1[c].Clicked = [this, channel] {
-            if (boxes_.AreYouSure("Flat Eq")) {
+            if (boxes_.AreYouSure("Flat Eq", BoxAnswer::No)) {
                 link_.Current.Call("the flattening", PeqCountOf(channel));
                 response::FlatEqualiser(context_, response_, channel);
             }

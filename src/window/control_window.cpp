@@ -82,7 +82,7 @@ bool ControlWindow::QueryUnload(int slot) {
     }
     windows_.CurrentWindow = slot;
     const int id = windows_.CurrentDevice();
-    if (!state_.DeviceUnconnected[At(id)] && !boxes_.AreYouSure(IdText(id) + " - Close window")) {
+    if (!state_.DeviceUnconnected[At(id)] && !boxes_.AreYouSure(IdText(id) + " - Close window", BoxAnswer::No)) {
         return false;
     }
     Unload(slot);
@@ -108,7 +108,7 @@ void ControlWindow::UnconnectDevice() {
     const int slot = windows_.CurrentWindow;
     const int id = windows_.CurrentDevice();
     if (boxes_.Show({"Do you want unconnect this device, are you sure ? ", "Unconnect device", BoxIcon::None,
-                     BoxButtons::YesNo}) != BoxAnswer::Yes) {
+                     BoxButtons::YesNo, BoxAnswer::No}) != BoxAnswer::Yes) {
         return;
     }
     if (link_.SendFrame(id, {link::UnconnectCommand})) {

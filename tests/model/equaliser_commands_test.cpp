@@ -352,6 +352,7 @@ TEST_F(EqualiserCommands, FlatAsksFirstUnderTheSameTitleOnEveryTab) {
         form.Command1[channel].UserClick();
         ASSERT_EQ(world.Boxes.Shown.size(), 1U);
         ExpectBox(world.Boxes.Shown[0], "Flat Eq", "               Are you sure ? ", BoxIcon::None, BoxButtons::YesNo);
+        EXPECT_EQ(world.Boxes.Shown[0].Default, BoxAnswer::No);
         EXPECT_TRUE(world.Port.Sent.empty());
         world.Boxes.Answers = {BoxAnswer::Yes};
         form.Command1[channel].UserClick();

@@ -424,7 +424,23 @@ TEST_F(PresetFilesTest, ShortFileLeavesWhatLiesPastItsEnd) {
         Image expected = before;
         std::copy_n(file.begin(), length, expected.begin());
         ExpectSame(Bytes771(), expected);
+        EXPECT_EQ(Status(), "\"a.n91\" holds " + std::to_string(length) +
+                                " of the 771 bytes of a preset; what is missing stayed as it was.");
     }
+}
+
+TEST_F(PresetFilesTest, ANameMistypedIsToldAndSoAreTheMutesThatComeOfIt) {
+    Choose("hal.n91");
+    Load();
+    EXPECT_EQ(Status(), "\"hal.n91\" was not there: it was made empty, and the settings stayed as they were. "
+                        "All outputs are muted, for ID:9 takes no mutes from a preset. \"Gains\" unmutes them.");
+}
+
+TEST_F(PresetFilesTest, AWholePresetWithMutesOfItsOwnIsWorthNoWord) {
+    values.MuteWithPreset = 1.0;
+    world.Folder.Write("a.n91", AsFile(RandomImage()));
+    Load();
+    EXPECT_EQ(Status(), "");
 }
 
 TEST_F(PresetFilesTest, LongFileIsReadInItsFirst771Bytes) {

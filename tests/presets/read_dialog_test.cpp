@@ -98,6 +98,7 @@ TEST_F(ReadDialogTest, AnsweredNoDoesNothingAndStaysOpen) {
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     ExpectBox(world.Boxes.Shown[0], "Read Preset", "Overwrite current editing, are you sure ? ", BoxIcon::None,
               BoxButtons::YesNo);
+    EXPECT_EQ(world.Boxes.Shown[0].Default, BoxAnswer::No);
     EXPECT_THAT(world.Host.Log, ::testing::ElementsAre("run tool dialog 2"));
     EXPECT_TRUE(world.Port.Sent.empty());
     ExpectChanged(before, {});

@@ -78,14 +78,45 @@ TEST_F(StoreDialogTest, OpenedAgainForgetsTheLastChoice) {
     });
 }
 
-TEST_F(StoreDialogTest, DoubleClickCopiesNameAndPosition) {
+TEST_F(StoreDialogTest, DoubleClickCopiesNameAndPositionAndAClickThePositionAlone) {
     Open([&] {
         dialog.List1.UserDoubleClick(6);
         EXPECT_EQ(dialog.Text1.Text(), "Name of place  7");
         EXPECT_EQ(dialog.Combo1.ShownText(), "7");
-        dialog.List1.UserSelect(2); // a single click copies nothing
+        dialog.List1.UserSelect(2);
         EXPECT_EQ(dialog.Text1.Text(), "Name of place  7");
-        EXPECT_EQ(dialog.Combo1.ShownText(), "7");
+        EXPECT_EQ(dialog.Combo1.ShownText(), "3");
+        dialog.Combo1.UserSelect(5);
+        EXPECT_EQ(dialog.Text1.Text(), "Name of place  7");
+        EXPECT_EQ(dialog.List1.Shown(), 5);
+    });
+}
+
+TEST_F(StoreDialogTest, TheStatusLineTellsWhatIsStoredOverWhat) {
+    values.PresetUsed[0] = 85.0;
+    values.PresetNames[0] = "Club Main       ";
+    std::string asked;
+    world.Boxes.WhileItStands = [&] { asked = program.Status.Text(); };
+    world.Boxes.Answers = {BoxAnswer::No, BoxAnswer::No};
+    Open([&] {
+        dialog.Text1.UserText("Hall");
+        dialog.Command1[1].UserClick();
+        EXPECT_EQ(asked, "Stores \"Hall\" into position 1, over \"Club Main\"");
+        EXPECT_EQ(program.Status.Text(), "");
+        dialog.List1.UserSelect(1);
+        dialog.Command1[1].UserClick();
+        EXPECT_EQ(asked, "Stores \"Hall\" into position 2, which is empty");
+    });
+    EXPECT_TRUE(world.Port.Sent.empty());
+}
+
+TEST_F(StoreDialogTest, LinesTellTheirNumbersAndEmptyOnesAreDim) {
+    values.PresetUsed[2] = 85.0;
+    Open([&] {
+        ASSERT_EQ(dialog.List1.ItemToolTips().size(), 8U);
+        EXPECT_EQ(dialog.List1.ItemToolTips()[2], "Position 3\nDouble click to copy name");
+        EXPECT_EQ(dialog.List1.ItemToolTips()[7], "Position 8, empty\nDouble click to copy name");
+        EXPECT_THAT(dialog.List1.DimItems(), ::testing::ElementsAre(true, true, false, true, true, true, true, true));
     });
 }
 

@@ -67,6 +67,9 @@ FaultOperation Load() {
     return operation;
 }
 
+const std::string OutputsMuted =
+    "All outputs are muted, for ID:5 takes no mutes from a preset. \"Gains\" unmutes them.";
+
 FaultOperation LoadWithoutOption() {
     FaultOperation operation = Load();
     operation.Name = "Load";
@@ -87,6 +90,7 @@ FaultOperation LoadWithoutOption() {
         TakeNames(e, e.Image(FaultWorld::Front).PresetBody);
         e.Values(0).InputType = 1.0;
         if (!e.Stopped) {
+            e.After.Status = OutputsMuted;
             FrontTitle(e) = std::string("ID:5 NRV 916 - Last preset loaded: come from PC - ") + FileName;
         }
     };
@@ -284,6 +288,7 @@ void ExpectRead(Expectation& e) {
         e.Names(FaultWorld::Front)[static_cast<std::size_t>(channel)] = NameIn(body, channel);
     }
     FrontTitle(e) = "ID:5 NRV-718 - Last preset loaded: come from DEVICE - Third of ID:5   ";
+    e.After.Status = OutputsMuted;
 }
 
 FaultOperation Read() {

@@ -88,6 +88,9 @@ FaultOperation Lock(bool locking) {
     operation.Expect = [locking, bits](Expectation& e) {
         e.Values(FaultWorld::Front).LockFlag = locking ? 1.0 : 0.0;
         e.Image(FaultWorld::Front).SystemPage[16] = static_cast<std::uint8_t>(bits);
+        if (!e.Stopped) {
+            e.After.Status = locking ? "ID:5 is locked. \"Password\" in its tool bar unlocks it." : "ID:5 is unlocked.";
+        }
     };
     if (!locking) {
         operation.Prepare = [](FaultWorld& at) {
@@ -96,7 +99,10 @@ FaultOperation Lock(bool locking) {
         };
     }
     operation.AlsoSee = [locking](FaultWorld& at, const Expectation& e) {
-        EXPECT_EQ(at.Window(FaultWorld::FrontSlot).Frame5[0].Enabled(), locking == e.Stopped);
+        const controls::FrmCtrl& window = at.Window(FaultWorld::FrontSlot);
+        EXPECT_EQ(window.Frame5[0].Enabled(), locking == e.Stopped);
+        EXPECT_EQ(window.Window.Mark(), locking == e.Stopped ? "" : "Locked");
+        EXPECT_EQ(window.Command2[controls::PasswordTool].InForce(), locking != e.Stopped);
         // It changes before the frame when locking and after it when unlocking; the dialog opens on the latter.
         EXPECT_EQ(at.world.Forms.Password.Label2.Caption(), locking ? "System Lock" : "System Unlock");
     };
@@ -132,6 +138,9 @@ FaultOperation Password() {
                 e.Values(FaultWorld::Front).DevicePassword[static_cast<std::size_t>(n)] =
                     Chosen[static_cast<std::size_t>(n)];
             }
+        }
+        if (!e.Stopped) {
+            e.After.Status = "The new password of ID:5 is set.";
         }
     };
     operation.AlsoSee = [](FaultWorld& at, const Expectation& e) {

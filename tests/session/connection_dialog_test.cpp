@@ -174,6 +174,9 @@ TEST_F(ConnectionDialogTest, EqualIdsAmongTheFirstTenAreRefusedInTheModeOfTen) {
     EXPECT_EQ(world.Folder.Read("TenDev.cfg"), before);
     EXPECT_TRUE(world.Host.Log.empty());
     EXPECT_TRUE(program.State.SelectExitPending);
+    EXPECT_EQ(form.EqualIds.Caption(), "Device1 and Device10 both have ID 1.");
+    form.DeviceIds[9].UserSelect(30);
+    EXPECT_EQ(form.EqualIds.Caption(), "");
 }
 
 TEST_F(ConnectionDialogTest, NeighboursAtTheEndOfEachListAreCompared) {

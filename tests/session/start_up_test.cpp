@@ -144,6 +144,22 @@ TEST_F(StartUpTest, NoneLeadsToTheDemoQuestionRightAfterTheDialog) {
     EXPECT_EQ(program.State.FoundDevices[0], 0);
 }
 
+TEST_F(StartUpTest, DemoModeStandsInTheStatusLineForGood) {
+    FlagDemoDevices();
+    Start([this] { Proceed(); });
+    const auto user_does = [this](const std::function<void()>& what) { program.Events.Run(UserOutside(), what); };
+    user_does([] {});
+    EXPECT_EQ(program.Status.Text(), "Demo mode: nothing is sent");
+    user_does([this] { program.Status.Tell("The preset was not saved."); });
+    EXPECT_EQ(program.Status.Text(), "The preset was not saved.");
+    user_does([] {});
+    EXPECT_EQ(program.Status.Text(), "Demo mode: nothing is sent");
+    program.Status.TellForNow("It does not answer, waiting.");
+    EXPECT_EQ(program.Status.Text(), "It does not answer, waiting.");
+    program.Status.NoLonger();
+    EXPECT_EQ(program.Status.Text(), "Demo mode: nothing is sent");
+}
+
 TEST_F(StartUpTest, OneSilentDeviceLeadsToTheDemoQuestion) {
     FlagDemoDevices();
     Start([this] {

@@ -249,6 +249,7 @@ class RecordingHost final : public WindowHost {
         Log.push_back("close tool dialog " + std::to_string(static_cast<int>(dialog)));
     }
     void ShowControlWindow(int slot) override { Log.push_back("show window " + std::to_string(slot)); }
+    void FocusControlWindow(int slot) override { Log.push_back("focus window " + std::to_string(slot)); }
     void RemoveControlWindow(int slot) override { Log.push_back("remove window " + std::to_string(slot)); }
 };
 

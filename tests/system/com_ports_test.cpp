@@ -138,7 +138,7 @@ TEST(ComPorts, EveryEntryOfThePortListHasAToolTip) {
         port.Description = QStringLiteral("B\u00FCro \u2192 Rack");
         return std::vector<PortInfo>{port};
     });
-    const std::vector<std::string> tips = names.ToolTips();
+    const std::vector<std::string> tips = names.Entries().ToolTips;
     ASSERT_EQ(tips.size(), 33U);
     // One byte a character; what the code page has not becomes a question mark.
     EXPECT_EQ(tips[1], "COM 1 is B\xFCro ? Rack (/dev/ttyUSB99). It is not there.");

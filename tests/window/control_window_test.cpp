@@ -163,6 +163,7 @@ TEST_F(ControlWindowTest, ClosingAsksAndNoKeepsTheWindow) {
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     ExpectBox(world.Boxes.Shown[0], "ID:3 - Close window", "               Are you sure ? ", BoxIcon::None,
               BoxButtons::YesNo);
+    EXPECT_EQ(world.Boxes.Shown[0].Default, BoxAnswer::No);
     EXPECT_TRUE(Loaded(0));
     EXPECT_TRUE(program.Windows.WindowSlots[0].InUse);
     EXPECT_EQ(program.Windows.OpenWindowTop, 1);
@@ -217,6 +218,7 @@ TEST_F(ControlWindowTest, UnconnectSendsItsFrameMarksTheRowAndClosesWithoutAQues
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     ExpectBox(world.Boxes.Shown[0], "Unconnect device", "Do you want unconnect this device, are you sure ? ",
               BoxIcon::None, BoxButtons::YesNo);
+    EXPECT_EQ(world.Boxes.Shown[0].Default, BoxAnswer::No);
     EXPECT_THAT(world.Port.Sent, ::testing::ElementsAre(Frame{0xF0, 0xC3, 7, 0x0F, 0, 0, 0, 0, 0, 0, 0, 0, 0xF7}));
     EXPECT_EQ(Row(1), " Unconnected      ID:7");
     EXPECT_EQ(Row(0), "Label of dev 003  ID:3");

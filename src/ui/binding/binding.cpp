@@ -4,6 +4,8 @@
 #include "ui/binding/subscription.h"
 #include "ui/binding/text.h"
 #include "ui/look/painting.h"
+#include "ui/look/theme.h"
+#include "ui/widgets/list_box.h"
 #include "ui/widgets/text_field.h"
 
 #include <QAbstractButton>
@@ -25,6 +27,22 @@ namespace {
 QString ToolTipText(const std::string& bytes) {
     const QString text = FromBytes(bytes);
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpacePre) : text;
+}
+
+/// What is told of a list's entries beside their texts; `set` takes an entry, a role and what it holds there.
+template <class Set>
+void TellOfItems(const controls::List& list, Set set) {
+    const auto text_at = [](const std::vector<std::string>& texts, std::size_t item) {
+        return item < texts.size() ? texts[item] : std::string();
+    };
+    for (std::size_t item = 0; item < list.Items().size(); ++item) {
+        const bool dim = item < list.DimItems().size() && list.DimItems()[item];
+        const std::string note = text_at(list.ItemNotes(), item);
+        const std::string tip = text_at(list.ItemToolTips(), item);
+        set(static_cast<int>(item), Qt::ToolTipRole, ToolTipText(tip.empty() ? note : tip));
+        set(static_cast<int>(item), ListBox::NoteRole, FromBytes(note));
+        set(static_cast<int>(item), Qt::ForegroundRole, dim ? QVariant(QBrush(CurrentTheme().Dim)) : QVariant());
+    }
 }
 
 } // namespace
@@ -63,6 +81,10 @@ void Bind(controls::Label& label, QLabel& widget) {
 
 void Bind(controls::Button& button, QAbstractButton& widget, const controls::EventEntry& entry) {
     Follow(button, widget, [&] { widget.setText(WithoutMnemonic(button.Caption())); });
+    BindClick(button, widget, entry);
+}
+
+void BindClick(controls::Button& button, QAbstractButton& widget, const controls::EventEntry& entry) {
     QObject::connect(&widget, &QAbstractButton::clicked, &widget,
                      [entry, &button] { entry.Run([&] { button.UserClick(); }); });
 }
@@ -101,9 +123,8 @@ void Bind(controls::List& list, QComboBox& widget, const controls::EventEntry& e
         for (const std::string& item : list.Items()) {
             widget.addItem(FromBytes(item));
         }
-        for (std::size_t i = 0; i < list.ItemToolTips().size(); ++i) {
-            widget.setItemData(static_cast<int>(i), ToolTipText(list.ItemToolTips()[i]), Qt::ToolTipRole);
-        }
+        TellOfItems(list,
+                    [&widget](int item, int role, const QVariant& value) { widget.setItemData(item, value, role); });
         widget.setCurrentIndex(list.Shown());
     };
     const auto show = [&] { widget.setCurrentIndex(list.Shown()); };
@@ -120,6 +141,9 @@ void Bind(controls::List& list, QComboBox& widget, const controls::EventEntry& e
         entry.Run([&] { list.UserSelect(index); });
         show();
     });
+    if (auto* box = qobject_cast<ListBox*>(&widget)) {
+        QObject::connect(box, &ListBox::Looked, box, [&list] { controls::Run(list.Looked); });
+    }
 }
 
 void Bind(controls::TextBox& box, TextField& field, const controls::EventEntry& entry) {
@@ -155,6 +179,8 @@ void Bind(controls::LineList& list, QListWidget& widget, const controls::EventEn
         for (const std::string& line : list.Items()) {
             widget.addItem(Printable(FromBytes(line)));
         }
+        TellOfItems(list,
+                    [&widget](int line, int role, const QVariant& value) { widget.item(line)->setData(role, value); });
         select();
     };
     ShowAllCommon(list, widget);

@@ -30,6 +30,8 @@ void ShowAllCommon(const controls::Control& control, QWidget& widget);
 
 void Bind(controls::Label& label, QLabel& widget);
 void Bind(controls::Button& button, QAbstractButton& widget, const controls::EventEntry& entry);
+/// The click alone, for a button that shows a picture.
+void BindClick(controls::Button& button, QAbstractButton& widget, const controls::EventEntry& entry);
 void Bind(controls::Option& option, QAbstractButton& widget, const controls::EventEntry& entry);
 void Bind(controls::CheckBox& box, QAbstractButton& widget, const controls::EventEntry& entry);
 void Bind(controls::List& list, QComboBox& widget, const controls::EventEntry& entry);

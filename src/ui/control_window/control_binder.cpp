@@ -5,6 +5,7 @@
 #include "ui/binding/subscription.h"
 #include "ui/binding/text.h"
 #include "ui/control_window/page_builder.h"
+#include "ui/look/tool_icons.h"
 #include "ui/widgets/block.h"
 #include "ui/widgets/fader.h"
 #include "ui/widgets/graph_view.h"
@@ -40,7 +41,12 @@ void ControlBinder::operator()(std::string_view name, int index, controls::Frame
 
 void ControlBinder::operator()(std::string_view name, int index, controls::Button& button) {
     if (auto* widget = WidgetOf<QAbstractButton>(name, index)) {
-        Bind(button, *widget, entry_);
+        if (name == "Command2") {
+            Follow(button, *widget, [&button, widget, index] { widget->setIcon(ToolIcon(index, button.InForce())); });
+            BindClick(button, *widget, entry_);
+        } else {
+            Bind(button, *widget, entry_);
+        }
         widget->setAccessibleName(FromBytes(button.Caption().empty() ? button.ToolTip() : button.Caption()));
     }
 }

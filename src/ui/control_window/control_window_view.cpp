@@ -17,6 +17,8 @@
 #include "ui/widgets/up_down_arrows.h"
 #include "ui/widgets/value_plate.h"
 
+#include <QAbstractButton>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QTimer>
 
@@ -79,6 +81,17 @@ void ControlWindowView::Detach() {
     tabs_->disconnect(this);
     delete std::exchange(lights_, nullptr);
     setEnabled(false);
+}
+
+/// Enter that a button has left alone presses it, as in a dialog; a box is for the blank.
+void ControlWindowView::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    auto* button = qobject_cast<QAbstractButton*>(focusWidget());
+    if (enter && button != nullptr && !button->isCheckable()) {
+        button->click();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }
 
 void ControlWindowView::Build() {

@@ -38,6 +38,9 @@ class ControlWindowView : public QWidget {
 
     QSize sizeHint() const override { return {ViewWidth, ViewHeight}; }
 
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     void Build();
     void BindTabs();

@@ -41,7 +41,6 @@ void BuildToolbar(PageBuilder& builder, QWidget& window) {
         for (const int tool : group) {
             auto& button = builder.Add<QToolButton>(toolbar, "Command2", tool, QRect(x, 2, ButtonSize, ButtonSize));
             button.setAutoRaise(true);
-            button.setIcon(ToolIcon(tool));
             button.setIconSize(QSize(ToolIconSize, ToolIconSize));
             button.setToolButtonStyle(Qt::ToolButtonIconOnly);
             button.setFocusPolicy(Qt::TabFocus);

@@ -27,7 +27,15 @@ void DrawButton(QPainter& painter, const QStyleOption& option) {
     } else if (Has(option, QStyle::State_MouseOver) && Has(option, QStyle::State_Enabled)) {
         fill = Mixed(fill, theme.Focus, 0.10);
     }
-    DrawBox(painter, option.rect, Has(option, QStyle::State_Enabled) ? fill : theme.Panel, theme.Line, BoxRadius);
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    const bool enter_presses_it = button != nullptr && Has(option, QStyle::State_Enabled) &&
+                                  button->features.testFlag(QStyleOptionButton::DefaultButton);
+    DrawBox(painter, option.rect, Has(option, QStyle::State_Enabled) ? fill : theme.Panel,
+            enter_presses_it ? theme.Focus : theme.Line, BoxRadius);
+    if (button != nullptr && Has(option, QStyle::State_HasFocus)) {
+        DrawFocusFrame(painter, option.rect);
+        DrawFocusFrame(painter, QRectF(option.rect).adjusted(1, 1, -1, -1), BoxRadius - 1.0);
+    }
 }
 
 /// A tool button shows a box only under the pointer or the finger.

@@ -15,7 +15,7 @@ struct Theme {
     QColor Line;
     QColor Text;
     QColor Dim;
-    QColor Disabled; ///< text that cannot be worked on now
+    QColor Disabled; ///< text that cannot be worked on now, and is still to be read: 4.5 to 1 on a shaded field
     QColor Field;
     QColor Groove;
     QColor Unlit;

@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOption>
+#include <QVariant>
+#include <QWidget>
 
 namespace nrv::ui {
 namespace {
@@ -51,6 +53,18 @@ void DrawButton(QPainter& painter, const QStyleOptionTitleBar& option, const QSt
     DrawSign(painter, button, QRectF(place).center());
 }
 
+/// Draws a word on a plate of its own at the right end of a title; gives the width that it takes.
+int DrawMark(QPainter& painter, const QRect& label, const QString& mark) {
+    const Theme& theme = CurrentTheme();
+    constexpr int margin = 7;
+    const int width = painter.fontMetrics().horizontalAdvance(mark) + 2 * margin;
+    const QRect plate(label.right() - width - margin, label.top() + 4, width, label.height() - 9);
+    DrawBox(painter, plate, theme.Text, theme.Text, 3.0);
+    painter.setPen(theme.Panel);
+    painter.drawText(plate, Qt::AlignCenter, mark);
+    return width + 2 * margin;
+}
+
 bool Offers(const QStyleOptionTitleBar& option, Qt::WindowType hint) {
     return option.titleBarFlags.testFlag(hint);
 }
@@ -75,8 +89,11 @@ void DrawTitleBar(QPainter& painter, const QStyleOptionTitleBar& option, const Q
     }
     const QRect label = style.subControlRect(QStyle::CC_TitleBar, &option, QStyle::SC_TitleBarLabel, widget);
     painter.setFont(StrongFont());
+    const QString mark = widget == nullptr ? QString() : widget->property(TitleMark).toString();
+    const int mark_width = mark.isEmpty() ? 0 : DrawMark(painter, label, mark);
     painter.setPen(active ? theme.Text : theme.Dim);
-    DrawFitted(painter, QRectF(label).adjusted(6, 0, -6, 0), Qt::AlignLeft | Qt::AlignVCenter, Printable(option.text));
+    DrawFitted(painter, QRectF(label).adjusted(6, 0, -6 - mark_width, 0), Qt::AlignLeft | Qt::AlignVCenter,
+               Printable(option.text));
 
     const bool minimised = (option.titleBarState & Qt::WindowMinimized) != 0;
     const bool maximised = (option.titleBarState & Qt::WindowMaximized) != 0;

@@ -1,6 +1,7 @@
 #include "ui/look/tool_icons.h"
 
 #include "controls/frm_ctrl.h"
+#include "ui/look/painting.h"
 #include "ui/look/theme.h"
 
 #include <QIconEngine>
@@ -57,13 +58,14 @@ QPainterPath Chip() {
     return path;
 }
 
-QPainterPath Padlock() {
+QPainterPath Padlock(bool shut) {
+    const double lift = shut ? 0.0 : -1.2;
     QPainterPath path;
     path.addRoundedRect(QRectF(3.5, 8.5, 11.0, 7.0), 1.5, 1.5);
     path.moveTo(5.5, 8.5);
-    path.lineTo(5.5, 6.0);
-    path.arcTo(QRectF(5.5, 2.5, 7.0, 7.0), 180.0, -180.0);
-    path.lineTo(12.5, 8.5);
+    path.lineTo(5.5, 6.0 + lift);
+    path.arcTo(QRectF(5.5, 2.5 + lift, 7.0, 7.0), 180.0, -180.0);
+    path.lineTo(12.5, shut ? 8.5 : 6.0);
     Stroke(path, {{9.0, 11.2}, {9.0, 12.8}});
     return path;
 }
@@ -107,7 +109,7 @@ QPainterPath Sheets(bool input) {
     return path;
 }
 
-QPainterPath PathOf(int tool) {
+QPainterPath PathOf(int tool, bool in_force) {
     QPainterPath path;
     switch (tool) {
     case controls::LoadPresetTool:
@@ -125,7 +127,7 @@ QPainterPath PathOf(int tool) {
         Arrow(path, {9.0, 7.5}, {9.0, 1.0});
         break;
     case controls::PasswordTool:
-        path = Padlock();
+        path = Padlock(in_force);
         break;
     case controls::UnconnectTool:
         path = PulledPlug();
@@ -147,7 +149,7 @@ QPainterPath PathOf(int tool) {
 
 class LineIconEngine : public QIconEngine {
   public:
-    explicit LineIconEngine(int tool) : tool_(tool) {}
+    LineIconEngine(int tool, bool in_force) : tool_(tool), in_force_(in_force) {}
 
     void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State) override {
         const Theme& theme = CurrentTheme();
@@ -155,9 +157,9 @@ class LineIconEngine : public QIconEngine {
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(place.topLeft());
         painter->scale(place.width() / double(ToolIconSize), place.height() / double(ToolIconSize));
-        painter->setPen(QPen(mode == QIcon::Disabled ? theme.Disabled : theme.Text, 1.3, Qt::SolidLine, Qt::RoundCap,
-                             Qt::RoundJoin));
-        painter->drawPath(PathOf(tool_));
+        painter->setPen(QPen(mode == QIcon::Disabled ? Mixed(theme.Disabled, theme.Window, 0.5) : theme.Text, 1.3,
+                             Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter->drawPath(PathOf(tool_, in_force_));
         painter->restore();
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
@@ -167,16 +169,17 @@ class LineIconEngine : public QIconEngine {
         paint(&painter, QRect(QPoint(), size), mode, state);
         return pixmap;
     }
-    QIconEngine* clone() const override { return new LineIconEngine(tool_); }
+    QIconEngine* clone() const override { return new LineIconEngine(tool_, in_force_); }
 
   private:
     int tool_;
+    bool in_force_;
 };
 
 } // namespace
 
-QIcon ToolIcon(int tool) {
-    return QIcon(new LineIconEngine(tool));
+QIcon ToolIcon(int tool, bool in_force) {
+    return QIcon(new LineIconEngine(tool, in_force));
 }
 
 } // namespace nrv::ui

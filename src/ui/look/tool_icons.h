@@ -6,7 +6,8 @@ namespace nrv::ui {
 
 inline constexpr int ToolIconSize = 18; ///< pixels
 
-/// The line icon of a tool button by its index (`controls::ToolButton`), drawn afresh for every size and pixel ratio.
-QIcon ToolIcon(int tool);
+/// The line icon of a tool button by its index (`controls::ToolButton`), drawn afresh for every size and pixel ratio;
+/// the padlock is shut while the lock is in force.
+QIcon ToolIcon(int tool, bool in_force = false);
 
 } // namespace nrv::ui

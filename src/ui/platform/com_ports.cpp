@@ -173,13 +173,15 @@ ComPort ComPortNames::FindAmong(const std::vector<PortInfo>& ports, int number, 
     return result;
 }
 
-std::vector<std::string> ComPortNames::ToolTips() const {
+ComPortEntries ComPortNames::Entries() const {
     const std::vector<PortInfo> ports = InOrder(machine_ports_());
-    std::vector<std::string> tips = {"No serial port: the program goes on without a line."};
+    ComPortEntries entries{{"No serial port: the program goes on without a line."}, {false}};
     for (int number = 1; number <= ComPortCount; ++number) {
-        tips.push_back(ToBytes(FindAmong(ports, number, QString()).ToolTip));
+        const ComPort port = FindAmong(ports, number, QString());
+        entries.ToolTips.push_back(ToBytes(port.ToolTip));
+        entries.Missing.push_back(port.Device.isEmpty());
     }
-    return tips;
+    return entries;
 }
 
 } // namespace nrv::ui

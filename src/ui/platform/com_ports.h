@@ -45,6 +45,12 @@ QString RefusalOf(const QString& device);
 /// The serial ports that the machine has now.
 std::vector<PortInfo> MachinePorts();
 
+/// The entries of the port list, entry 0 being "NONE".
+struct ComPortEntries {
+    std::vector<std::string> ToolTips; ///< bytes of Latin-1
+    std::vector<bool> Missing;         ///< it stands for nothing that is there
+};
+
 /// Tells what COM 1 to COM 32 stand for: the file com<n> of the program's folder if there is one that leads
 /// somewhere, else a port of the machine.
 class ComPortNames {
@@ -55,8 +61,8 @@ class ComPortNames {
     /// it, so that an adapter plugged in meanwhile does not move the numbers.
     ComPort Find(int number, const QString& last = QString()) const;
 
-    /// The tool tips of the port list, entry 0 being "NONE"; bytes of Latin-1.
-    std::vector<std::string> ToolTips() const;
+    /// What the entries of the port list stand for now.
+    ComPortEntries Entries() const;
 
   private:
     ComPort FindAmong(const std::vector<PortInfo>& ports, int number, const QString& last) const;

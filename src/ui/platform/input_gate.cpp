@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
 
 namespace nrv::ui {
 
@@ -33,6 +34,15 @@ bool StartsSomething(const QEvent& event) {
     }
 }
 
+/// Enter held down: by its first repetition something else may have come under it.
+bool RepeatsEnter(const QEvent& event) {
+    if (event.type() != QEvent::KeyPress) {
+        return false;
+    }
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter);
+}
+
 } // namespace
 
 InputGate::InputGate(const Operation& operation) : operation_(operation) {
@@ -40,7 +50,7 @@ InputGate::InputGate(const Operation& operation) : operation_(operation) {
 }
 
 bool InputGate::eventFilter(QObject* watched, QEvent* event) {
-    if (operation_.Busy() && StartsSomething(*event)) {
+    if ((operation_.Busy() && StartsSomething(*event)) || RepeatsEnter(*event)) {
         event->accept(); // an override that is accepted keeps the key from being a shortcut
         return true;
     }

@@ -12,7 +12,8 @@ namespace nrv::ui {
 
 /// Keeps the user's mouse and keys from a program that is at work: what comes while an operation serves events reaches
 /// no widget, and what was pressed or clicked while one stood still for more than half a second is thrown away, not
-/// carried out later on whatever lies there then. A press that is held ends when a box or a dialog comes over it.
+/// carried out later on whatever lies there then. A press that is held ends when a box or a dialog comes over it, and
+/// Enter held down counts once.
 ///
 /// Watches the whole application for as long as it lives.
 class InputGate : public QObject {

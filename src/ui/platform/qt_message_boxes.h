@@ -4,7 +4,7 @@
 
 namespace nrv::ui {
 
-/// Message boxes of the toolkit, modal over the active window, each named "MessageBox". Texts are shown as they stand.
+/// Message boxes of the toolkit, modal over a window of ours, each named "MessageBox". Texts are shown as they stand.
 class QtMessageBoxes : public MessageBoxes {
   public:
     BoxAnswer Show(const MessageBox& box) override;

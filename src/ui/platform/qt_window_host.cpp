@@ -4,6 +4,7 @@
 #include "ports/numbering.h"
 #include "ui/binding/subscription.h"
 #include "ui/control_window/control_window_view.h"
+#include "ui/platform/cascade.h"
 #include "ui/windows/connection_dialog.h"
 #include "ui/windows/device_list_window.h"
 #include "ui/windows/form_binding.h"
@@ -14,7 +15,6 @@
 #include <QApplication>
 #include <QMdiArea>
 #include <QScreen>
-#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -26,7 +26,6 @@ using Kind = controls::EventSource::Kind;
 
 constexpr QSize SmallestControlWindow(controls::FrmCtrl::WidthTwips / TwipsPerPixel,
                                       controls::FrmCtrl::HeightTwips / TwipsPerPixel);
-constexpr int CascadeStep = 26; ///< pixels, so that the title of the window behind stays in sight
 
 } // namespace
 
@@ -44,6 +43,7 @@ QtWindowHost::QtWindowHost(WindowRecords records, controls::EventBoundary& bound
 
 QtWindowHost::~QtWindowHost() {
     boundary_.Current().Watch.Over = {};
+    events_ = {};
     for (int slot = 0; slot < controls::SlotCount; ++slot) {
         if (control_windows_[At(slot)] != nullptr) {
             Detach(slot);
@@ -173,8 +173,19 @@ void QtWindowHost::ShowControlWindow(int slot) {
     PlaceControlWindow(*window);
     window->MayClose = [this, slot] { return ControlWindowMayClose(slot); };
     window->Resized = [this, slot] { ControlWindowResized(slot); };
+    QObject::connect(window, &QMdiSubWindow::windowStateChanged, main_.get(), [this] { TellFront(); });
     window->show();
     main_->Area().setActiveSubWindow(window);
+    TellFront();
+}
+
+void QtWindowHost::FocusControlWindow(int slot) {
+    if (MdiChild* const window = control_windows_[At(slot)]; window != nullptr) {
+        if (window->isMinimized()) {
+            window->showNormal();
+        }
+        main_->Area().setActiveSubWindow(window);
+    }
 }
 
 void QtWindowHost::PlaceControlWindow(MdiChild& window) {
@@ -184,11 +195,7 @@ void QtWindowHost::PlaceControlWindow(MdiChild& window) {
     const QSize room = (main_->Area().viewport()->size() - window.size()).expandedTo({0, 0});
     // Beside the list, or over it where there is no room for both.
     const bool list_stands = list_ != nullptr && !list_->isMinimized();
-    const int left = std::min(list_stands ? list_->geometry().right() + 1 : 0, room.width());
-    // Stepping on begins anew where the room ends.
-    const int steps = std::min(room.width() - left, room.height()) / CascadeStep + 1;
-    const int offset = before % steps * CascadeStep;
-    window.move(left + offset, offset);
+    window.move(CascadePlace(before, list_stands ? list_->geometry().right() + 1 : 0, room));
 }
 
 void QtWindowHost::RemoveControlWindow(int slot) {
@@ -206,6 +213,7 @@ void QtWindowHost::RemoveControlWindow(int slot) {
         window->hide();
         main_->Area().removeSubWindow(window);
     }
+    TellFront();
     // It may be inside an event of its own; it goes when that is over.
     if (!boundary_.Current().Running()) {
         OperationOver();
@@ -243,11 +251,30 @@ void QtWindowHost::Detach(int slot) {
     }
 }
 
-void QtWindowHost::ControlWindowActivated(QMdiSubWindow* window) {
+int QtWindowHost::SlotOf(const QMdiSubWindow* window) const {
     const auto found = std::find(control_windows_.begin(), control_windows_.end(), window);
-    if (window != nullptr && found != control_windows_.end() && events_.Activated && !removing_) {
-        const int slot = static_cast<int>(found - control_windows_.begin());
+    const bool is_one = window != nullptr && found != control_windows_.end();
+    return is_one ? static_cast<int>(found - control_windows_.begin()) : Operation::NoSlot;
+}
+
+void QtWindowHost::ControlWindowActivated(QMdiSubWindow* window) {
+    const int slot = SlotOf(window);
+    if (slot != Operation::NoSlot && events_.Activated && !removing_) {
         boundary_.RunWhenOver([this, slot] { events_.Activated(slot); });
+    }
+    TellFront();
+}
+
+void QtWindowHost::TellFront() {
+    QList<QMdiSubWindow*> from_the_back = main_->Area().subWindowList(QMdiArea::StackingOrder);
+    from_the_back.append(main_->Area().activeSubWindow()); // it may not be raised yet
+    int front = Operation::NoSlot;
+    for (const QMdiSubWindow* window : from_the_back) {
+        const int slot = SlotOf(window);
+        front = slot != Operation::NoSlot && window->isVisible() && !window->isMinimized() ? slot : front;
+    }
+    if (events_.FrontChanged) {
+        events_.FrontChanged(front);
     }
 }
 

@@ -41,6 +41,7 @@ struct WindowEvents {
     std::function<void()> ListQueryUnload;                        ///< the user wants to close the device list
     std::function<bool()> MainQueryUnload;                        ///< true: the main window closes
     std::function<bool()> ConnectionQueryUnload;                  ///< true: the connection dialog closes
+    std::function<void(int slot)> FrontChanged = {}; ///< the control window in front of the others, NoSlot for none
 };
 
 /// Makes what a control window holds, from the record of its slot; the host puts it into a window of its own.
@@ -74,6 +75,7 @@ class QtWindowHost : public WindowHost {
     void RunDialog(ToolDialog dialog) override;
     void CloseDialog(ToolDialog dialog) override;
     void ShowControlWindow(int slot) override;
+    void FocusControlWindow(int slot) override;
     void RemoveControlWindow(int slot) override;
 
   private:
@@ -81,6 +83,8 @@ class QtWindowHost : public WindowHost {
     void CloseDialogsOf(int slot);
     void OperationOver();
     void ControlWindowActivated(QMdiSubWindow* window);
+    int SlotOf(const QMdiSubWindow* window) const;
+    void TellFront();
     void ControlWindowResized(int slot);
     bool ControlWindowMayClose(int slot);
     void Detach(int slot);

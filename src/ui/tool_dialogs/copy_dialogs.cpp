@@ -13,7 +13,7 @@ namespace nrv::ui {
 namespace {
 
 constexpr int WideButton = 220;
-constexpr int ChoiceWidth = 120;
+constexpr int ChoiceWidth = 140;
 
 } // namespace
 

@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
+#include <QPainter>
 #include <QPushButton>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
@@ -28,14 +29,41 @@ constexpr int FieldMargins = 14;
 constexpr int ButtonMargins = 28;
 constexpr int LineMargins = 16;
 
-/// Lines of one height, with dots for what cannot be seen.
+/// Lines of one height, with dots for what cannot be seen, and an entry's note at its right.
 class LineDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QString displayText(const QVariant& value, const QLocale&) const override { return Printable(value.toString()); }
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        return {QStyledItemDelegate::sizeHint(option, index).width(), LineHeight};
+        return {QStyledItemDelegate::sizeHint(option, index).width() + NoteWidth(option, index), LineHeight};
+    }
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        QStyledItemDelegate::paint(painter, option, index);
+        const bool selected = option.state.testFlag(QStyle::State_Selected);
+        painter->save();
+        painter->setFont(option.font);
+        painter->setPen(selected ? option.palette.color(QPalette::HighlightedText) : CurrentTheme().Dim);
+        painter->drawText(option.rect.adjusted(0, 0, -NoteGap / 2, 0), Qt::AlignRight | Qt::AlignVCenter,
+                          index.data(ListBox::NoteRole).toString());
+        painter->restore();
+    }
+
+  private:
+    static constexpr int NoteGap = 12;
+
+    static int NoteWidth(const QStyleOptionViewItem& option, const QModelIndex& index) {
+        const QString note = index.data(ListBox::NoteRole).toString();
+        return note.isEmpty() ? 0 : option.fontMetrics.horizontalAdvance(note) + NoteGap;
+    }
+};
+
+/// A list in which one line is always chosen: the toolkit would let Ctrl and a click take the choice off.
+class Lines : public QListWidget {
+  protected:
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override {
+        const auto command = QListWidget::selectionCommand(index, event);
+        return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
     }
 };
 
@@ -122,7 +150,7 @@ QComboBox* ToolDialogBase::MakeChoice(controls::List& list, const QString& name)
 }
 
 QListWidget* ToolDialogBase::MakeLines(controls::LineList& list, const QString& name, int rows, int characters) {
-    auto* lines = new QListWidget;
+    auto* lines = new Lines;
     lines->setObjectName(name);
     lines->setItemDelegate(new LineDelegate(lines));
     lines->setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -29,7 +29,7 @@ void MuteButton::paintEvent(QPaintEvent*) {
     QColor ink = isChecked() ? QColor(Qt::white) : theme.Text;
     if (!isEnabled()) {
         fill = isChecked() ? Mixed(theme.Muted, theme.Panel, 0.5) : theme.Panel;
-        ink = isChecked() ? theme.Panel : theme.Disabled;
+        ink = isChecked() ? theme.Text : theme.Disabled;
     } else if (isDown()) {
         fill = Mixed(fill, Qt::black, 0.12);
     } else if (underMouse()) {

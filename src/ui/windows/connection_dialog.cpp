@@ -1,6 +1,7 @@
 #include "ui/windows/connection_dialog.h"
 
 #include "ui/binding/binding.h"
+#include "ui/widgets/list_box.h"
 #include "ui/widgets/panel.h"
 #include "ui/windows/form_binding.h"
 
@@ -54,7 +55,7 @@ Panel* MakeOptionFrame(controls::Frame& frame, const QString& frame_name, Option
 }
 
 QComboBox* MakeList(controls::List& list, const QString& name, const controls::EventEntry& entry) {
-    auto* box = new QComboBox;
+    auto* box = new ListBox(nullptr);
     box->setObjectName(name);
     box->setMaxVisibleItems(16);
     Bind(list, *box, entry);
@@ -87,6 +88,8 @@ ConnectionDialog::ConnectionDialog(controls::FrmSelect& record, const controls::
         device_frames_[i] = MakeDeviceFrame(i);
         columns->addWidget(device_frames_[i], 1);
     }
+    // Known to the dialog by now, and so the one that is pressed again when a button has lost the keyboard.
+    findChild<QPushButton*>(QStringLiteral("Proceed"))->setDefault(true);
     BindForm(record.Window, *this, *this, [this] { FollowWidth(); });
     FollowWidth();
 }
@@ -105,6 +108,11 @@ QWidget* ConnectionDialog::MakeLeftColumn() {
     column->addWidget(MakeListFrame(record_.ComFrame, QStringLiteral("ComFrame"), record_.ComSelect,
                                     QStringLiteral("ComSelect"), entry_));
     column->addStretch(1);
+    auto* equal_ids = new QLabel;
+    equal_ids->setObjectName(QStringLiteral("EqualIds"));
+    equal_ids->setWordWrap(true);
+    Bind(record_.EqualIds, *equal_ids);
+    column->addWidget(equal_ids);
     column->addWidget(MakeButtons());
     return left;
 }
@@ -116,11 +124,9 @@ QWidget* ConnectionDialog::MakeButtons() {
     row->setSpacing(Gap);
     auto* exit = new QPushButton;
     exit->setObjectName(QStringLiteral("Exit"));
-    exit->setAutoDefault(false);
     Bind(record_.Exit, *exit, entry_);
     auto* proceed = new QPushButton;
     proceed->setObjectName(QStringLiteral("Proceed"));
-    proceed->setDefault(true);
     Bind(record_.Proceed, *proceed, entry_);
     for (QPushButton* button : {exit, proceed}) {
         button->setMinimumWidth(0);

@@ -96,7 +96,7 @@ void DeviceListWindow::BuildGrid(const controls::EventEntry& entry) {
     grid_->horizontalHeader()->setHighlightSections(false);
     grid_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     grid_->setMinimumWidth(
-        std::max(controls::FrmSearchNet::ColumnWidth / TwipsPerPixel, WidestRow(QFontMetrics(TextFont()))) +
+        std::max(controls::FrmSearchNet::ColumnWidth / TwipsPerPixel, WidestRow(QFontMetrics(StrongFont()))) +
         2 * grid_->frameWidth());
     BindCaption();
 
@@ -109,6 +109,9 @@ void DeviceListWindow::BuildGrid(const controls::EventEntry& entry) {
             break;
         case controls::Aspect::Text:
             FollowCells();
+            break;
+        case controls::Aspect::Colour:
+            FollowMark();
             break;
         case controls::Aspect::Repaint:
             grid_->viewport()->repaint();
@@ -152,6 +155,7 @@ void DeviceListWindow::FollowSize() {
         grid_->setItem(row, 0, new QTableWidgetItem);
     }
     FollowCells();
+    FollowMark();
 }
 
 void DeviceListWindow::FollowCells() {
@@ -160,10 +164,20 @@ void DeviceListWindow::FollowCells() {
     for (int row = 0; row < devices.Rows() && devices.Columns() > 0; ++row) {
         const QString text = Printable(FromBytes(devices.Cell(row, 0)));
         grid_->item(row, 0)->setText(text);
-        needed = std::max(needed, grid_->fontMetrics().horizontalAdvance(text) + CellMargins);
+        // Any of them may be the marked one.
+        needed = std::max(needed, QFontMetrics(StrongFont()).horizontalAdvance(text) + CellMargins);
     }
     // The column fills the list, and a wider one scrolls.
     grid_->horizontalHeader()->setMinimumSectionSize(needed);
+}
+
+void DeviceListWindow::FollowMark() {
+    for (int row = 0; row < grid_->rowCount(); ++row) {
+        const bool marked = row == record_.Devices.MarkedRow();
+        QTableWidgetItem& cell = *grid_->item(row, 0);
+        cell.setFont(marked ? StrongFont() : TextFont());
+        cell.setBackground(marked ? QBrush(Mixed(CurrentTheme().Field, CurrentTheme().Focus, 0.18)) : QBrush());
+    }
 }
 
 } // namespace nrv::ui

@@ -30,6 +30,7 @@ class DeviceListWindow : public MdiChild {
     QLabel* AddNotice(controls::Label& notice, const QString& name, QVBoxLayout& column);
     void FollowSize();
     void FollowCells();
+    void FollowMark();
 
     controls::FrmSearchNet& record_;
     QTableWidget* grid_;

@@ -4,6 +4,7 @@
 #include "ui/binding/subscription.h"
 #include "ui/binding/text.h"
 #include "ui/look/painting.h"
+#include "ui/look/title_bar.h"
 #include "ui/widgets/panel.h"
 
 #include <QWidget>
@@ -27,12 +28,20 @@ void BindForm(controls::Form& form, QWidget& window, QWidget& area, const std::f
             break;
         }
     };
+    const auto mark = [&form, &window] {
+        window.setProperty(TitleMark, FromBytes(form.Mark()));
+        window.update();
+    };
     title();
     pointer();
+    mark();
     Subscribe(window, form, [=, &window](Aspect aspect) {
         switch (aspect) {
         case Aspect::Caption:
             title();
+            break;
+        case Aspect::Text:
+            mark();
             break;
         case Aspect::Value:
             pointer();

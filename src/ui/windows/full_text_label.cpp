@@ -1,5 +1,7 @@
 #include "ui/windows/full_text_label.h"
 
+#include "ui/look/painting.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -18,7 +20,7 @@ void FullTextLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
     painter.drawText(contentsRect(), static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
-                     fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()));
+                     fontMetrics().elidedText(Printable(text()), Qt::ElideRight, contentsRect().width()));
 }
 
 bool FullTextLabel::event(QEvent* event) {

@@ -14,10 +14,12 @@
 #include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
 
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -26,6 +28,8 @@ namespace {
 
 /// The device list and one control window side by side, with room for a few more behind it.
 constexpr QSize StartSize(1120, 720);
+/// What a desktop puts around a window, before it is known.
+constexpr QMargins ExpectedFrame(4, 36, 4, 4);
 
 } // namespace
 
@@ -81,8 +85,39 @@ void MainWindow::Place() {
     resize(StartSize);
     if (const QScreen* screen = QGuiApplication::primaryScreen()) {
         const QRect room = screen->availableGeometry();
-        resize(StartSize.boundedTo(room.size()));
-        move(room.center() - rect().center());
+        resize(StartSize.boundedTo(room.marginsRemoved(ExpectedFrame).size()));
+        QRect whole = rect().marginsAdded(ExpectedFrame);
+        whole.moveCenter(room.center());
+        move(whole.topLeft());
+    }
+}
+
+void MainWindow::KeepOnScreen() {
+    const QRect room = screen()->availableGeometry();
+    if (isMaximized() || isFullScreen() || room.contains(frameGeometry())) {
+        return;
+    }
+    const QSize frame = frameGeometry().size() - size();
+    resize(size().boundedTo(room.size() - frame));
+    const QSize whole = size() + frame;
+    move(std::clamp(x(), room.left(), std::max(room.left(), room.right() + 1 - whole.width())),
+         std::clamp(y(), room.top(), std::max(room.top(), room.bottom() + 1 - whole.height())));
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (!event->spontaneous()) {
+        // What frame the desktop puts around it is known from now on.
+        QTimer::singleShot(0, this, [this] { KeepOnScreen(); });
+    }
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    // The toolkit joins the title of a maximised window to this one's, with the blanks that pad a name.
+    if (event->type() == QEvent::WindowTitleChange) {
+        static const QRegularExpression padding(QStringLiteral("(?<= - \\[)\\s+|\\s+(?=\\]$)"));
+        setWindowTitle(windowTitle().remove(padding));
     }
 }
 

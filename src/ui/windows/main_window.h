@@ -21,12 +21,15 @@ class MainWindow : public QMainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     void BuildMenu();
     void BuildStatusLine();
     void BindTimers();
     void Place();
+    void KeepOnScreen();
 
     controls::MDIFrmMain& record_;
     controls::EventEntry entry_;
