@@ -9,7 +9,20 @@
 namespace nrv::controls {
 
 /// What of a control changed; a view repaints only that.
-enum class Aspect { Value, Text, Caption, ToolTip, Colour, Visible, Enabled, Items, Place, Drawing, Repaint };
+enum class Aspect {
+    Value,
+    Text,
+    Caption,
+    ToolTip,
+    Colour,
+    Visible,
+    Enabled,
+    Items,
+    Place,
+    Drawing,
+    Repaint,
+    Attention
+};
 
 struct Colour {
     std::uint8_t Red = 0;

@@ -33,13 +33,14 @@ std::string UnitText(const CommandContext& context) {
     return std::string(DelayUnitTexts[InMetres(context) ? 1 : 0]);
 }
 
-void TakeTypedDelay(const CommandContext& context, MessageBoxes& boxes, int index) {
+/// False when there is nothing to take.
+bool TakeTypedDelay(const CommandContext& context, MessageBoxes& boxes, int index) {
     controls::FrmCtrl& form = context.Form();
     const std::size_t i = At(index);
     const std::string text = TrimBlanks(form.Text2[i].Text());
     if (text.empty()) {
         boxes.Show({"  Incorrect value", "Warning"});
-        return;
+        return false;
     }
     const double number = ParseNumber(text.substr(0, text.find(' ')));
     const DelayPositions typed = InMetres(context) ? DelayFromMetres(number) : DelayFromMs(number);
@@ -49,6 +50,7 @@ void TakeTypedDelay(const CommandContext& context, MessageBoxes& boxes, int inde
         form.UpDown1[i].SetPosition(typed.Fine);
     }
     SetDelay(context, index);
+    return true;
 }
 
 } // namespace
@@ -111,8 +113,7 @@ controls::KeyEntry TypedDelay(const CommandContext& context, MessageBoxes& boxes
         return key;
     }
     if (key == controls::EnterKey) {
-        TakeTypedDelay(context, boxes, index);
-        return key;
+        return {key, !TakeTypedDelay(context, boxes, index)};
     }
     if ((key >= '0' && key <= '9') || key == controls::BackspaceKey || key == ' ' || key == '.') {
         return key;

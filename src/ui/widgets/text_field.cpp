@@ -1,15 +1,19 @@
 #include "ui/widgets/text_field.h"
 
 #include "controls/text_box.h"
+#include "ui/look/flat_style.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QFocusEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPointer>
 #include <QRegularExpression>
+
+#include <utility>
 
 namespace nrv::ui {
 namespace {
@@ -51,6 +55,24 @@ void TextField::SetMarked(bool marked) {
         palette.setColor(QPalette::Text, Qt::black);
     }
     setPalette(palette);
+}
+
+void TextField::SetTyped(bool typed) {
+    if (typed_ == typed) {
+        return;
+    }
+    typed_ = typed;
+    setProperty(TypedProperty, typed);
+    QFont slanted = font();
+    slanted.setItalic(typed);
+    setFont(slanted);
+    update();
+}
+
+void TextField::Offer() {
+    setFocus(Qt::OtherFocusReason);
+    selectAll();
+    fresh_ = true;
 }
 
 bool TextField::CanTake() const {
@@ -99,6 +121,7 @@ void TextField::PasteFrom(int clipboard_mode) {
 }
 
 void TextField::keyPressEvent(QKeyEvent* event) {
+    fresh_ = false;
     if (isReadOnly()) {
         QLineEdit::keyPressEvent(event);
         return;
@@ -107,7 +130,14 @@ void TextField::keyPressEvent(QKeyEvent* event) {
         PasteFrom(QClipboard::Clipboard);
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         event->accept();
-        Take(controls::EnterKey, [] {});
+        Take(controls::EnterKey, [this] { selectAll(); });
+    } else if (event->key() == Qt::Key_Escape && typed_) {
+        event->accept();
+        const QPointer<TextField> self(this);
+        emit GivenUp();
+        if (self != nullptr) {
+            selectAll();
+        }
     } else if (event->key() == Qt::Key_Backspace) {
         Take(controls::BackspaceKey, [this, event] { QLineEdit::keyPressEvent(event); });
     } else if (IsTyped(*event)) {
@@ -130,6 +160,17 @@ void TextField::inputMethodEvent(QInputMethodEvent* event) {
     event->accept();
 }
 
+void TextField::focusInEvent(QFocusEvent* event) {
+    fresh_ = fresh_ || event->reason() == Qt::MouseFocusReason;
+    QLineEdit::focusInEvent(event);
+}
+
+void TextField::focusOutEvent(QFocusEvent* event) {
+    // The window may be activated by the same click.
+    fresh_ = fresh_ && event->reason() == Qt::ActiveWindowFocusReason;
+    QLineEdit::focusOutEvent(event);
+}
+
 void TextField::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::MiddleButton) {
         if (!isReadOnly() && QGuiApplication::clipboard()->supportsSelection()) {
@@ -138,6 +179,9 @@ void TextField::mouseReleaseEvent(QMouseEvent* event) {
         return;
     }
     QLineEdit::mouseReleaseEvent(event);
+    if (std::exchange(fresh_, false) && !hasSelectedText()) {
+        selectAll();
+    }
 }
 
 void TextField::contextMenuEvent(QContextMenuEvent* event) {
