@@ -8,11 +8,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-const Texts& ChannelNames() {
-    static const Texts names = {"In A", "In B", "Out 1", "Out 2", "Out 3", "Out 4", "Out 5", "Out 6"};
-    return names;
-}
-
 const Texts& SlopeTexts() {
     static const Texts texts = {"    Bypass",   "- 6 dB/oct Bw", "-12dB/oct Bw", "-12dB/oct Lz",
                                 "-12dB/oct Bs", "-12dB/oct Cv",  "-18dB/oct Bw", "-18dB/oct Cv",
@@ -48,7 +43,7 @@ void DesignTools(FrmCtrl& form) {
 void DesignStrips(FrmCtrl& form) {
     for (std::size_t i = 0; i < StripCount; ++i) {
         const bool copy = i >= ChannelCount;
-        const std::string name = ChannelNames()[ChannelOfControl(i)];
+        const std::string name = ChannelTitles[ChannelOfControl(i)];
         form.Frame1[i].SetCaption(copy ? "Gain" : name);
         form.Slider1[i].SetUp(120, copy ? 8 : 4, 60);
         form.Frame2[i].SetCaption("Phase");
@@ -137,7 +132,7 @@ void DesignOverview(FrmCtrl& form) {
 
 FrmCtrl::FrmCtrl() {
     Window.SetCaption("NRV-718 Parameters Control");
-    Texts captions = ChannelNames();
+    Texts captions(ChannelTitles.begin(), ChannelTitles.end());
     captions.insert(captions.end(), {"Gains", "Delays", "Overview"});
     SSTab1.SetTabCaptions(captions);
     DesignTools(*this);

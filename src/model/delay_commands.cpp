@@ -3,6 +3,7 @@
 #include "controls/text_box.h"
 #include "model/encodings.h"
 #include "model/number_text.h"
+#include "model/put_back.h"
 #include "model/tables.h"
 #include "ports/flag_guard.h"
 #include "ports/numbering.h"
@@ -42,7 +43,15 @@ bool TakeTypedDelay(const CommandContext& context, MessageBoxes& boxes, int inde
         boxes.Show({"  Incorrect value", "Warning"});
         return false;
     }
-    const double number = ParseNumber(text.substr(0, text.find(' ')));
+    double number = 0.0;
+    try {
+        number = ParseNumber(text.substr(0, text.find(' ')));
+    } catch (const RuntimeError&) {
+        const double longest =
+            InMetres(context) ? DelayInMetres(DelayCoarseTop, DelayFineTop) : DelayInMs(DelayCoarseTop, DelayFineTop);
+        RefuseText(form.Text2[i], static_cast<int>(ChannelOfControl(i)), "Delay",
+                   {"delay", "0 to " + NumberText(longest) + UnitText(context)});
+    }
     const DelayPositions typed = InMetres(context) ? DelayFromMetres(number) : DelayFromMs(number);
     {
         const FlagGuard events_off(context.Windows.ControlEventsOff);

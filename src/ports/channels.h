@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 
 // How the device's channels, filters and sides are numbered, and how long its names are.
@@ -7,6 +8,9 @@
 namespace nrv {
 
 inline constexpr int ChannelCount = 8; ///< 0 In A, 1 In B, 2 to 7 Out 1 to Out 6
+/// By channel, whatever names an image gives them.
+inline constexpr std::array<const char*, ChannelCount> ChannelTitles{"In A",  "In B",  "Out 1", "Out 2",
+                                                                     "Out 3", "Out 4", "Out 5", "Out 6"};
 inline constexpr int InputCount = 2;
 inline constexpr int OutputCount = ChannelCount - InputCount; ///< output = channel - 2
 inline constexpr int PeqPerInput = 10;

@@ -37,10 +37,6 @@ std::uint8_t BodyByte(const CommandContext& context, std::size_t position) {
     return context.Image().PresetBody[position];
 }
 
-/// By channel, whatever names the image gives them: those may hold any byte.
-constexpr std::array<const char*, ChannelCount> ChannelTitles{"In A",  "In B",  "Out 1", "Out 2",
-                                                              "Out 3", "Out 4", "Out 5", "Out 6"};
-
 /// A byte of a channel, by its place in the whole image, has no entry; `what` tells its value and where those end.
 [[noreturn]] void RefuseByte(int channel, std::size_t place, const std::string& what) {
     throw RuntimeError(ErrorKind::IndexOutOfRange, std::string(ChannelTitles[At(channel)]) + ": byte " +

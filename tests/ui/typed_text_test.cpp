@@ -22,6 +22,9 @@ class TypedTextTest : public RackTest {
     void init() {
         QVERIFY(ConnectAndOpenAll(FactoryRack({Id, OtherId}), 0));
         StandReady();
+        QWidget* const main = desk_->Window()->window();
+        main->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(main));
     }
     void cleanup() { TakeDown(); }
 

@@ -41,6 +41,8 @@ class ControlWindowView : public QWidget {
   private:
     void Build();
     void BindTabs();
+    /// The keys that show the tabs, the order of the Tab key, and where it begins.
+    void SetUpKeys();
     void BindMarker(int section);
     void ShowTab();
     void ShowPlate(int section);

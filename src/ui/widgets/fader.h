@@ -18,6 +18,8 @@ class Fader : public QSlider {
 
     void SetColour(const QColor& colour);
     void SetTicks(int spacing, int zero_position);
+    /// Without it Home and End do nothing: a level must not jump to its loudest by one key.
+    void SetReachesEndsByKey(bool reaches) { reaches_ends_ = reaches; }
     /// Shows a position that is not the user's doing; emits nothing of ours.
     void ShowPosition(int position) { setValue(position); }
     /// The height in the widget, in pixels, at which the cap of a position has its middle.
@@ -52,6 +54,7 @@ class Fader : public QSlider {
     int zero_position_ = NoZero;
     WheelSteps wheel_;
     AutoRepeat repeat_; ///< of a press on the groove
+    bool reaches_ends_ = true;
     bool dragging_ = false;
     double grip_ = 0.0;      // from the cap's middle to the finger
     double paging_to_ = 0.0; // where the groove is pressed

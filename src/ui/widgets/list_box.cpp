@@ -22,9 +22,8 @@ void ListBox::showPopup() {
 void ListBox::wheelEvent(QWheelEvent* event) {
     if (hasFocus()) {
         QComboBox::wheelEvent(event);
-    } else {
-        event->ignore();
     }
+    event->accept(); // what lies behind would scroll
 }
 
 } // namespace nrv::ui

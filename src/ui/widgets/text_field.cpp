@@ -73,6 +73,7 @@ void TextField::Offer() {
     setFocus(Qt::OtherFocusReason);
     selectAll();
     fresh_ = true;
+    offered_ = true;
 }
 
 bool TextField::CanTake() const {
@@ -122,6 +123,7 @@ void TextField::PasteFrom(int clipboard_mode) {
 
 void TextField::keyPressEvent(QKeyEvent* event) {
     fresh_ = false;
+    offered_ = false;
     if (isReadOnly()) {
         QLineEdit::keyPressEvent(event);
         return;
@@ -163,9 +165,14 @@ void TextField::inputMethodEvent(QInputMethodEvent* event) {
 void TextField::focusInEvent(QFocusEvent* event) {
     fresh_ = fresh_ || event->reason() == Qt::MouseFocusReason;
     QLineEdit::focusInEvent(event);
+    if (offered_) {
+        selectAll(); // a message may have stood over it meanwhile
+    }
 }
 
 void TextField::focusOutEvent(QFocusEvent* event) {
+    offered_ = offered_ && event->reason() != Qt::MouseFocusReason && event->reason() != Qt::TabFocusReason &&
+               event->reason() != Qt::BacktabFocusReason;
     // The window may be activated by the same click.
     fresh_ = fresh_ && event->reason() == Qt::ActiveWindowFocusReason;
     QLineEdit::focusOutEvent(event);

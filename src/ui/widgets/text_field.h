@@ -52,7 +52,8 @@ class TextField : public QLineEdit {
     KeyFilter filter_;
     bool marked_ = false;
     bool typed_ = false;
-    bool fresh_ = false; ///< the next click to end selects the text
+    bool offered_ = false; ///< nobody has worked it since
+    bool fresh_ = false;   ///< the next click to end selects the text
 };
 
 } // namespace nrv::ui

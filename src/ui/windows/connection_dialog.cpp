@@ -1,6 +1,8 @@
 #include "ui/windows/connection_dialog.h"
 
 #include "ui/binding/binding.h"
+#include "ui/widgets/list_box.h"
+#include "ui/widgets/option_button.h"
 #include "ui/widgets/panel.h"
 #include "ui/windows/form_binding.h"
 
@@ -10,7 +12,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -45,7 +46,7 @@ Panel* MakeOptionFrame(controls::Frame& frame, const QString& frame_name, Option
     column->setContentsMargins(Margin, InnerTop, 4, 6);
     column->setSpacing(2);
     for (std::size_t i = 0; i < options.size(); ++i) {
-        auto* button = new QRadioButton;
+        auto* button = new OptionButton;
         button->setObjectName(Indexed(name, i));
         Bind(options[i], *button, entry);
         column->addWidget(button, 0, Qt::AlignLeft);
@@ -54,7 +55,7 @@ Panel* MakeOptionFrame(controls::Frame& frame, const QString& frame_name, Option
 }
 
 QComboBox* MakeList(controls::List& list, const QString& name, const controls::EventEntry& entry) {
-    auto* box = new QComboBox;
+    auto* box = new ListBox(nullptr);
     box->setObjectName(name);
     box->setMaxVisibleItems(16);
     Bind(list, *box, entry);
