@@ -42,9 +42,26 @@ class KeyboardTest : public RackTest {
     void HomeAndEndMoveNoGain();
     void HomeAndEndStillMoveTheOtherFaders();
     void AWheelWithoutTheKeyboardScrollsNothing();
+    void AWheelTurnsNoListOfAFileDialog();
+    void ButtonsOfADialogHaveKeysOfTheirOwn_data();
+    void ButtonsOfADialogHaveKeysOfTheirOwn();
+    void AKeyOfAButtonPressesIt();
+    void AChannelsNameMakesNoKey();
 
   private:
     QTabBar* Tabs(int slot = 0) { return qobject_cast<QTabBar*>(desk_->Control("SSTab1", controls::NoIndex, slot)); }
+    /// Turns a wheel over a widget both ways; false when something behind would see it.
+    static bool TurnWheel(QWidget& widget) {
+        bool taken = true;
+        for (const int turn : {120, -120}) {
+            const QPointF middle(widget.rect().center());
+            QWheelEvent wheel(middle, widget.mapToGlobal(middle), {}, QPoint(0, turn), Qt::NoButton, {},
+                              Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(&widget, &wheel);
+            taken = taken && wheel.isAccepted();
+        }
+        return taken;
+    }
     /// The names of what the Tab key reaches from the tabs on until it comes back to them.
     QStringList Walk() {
         QStringList names;
@@ -254,10 +271,6 @@ void KeyboardTest::FocusShowsOnEveryKindOfControl() {
         }
         // At least something like the frame of a small control.
         QVERIFY2(changed >= 24, qPrintable(QStringLiteral("%1: %2 pixels").arg(QLatin1String(name)).arg(changed)));
-        if (const QByteArray folder = qgetenv("NRV718_FOCUS_PICTURES"); !folder.isEmpty()) {
-            desk_->Window()->grab().save(QString::fromLocal8Bit(folder) + QLatin1Char('/') + widget->objectName() +
-                                         QStringLiteral(".png"));
-        }
     }
 }
 
@@ -297,16 +310,95 @@ void KeyboardTest::AWheelWithoutTheKeyboardScrollsNothing() {
     for (const auto& [name, index] :
          {std::pair{"Slider2", 21}, {"Combo1", 4}, {"UpDown3", 21}, {"Combo3", 0}, {"SSTab1", controls::NoIndex}}) {
         QWidget* const widget = desk_->Control(name, index);
-        for (const int turn : {120, -120}) {
-            const QPointF middle(widget->rect().center());
-            QWheelEvent wheel(middle, widget->mapToGlobal(middle), {}, QPoint(0, turn), Qt::NoButton, {},
-                              Qt::NoScrollPhase, false);
-            QCoreApplication::sendEvent(widget, &wheel);
-            QVERIFY2(wheel.isAccepted(), name); // what lies behind does not see it
-        }
+        QVERIFY2(TurnWheel(*widget), name);
         QVERIFY2(!widget->hasFocus(), name);
     }
     QVERIFY(desk_->TakeFrames().empty());
+}
+
+void KeyboardTest::AWheelTurnsNoListOfAFileDialog() {
+    QVERIFY(desk_->WithTool(controls::LoadPresetTool, "FileDialog", [](QWidget& dialog) {
+        dialog.findChild<QLineEdit*>()->setFocus();
+        const auto lists = dialog.findChildren<QComboBox*>();
+        QVERIFY(!lists.isEmpty());
+        for (QComboBox* const list : lists) {
+            const int before = list->currentIndex();
+            QVERIFY(TurnWheel(*list));
+            QCOMPARE(list->currentIndex(), before);
+            QVERIFY(!list->hasFocus());
+        }
+    }));
+}
+
+void KeyboardTest::ButtonsOfADialogHaveKeysOfTheirOwn_data() {
+    QTest::addColumn<int>("tool");
+    QTest::addColumn<QString>("dialog");
+    QTest::addColumn<QString>("keys");
+    // In the order in which the buttons are made; that of the password dialog goes over its three pages.
+    QTest::newRow("store") << int(controls::StorePresetTool) << "FrmStore"
+                           << "CS";
+    QTest::newRow("read") << int(controls::ReadPresetTool) << "FrmRead"
+                          << "CR";
+    QTest::newRow("password") << int(controls::PasswordTool) << "FrmPassword"
+                              << "ACEKNO";
+    QTest::newRow("names") << int(controls::EditNamesTool) << "FrmEditLabel"
+                           << "CO";
+    QTest::newRow("copy input") << int(controls::CopyInputTool) << "FrmCopyIn"
+                                << "CO";
+    QTest::newRow("copy output") << int(controls::CopyOutputTool) << "FrmCopyOut"
+                                 << "C";
+}
+
+void KeyboardTest::ButtonsOfADialogHaveKeysOfTheirOwn() {
+    QFETCH(const int, tool);
+    QFETCH(const QString, dialog);
+    QFETCH(const QString, keys);
+    QVERIFY(desk_->WithTool(tool, qPrintable(dialog), [&keys](QWidget& window) {
+        QStringList seen;
+        for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+            const QString key = button->shortcut().toString();
+            if (!key.isEmpty()) {
+                QVERIFY(key.startsWith(QStringLiteral("Alt+")));
+                seen << key.mid(4);
+            }
+        }
+        QStringList expected = keys.split(QString(), Qt::SkipEmptyParts);
+        seen.sort();
+        expected.sort();
+        QCOMPARE(seen, expected);
+    }));
+}
+
+void KeyboardTest::AKeyOfAButtonPressesIt() {
+    bool closed = false;
+    QVERIFY(desk_->WithTool(controls::EditNamesTool, "FrmEditLabel", [&closed](QWidget& dialog) {
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_C, Qt::AltModifier);
+        closed = driver::WaitUntil([&dialog] { return !dialog.isVisible(); });
+    }));
+    QVERIFY(closed);
+    QVERIFY(desk_->TakeFrames().empty());
+}
+
+void KeyboardTest::AChannelsNameMakesNoKey() {
+    QVERIFY(desk_->WithTool(controls::EditNamesTool, "FrmEditLabel", [](QWidget& dialog) {
+        Type(In(dialog, "Text1(2)"), QStringLiteral("&Sub"));
+        BoxAnswers boxes({QStringLiteral("Yes")});
+        driver::Click(In(dialog, "Command1(0)"));
+    }));
+    QCOMPARE(desk_->Form().Label300[2].Caption(), std::string("&Sub"));
+    for (const QAbstractButton* button : desk_->Window()->findChildren<QAbstractButton*>()) {
+        QVERIFY2(button->shortcut().isEmpty(), qPrintable(button->objectName()));
+    }
+    for (const QString& dialog : {QStringLiteral("FrmCopyOut"), QStringLiteral("FrmEditLabel")}) {
+        const int tool = dialog == QStringLiteral("FrmCopyOut") ? controls::CopyOutputTool : controls::EditNamesTool;
+        QVERIFY(desk_->WithTool(tool, qPrintable(dialog), [](QWidget& window) {
+            for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+                QVERIFY(button->shortcut() != QKeySequence(Qt::ALT | Qt::Key_S));
+            }
+        }));
+    }
 }
 
 QTEST_MAIN(KeyboardTest)

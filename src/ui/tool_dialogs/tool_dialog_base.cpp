@@ -95,6 +95,7 @@ QPushButton* ToolDialogBase::MakeButton(controls::Button& button, const QString&
     widget->setFixedWidth(
         std::max(ButtonWidth, widget->fontMetrics().horizontalAdvance(widget->text()) + ButtonMargins));
     widget->setFixedHeight(RowHeight);
+    widget->setText(WithMnemonic(button.Caption(), mnemonics_));
     return widget;
 }
 

@@ -67,6 +67,7 @@ class ToolDialogBase : public QDialog {
     controls::EventEntry entry_;
     QVBoxLayout* column_;
     std::vector<const QObject*> tell_owner_;
+    QString mnemonics_; ///< keys of the buttons made so far
 };
 
 } // namespace nrv::ui

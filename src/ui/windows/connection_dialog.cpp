@@ -1,6 +1,7 @@
 #include "ui/windows/connection_dialog.h"
 
 #include "ui/binding/binding.h"
+#include "ui/binding/text.h"
 #include "ui/widgets/list_box.h"
 #include "ui/widgets/option_button.h"
 #include "ui/widgets/panel.h"
@@ -123,6 +124,9 @@ QWidget* ConnectionDialog::MakeButtons() {
     proceed->setObjectName(QStringLiteral("Proceed"));
     proceed->setDefault(true);
     Bind(record_.Proceed, *proceed, entry_);
+    QString mnemonics;
+    exit->setText(WithMnemonic(record_.Exit.Caption(), mnemonics));
+    proceed->setText(WithMnemonic(record_.Proceed.Caption(), mnemonics));
     for (QPushButton* button : {exit, proceed}) {
         button->setMinimumWidth(0);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
