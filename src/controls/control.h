@@ -9,7 +9,20 @@
 namespace nrv::controls {
 
 /// What of a control changed; a view repaints only that.
-enum class Aspect { Value, Text, Caption, ToolTip, Colour, Visible, Enabled, Items, Place, Drawing, Repaint };
+enum class Aspect {
+    Value,
+    Text,
+    Caption,
+    ToolTip,
+    Colour,
+    Visible,
+    Enabled,
+    Items,
+    Place,
+    Drawing,
+    Repaint,
+    Attention
+};
 
 struct Colour {
     std::uint8_t Red = 0;
@@ -121,6 +134,9 @@ class Label : public Control {
     void UserClick() { Run(Clicked); }
 };
 
+/// What of a point a key changes.
+enum class PointStep { Frequency, Gain, Bandwidth };
+
 /// A numbered point on a channel's graph, placed by its top left corner in position units, 15 to a pixel.
 class Marker : public Control {
   public:
@@ -134,6 +150,8 @@ class Marker : public Control {
     std::function<void()> Pressed;
     std::function<void(double x, double y)> Moved; ///< x, y in position units from the marker's own corner
     std::function<void()> Released;
+    std::function<void()> GivenUp;                          ///< a drag that is not to count
+    std::function<void(PointStep what, int steps)> Stepped; ///< by a key, upwards positive
 
   private:
     double left_ = 0.0;

@@ -58,7 +58,7 @@ void DesignTools(FrmCtrl& form) {
 void DesignStrips(FrmCtrl& form) {
     for (std::size_t i = 0; i < StripCount; ++i) {
         const bool copy = i >= ChannelCount;
-        const std::string name(ChannelTitle(static_cast<int>(ChannelOfControl(i))));
+        const std::string name = ChannelTitles[ChannelOfControl(i)];
         form.Frame1[i].SetCaption(copy ? "Gain" : name);
         form.Slider1[i].SetUp(120, copy ? 8 : 4, 60);
         form.Frame2[i].SetCaption("Phase");
@@ -148,10 +148,7 @@ void DesignOverview(FrmCtrl& form) {
 
 FrmCtrl::FrmCtrl() {
     Window.SetCaption("NRV-718 Parameters Control");
-    Texts captions;
-    for (int channel = 0; channel < ChannelCount; ++channel) {
-        captions.emplace_back(ChannelTitle(channel));
-    }
+    Texts captions(ChannelTitles.begin(), ChannelTitles.end());
     captions.insert(captions.end(), {"Gains", "Delays", "Overview"});
     SSTab1.SetTabCaptions(captions);
     DesignTools(*this);

@@ -17,7 +17,7 @@ struct KeyEntry {
     friend constexpr bool operator==(const KeyEntry& entry, char character) { return entry.Entering == character; }
 };
 
-/// A line of text. Setting the text in code runs nothing.
+/// A line of text. Setting the text in code runs nothing, and puts an end to what stood typed and not entered.
 class TextBox : public Control {
   public:
     static constexpr std::size_t NoLimit = 0;
@@ -25,10 +25,30 @@ class TextBox : public Control {
     std::function<KeyEntry(char)> KeyPressed;
 
     const std::string& Text() const { return text_; }
-    void SetText(const std::string& text) { Assign(text_, text, Aspect::Text); }
+    void SetText(const std::string& text) {
+        const bool changes = Typed() || text != text_;
+        entered_ = text;
+        text_ = text;
+        if (changes) {
+            Notify(Aspect::Text);
+        }
+    }
     /// The view's word on what the user has made of the text.
     void UserText(const std::string& text) { text_ = text; }
-    KeyEntry UserKey(char key) { return KeyPressed ? KeyPressed(key) : key; }
+    KeyEntry UserKey(char key) {
+        const KeyEntry entry = KeyPressed ? KeyPressed(key) : key;
+        if (key == EnterKey && entry == key && !entry.Refused && Typed()) {
+            entered_ = text_; // an event may leave the text as it was typed
+            Notify(Aspect::Text);
+        }
+        return entry;
+    }
+    /// The user has made another text of it and has not entered that.
+    bool Typed() const { return text_ != entered_; }
+    /// Puts the text back that stood before the user typed.
+    void TakeBack() { SetText(std::string(entered_)); }
+    /// Asks the view to give the box the keyboard with its text selected.
+    void Attend() { Notify(Aspect::Attention); }
 
     std::size_t MaxLength() const { return max_length_; }
     void SetMaxLength(std::size_t length) { Assign(max_length_, length, Aspect::Items); }
@@ -41,6 +61,7 @@ class TextBox : public Control {
 
   private:
     std::string text_;
+    std::string entered_; ///< what stood before the user typed
     std::size_t max_length_ = NoLimit;
     bool locked_ = false;
     bool marked_ = false;

@@ -73,6 +73,7 @@ void PasswordDialog::LogIn() {
     const auto same = [](std::uint8_t byte, double stored) { return static_cast<double>(byte) == stored; };
     if (!std::ranges::equal(typed, parts_.Commands.Values().DevicePassword, same)) {
         parts_.Boxes.Show({"Password incorrect", "Insert Password", BoxIcon::Information});
+        parts_.Form.Text1.Attend(); // a full box takes no more characters
         return;
     }
     ShowPage(parts_.Form.Frame1);
@@ -114,6 +115,7 @@ void PasswordDialog::ChangePassword() {
     const auto bytes = PasswordBytes(first);
     if (bytes != PasswordBytes(second)) {
         parts_.Boxes.Show({"Passwords don't match ", "New Password", BoxIcon::Information});
+        parts_.Form.Text3.Attend();
         return;
     }
     parts_.Commands.Link.Current.Call("the new password", static_cast<int>(PasswordLength));

@@ -3,6 +3,7 @@
 #include "controls/text_box.h"
 #include "model/encodings.h"
 #include "model/number_text.h"
+#include "model/put_back.h"
 #include "model/tables.h"
 #include "ports/flag_guard.h"
 #include "ports/numbering.h"
@@ -33,15 +34,24 @@ std::string UnitText(const CommandContext& context) {
     return std::string(DelayUnitTexts[InMetres(context) ? 1 : 0]);
 }
 
-void TakeTypedDelay(const CommandContext& context, MessageBoxes& boxes, int index) {
+/// False when there is nothing to take.
+bool TakeTypedDelay(const CommandContext& context, MessageBoxes& boxes, int index) {
     controls::FrmCtrl& form = context.Form();
     const std::size_t i = At(index);
     const std::string text = TrimBlanks(form.Text2[i].Text());
     if (text.empty()) {
         boxes.Show({"  Incorrect value", "Warning"});
-        return;
+        return false;
     }
-    const double number = ParseNumber(text.substr(0, text.find(' ')));
+    double number = 0.0;
+    try {
+        number = ParseNumber(text.substr(0, text.find(' ')));
+    } catch (const RuntimeError&) {
+        const double longest =
+            InMetres(context) ? DelayInMetres(DelayCoarseTop, DelayFineTop) : DelayInMs(DelayCoarseTop, DelayFineTop);
+        RefuseText(form.Text2[i], static_cast<int>(ChannelOfControl(i)), "Delay",
+                   {"delay", "0 to " + NumberText(longest) + UnitText(context)});
+    }
     const DelayPositions typed = InMetres(context) ? DelayFromMetres(number) : DelayFromMs(number);
     {
         const FlagGuard events_off(context.Windows.ControlEventsOff);
@@ -49,6 +59,7 @@ void TakeTypedDelay(const CommandContext& context, MessageBoxes& boxes, int inde
         form.UpDown1[i].SetPosition(typed.Fine);
     }
     SetDelay(context, index);
+    return true;
 }
 
 } // namespace
@@ -111,8 +122,7 @@ controls::KeyEntry TypedDelay(const CommandContext& context, MessageBoxes& boxes
         return key;
     }
     if (key == controls::EnterKey) {
-        TakeTypedDelay(context, boxes, index);
-        return key;
+        return {key, !TakeTypedDelay(context, boxes, index)};
     }
     if ((key >= '0' && key <= '9') || key == controls::BackspaceKey || key == ' ' || key == '.') {
         return key;

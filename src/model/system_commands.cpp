@@ -31,7 +31,7 @@ void SetPhase(const CommandContext& context, int index) {
 void TellSockets(controls::FrmCtrl& form, bool digital) {
     for (int input = 0; input < InputCount; ++input) {
         const std::string what = digital ? "digital input" : "analog input " + std::to_string(input + 1);
-        form.Label400[At(input)].SetToolTip(std::string(ChannelTitle(input)) + ": " + what);
+        form.Label400[At(input)].SetToolTip(std::string(ChannelTitles[At(input)]) + ": " + what);
     }
 }
 

@@ -2,13 +2,15 @@
 
 #include <array>
 #include <cstddef>
-#include <string_view>
 
 // How the device's channels, filters and sides are numbered, and how long its names are.
 
 namespace nrv {
 
 inline constexpr int ChannelCount = 8; ///< 0 In A, 1 In B, 2 to 7 Out 1 to Out 6
+/// By channel, whatever names an image gives them.
+inline constexpr std::array<const char*, ChannelCount> ChannelTitles{"In A",  "In B",  "Out 1", "Out 2",
+                                                                     "Out 3", "Out 4", "Out 5", "Out 6"};
 inline constexpr int InputCount = 2;
 inline constexpr int OutputCount = ChannelCount - InputCount; ///< output = channel - 2
 inline constexpr int PeqPerInput = 10;
@@ -35,12 +37,6 @@ inline constexpr std::size_t PasswordLength = 6;
 template <class I>
 constexpr bool IsInput(I channel) {
     return channel < static_cast<I>(InputCount);
-}
-/// What a channel is called, whatever name it was given.
-constexpr std::string_view ChannelTitle(int channel) {
-    constexpr std::array<std::string_view, ChannelCount> titles = {"In A",  "In B",  "Out 1", "Out 2",
-                                                                   "Out 3", "Out 4", "Out 5", "Out 6"};
-    return titles.at(static_cast<std::size_t>(channel));
 }
 /// Output 0 to 5 of channel 2 to 7.
 template <class I>

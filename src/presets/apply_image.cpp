@@ -39,7 +39,7 @@ std::uint8_t BodyByte(const CommandContext& context, std::size_t position) {
 
 /// A byte of a channel, by its place in the whole image, has no entry; `what` tells its value and where those end.
 [[noreturn]] void RefuseByte(int channel, std::size_t place, const std::string& what) {
-    throw RuntimeError(ErrorKind::IndexOutOfRange, std::string(ChannelTitle(channel)) + ": byte " +
+    throw RuntimeError(ErrorKind::IndexOutOfRange, std::string(ChannelTitles[At(channel)]) + ": byte " +
                                                        std::to_string(place) + " of the image is the " + what + ".");
 }
 

@@ -2,14 +2,11 @@
 
 #include "model/encodings.h"
 #include "model/equaliser_commands.h"
-#include "model/marker_mapping.h"
 #include "model/number_text.h"
 #include "model/output_commands.h"
+#include "model/put_back.h"
 #include "ports/numbering.h"
 #include "ports/runtime_error.h"
-
-#include <algorithm>
-#include <cmath>
 
 namespace nrv::response {
 namespace {
@@ -21,13 +18,6 @@ using model::ParseNumber;
 
 constexpr double LowestFrequency = 20.0;
 constexpr double HighestFrequency = 20000.0;
-constexpr double HighestGain = 15.0;
-
-// The field that a marker's corner may stand in, in position units.
-constexpr double FieldLeft = -60.0;
-constexpr double FieldTop = -60.0;
-constexpr double FieldRight = 8595.0;
-constexpr double FieldBottom = 2835.0;
 
 constexpr char Refused = '?';
 
@@ -45,16 +35,19 @@ void HoldFrequency(controls::TextBox& box) {
     }
 }
 
-/// Holds what a frequency box shows to 20000 Hz; what is no number stays for the command to refuse.
+/// Holds what a frequency box shows to 20000 Hz. Throws RuntimeError when it is no number.
 void HoldBelowTop(controls::TextBox& box) {
-    double frequency = 0.0;
-    try {
-        frequency = ParseNumber(box.Text());
-    } catch (const RuntimeError&) {
-        return;
-    }
-    if (frequency > HighestFrequency) {
+    if (ParseNumber(box.Text()) > HighestFrequency) {
         box.SetText("20000");
+    }
+}
+
+bool HoldsNumber(const controls::TextBox& box) {
+    try {
+        ParseNumber(box.Text());
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
     }
 }
 
@@ -83,8 +76,7 @@ void EqualiserEditing::WirePeq(controls::FrmCtrl& form) {
         const std::size_t s = At(section);
         const auto change = [this, section] {
             if (!context_.Windows.ControlEventsOff) {
-                HoldBelowTop(context_.Form().Text4[At(section)]);
-                ChangePeq(section);
+                TakePeq(section);
             }
         };
         form.Slider2[s].Moved = change;
@@ -94,6 +86,10 @@ void EqualiserEditing::WirePeq(controls::FrmCtrl& form) {
         form.Label5[s].Pressed = [&form, s] { form.MarkerDragging[s] = true; };
         form.Label5[s].Moved = [this, &form, section](double x, double y) { DragMarker(form, section, x, y); };
         form.Label5[s].Released = [this, &form, section] { DropMarker(form, section); };
+        form.Label5[s].GivenUp = [this, &form, section] { ReturnMarker(form, section); };
+        form.Label5[s].Stepped = [this, section](controls::PointStep what, int steps) {
+            StepPoint(section, what, steps);
+        };
     }
 }
 
@@ -103,7 +99,9 @@ void EqualiserEditing::WireTone(controls::FrmCtrl& form) {
             HoldFrequency(context_.Form().Text7[At(filter)]);
             ChangeTone(filter);
         } catch (const RuntimeError&) {
+            model::PutBackTone(context_, filter);
             Warn(refusal);
+            context_.Form().Text7[At(filter)].Attend();
         }
     };
     for (int filter = 0; filter < ToneCount; ++filter) {
@@ -123,9 +121,7 @@ void EqualiserEditing::WireCrossover(controls::FrmCtrl& form) {
         const std::size_t x = At(side);
         form.Combo2[x].Chosen = [this, side] {
             if (!context_.Windows.ControlEventsOff) {
-                // An unreadable text goes up to the event boundary: this event alone has no guard, which is meant.
-                HoldFrequency(context_.Form().Text8[At(side)]);
-                ChangeCrossover(side);
+                TakeCrossover(side);
             }
         };
         form.Text8[x].KeyPressed = [this, side](char key) { return KeyInCrossoverFrequency(side, key); };
@@ -137,6 +133,30 @@ void EqualiserEditing::ChangePeq(int section) {
     response_.UpdatePeqCurve(section);
 }
 
+/// Faders, arrows and slopes have no words of their own for an unreadable text: theirs go up to the event boundary,
+/// and a copy that runs them ends there.
+void EqualiserEditing::TakePeq(int section) {
+    controls::TextBox& frequency = context_.Form().Text4[At(section)];
+    if (!HoldsNumber(frequency)) {
+        model::PutBackPeq(context_, section);
+        model::RefuseText(frequency, ChannelOfPeq(section), "PEQ " + std::to_string(PeqInChannel(section) + 1),
+                          model::Frequencies);
+    }
+    HoldBelowTop(frequency);
+    ChangePeq(section);
+}
+
+void EqualiserEditing::TakeCrossover(int side) {
+    controls::TextBox& frequency = context_.Form().Text8[At(side)];
+    if (!HoldsNumber(frequency)) {
+        model::PutBackCrossover(context_, side);
+        model::RefuseText(frequency, ChannelOfCrossover(side), context_.Form().Frame7[At(side)].Caption(),
+                          model::Frequencies);
+    }
+    HoldFrequency(frequency);
+    ChangeCrossover(side);
+}
+
 void EqualiserEditing::ChangeTone(int filter) {
     model::SetTone(context_, filter);
     response_.UpdateShelfCurve(filter);
@@ -145,47 +165,6 @@ void EqualiserEditing::ChangeTone(int filter) {
 void EqualiserEditing::ChangeCrossover(int side) {
     model::SetCrossover(context_, side);
     response_.UpdateCrossoverCurve(side);
-}
-
-void EqualiserEditing::DragMarker(controls::FrmCtrl& form, int section, double x, double y) {
-    const std::size_t s = At(section);
-    // A drag whose button-up was lost waits while another window is the active one.
-    if (!form.MarkerDragging[s] || !IsCurrent(form)) {
-        return;
-    }
-    form.MarkerMoved[s] = true;
-    double left = form.Label5[s].Left() + x - model::MarkerHalf;
-    double top = form.Label5[s].Top() + y - model::MarkerHalf;
-    left = std::max(left, FieldLeft);
-    top = std::max(top, FieldTop);
-    left = std::min(left, FieldRight);
-    top = std::min(top, FieldBottom);
-
-    // The marker stops at the limits of gain although the field is taller.
-    const double gain = std::clamp(model::MarkerGain(top), -HighestGain, HighestGain);
-    form.Label5[s].MoveTo(left, model::MarkerTop(gain));
-    form.Text3[s].SetText(NumberText(std::floor(gain * 10.0) / 10.0));
-    form.Text3[s].Refresh();
-    const double shown_gain = ParseNumber(form.Text3[s].Text());
-    form.Slider2[s].SetPosition(model::PeqPositionFromGain(shown_gain));
-    const double frequency = std::min(model::MarkerFrequency(left), HighestFrequency);
-    form.Text4[s].SetText(NumberText(model::SnapToFrequencyTable(frequency)));
-    form.Text4[s].Refresh();
-    context_.Values().PeqGain[s] = shown_gain;
-    context_.Values().PeqFrequency[s] = ParseNumber(form.Text4[s].Text());
-    response_.UpdatePeqCurve(section);
-}
-
-void EqualiserEditing::DropMarker(controls::FrmCtrl& form, int section) {
-    const std::size_t s = At(section);
-    form.MarkerDragging[s] = false;
-    if (!form.MarkerMoved[s]) {
-        return;
-    }
-    form.MarkerMoved[s] = false;
-    if (IsCurrent(form)) { // another window's device is not to get this one's frame
-        model::SetPeq(context_, section);
-    }
 }
 
 bool EqualiserEditing::IsCurrent(const controls::FrmCtrl& form) const {

@@ -29,10 +29,17 @@ class EqualiserEditing {
 
     void ChangePeq(int section);
     void ChangeTone(int filter);
+    /// The change, or the controls as they were and a RuntimeError that names the box.
+    void TakePeq(int section);
+    void TakeCrossover(int side);
     void ChangeCrossover(int side);
 
     void DragMarker(controls::FrmCtrl& form, int section, double x, double y);
     void DropMarker(controls::FrmCtrl& form, int section);
+    /// Ends a drag as if it had not been.
+    void ReturnMarker(controls::FrmCtrl& form, int section);
+    /// A key's change, by the way that the fader, the arrows or a typed frequency go.
+    void StepPoint(int section, controls::PointStep what, int steps);
     bool IsCurrent(const controls::FrmCtrl& form) const;
 
     controls::KeyEntry KeyInPeqFrequency(int section, char key);

@@ -9,6 +9,8 @@
 #include "session/unconnected.h"
 
 #include <algorithm>
+#include <string_view>
+#include <type_traits>
 
 namespace nrv::window {
 ControlWindow::ControlWindow(const Parts& parts)
@@ -85,6 +87,12 @@ bool ControlWindow::QueryUnload(int slot) {
     if (!state_.DeviceUnconnected[At(id)] && !boxes_.AreYouSure(IdText(id) + " - Close window", BoxAnswer::No)) {
         return false;
     }
+    // What was typed and never entered is not in the record when it is shown again.
+    controls::ForEachControl(windows_.Current(), [](std::string_view, int, auto& control) {
+        if constexpr (std::is_same_v<decltype(control), controls::TextBox&>) {
+            control.TakeBack();
+        }
+    });
     Unload(slot);
     return true;
 }

@@ -68,7 +68,7 @@ void Monitor::Poll(int device_id) {
             // meant.
             controls::TextBox& box = context_.Form().Text9[channel - FirstOutput];
             box.SetMarked(limit_now_[channel][id] != 0);
-            box.SetToolTip(box.Marked() ? std::string(ChannelTitle(static_cast<int>(channel))) + " is limiting" : "");
+            box.SetToolTip(box.Marked() ? std::string(ChannelTitles[channel]) + " is limiting" : "");
             box.Refresh();
             limit_shown_[channel][id] = limit_now_[channel][id];
         }

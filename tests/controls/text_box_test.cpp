@@ -30,6 +30,45 @@ TEST_F(ATextBox, SettingTheTextInCodeRunsNothingAndTellsTheView) {
     EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Text));
 }
 
+TEST_F(ATextBox, WhatIsTypedHoldsWhenItIsEnteredOrSetAndNotBefore) {
+    box.SetText("1000");
+    EXPECT_FALSE(box.Typed());
+    box.UserText("100");
+    EXPECT_TRUE(box.Typed());
+    const Observed view(box);
+    EXPECT_EQ(box.UserKey(EnterKey), EnterKey);
+    EXPECT_FALSE(box.Typed());
+    EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Text));
+    box.UserText("10");
+    box.SetText("10"); // no other text, but it holds now
+    EXPECT_FALSE(box.Typed());
+    EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Text, Aspect::Text));
+}
+
+TEST_F(ATextBox, ARefusedEnterAndOtherKeysLeaveItTyped) {
+    box.UserText("1");
+    box.UserKey('5');
+    EXPECT_TRUE(box.Typed());
+    box.KeyPressed = [](char) { return KeyEntry('?', true); };
+    box.UserKey(EnterKey);
+    EXPECT_TRUE(box.Typed());
+    box.KeyPressed = [](char) { return KeyEntry(EnterKey, true); };
+    box.UserKey(EnterKey);
+    EXPECT_TRUE(box.Typed());
+}
+
+TEST_F(ATextBox, WhatIsTypedCanBeTakenBack) {
+    box.SetText("1000");
+    box.UserText("12?");
+    const Observed view(box);
+    box.TakeBack();
+    EXPECT_EQ(box.Text(), "1000");
+    EXPECT_FALSE(box.Typed());
+    EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Text));
+    box.TakeBack();
+    EXPECT_THAT(view.Aspects, ElementsAre(Aspect::Text));
+}
+
 TEST_F(ATextBox, WhatTheUserMadeOfTheTextIsKeptWithoutTellingTheViewItsOwnWord) {
     box.SetText("1000");
     const Observed view(box);

@@ -338,13 +338,15 @@ TEST_F(EqualiserEditing, GainFaderAndBandwidthBesideAnUnreadableFrequencyReachTh
     for (const std::string& text : {std::string("?"), std::string(), std::string(10'000, '9')}) {
         form.Text4[0].SetText(text);
         EXPECT_THROW(form.Slider2[0].UserMove(position), RuntimeError);
-        EXPECT_EQ(form.Text3[0].Text(), position == 10 ? "13" : "12.8"); // (150 - 10) / 5 - 15 dB, 0.2 dB a step
+        EXPECT_EQ(form.Text3[0].Text(), "0");
+        EXPECT_EQ(form.Slider2[0].Position(), 75);
         EXPECT_THROW(form.UpDown3[0].UserStep(1), RuntimeError);
         EXPECT_EQ(form.Text4[0].Text(), text);
         position = position == 10 ? 11 : 10;
     }
-    EXPECT_EQ(form.UpDown3[0].Position(), 11);
-    EXPECT_EQ(form.Text5[0].Text(), "0.6");
+    // All back as it was.
+    EXPECT_EQ(form.UpDown3[0].Position(), 8);
+    EXPECT_EQ(form.Text5[0].Text(), "0.45");
     EXPECT_EQ(image.PresetBody, before);
     EXPECT_EQ(values.PeqGain[0], 0.0);
     EXPECT_THAT(world.Port.Sent, IsEmpty());

@@ -18,6 +18,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
+#include <QWheelEvent>
 
 #include <functional>
 #include <memory>
@@ -141,6 +142,30 @@ class SmallWindowsTest : public QObject {
         QCOMPARE(chosen, 8);
         QTest::mouseClick(Find<QPushButton>(dialog, "Proceed"), Qt::LeftButton);
         QCOMPARE(clicks, 1);
+    }
+
+    void a_wheel_turns_no_list_that_has_not_the_keyboard() {
+        select_->Window.SetSize(FrmSelect::TenWidth, FrmSelect::Height);
+        ui::ConnectionDialog dialog(*select_, entry_, [] { return true; });
+        dialog.show();
+        int chosen = 0;
+        for (List* list : {&select_->ComSelect, &select_->IdSelect, &select_->DeviceIds[3]}) {
+            list->Select(5);
+            list->Chosen = [&chosen] { ++chosen; };
+        }
+        Find<QAbstractButton>(dialog, "Link(0)")->setFocus();
+        for (const char* const name : {"ComSelect", "IdSelect", "DeviceIds(3)"}) {
+            auto* list = Find<QComboBox>(dialog, name);
+            for (const int turn : {120, -120, -120}) {
+                const QPointF middle(list->rect().center());
+                QWheelEvent wheel(middle, list->mapToGlobal(middle), {}, QPoint(0, turn), Qt::NoButton, {},
+                                  Qt::NoScrollPhase, false);
+                QCoreApplication::sendEvent(list, &wheel);
+            }
+            QCOMPARE(list->currentIndex(), 5);
+            QVERIFY(!list->hasFocus());
+        }
+        QCOMPARE(chosen, 0);
     }
 
     void a_disabled_frame_disables_its_list() {

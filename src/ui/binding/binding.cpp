@@ -146,8 +146,13 @@ void Bind(controls::List& list, QComboBox& widget, const controls::EventEntry& e
     }
 }
 
-void Bind(controls::TextBox& box, TextField& field, const controls::EventEntry& entry) {
-    Follow(box, field, [&box, &field] {
+void Bind(controls::TextBox& box, TextField& field, const controls::EventEntry& entry, Typing typing) {
+    const auto show_typed = [&box, &field, typing] {
+        const bool typed = typing == Typing::WaitsForEnter && box.Typed();
+        field.SetTyped(typed);
+        field.setToolTip(typed ? QStringLiteral("Enter sends it") : ToolTipText(box.ToolTip()));
+    };
+    const auto show = [&box, &field, show_typed] {
         constexpr int no_limit = 32767;
         const int limit = box.MaxLength() == controls::TextBox::NoLimit ? no_limit : static_cast<int>(box.MaxLength());
         if (field.maxLength() != limit) { // setting it puts the text in anew
@@ -158,14 +163,27 @@ void Bind(controls::TextBox& box, TextField& field, const controls::EventEntry& 
         field.ShowText(box.Locked() ? Printable(text) : text);
         field.SetLocked(box.Locked());
         field.SetMarked(box.Marked());
+        show_typed();
+    };
+    ShowAllCommon(box, field);
+    show();
+    Subscribe(field, box, [&box, &field, show](Aspect aspect) {
+        if (aspect == Aspect::Attention) {
+            field.Offer();
+        } else if (aspect == Aspect::ToolTip || !ShowCommon(box, field, aspect)) {
+            show();
+        }
     });
     field.SetKeyFilter([&box, entry](char key) {
         controls::KeyEntry entering = 0;
         entry.Run([&] { entering = box.UserKey(key); });
         return entering;
     });
-    QObject::connect(&field, &QLineEdit::textEdited, &field,
-                     [&box](const QString& text) { box.UserText(ToBytes(text)); });
+    QObject::connect(&field, &QLineEdit::textEdited, &field, [&box, show_typed](const QString& text) {
+        box.UserText(ToBytes(text));
+        show_typed();
+    });
+    QObject::connect(&field, &TextField::GivenUp, &field, [&box, entry] { entry.Run([&] { box.TakeBack(); }); });
 }
 
 void Bind(controls::LineList& list, QListWidget& widget, const controls::EventEntry& entry) {

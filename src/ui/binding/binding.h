@@ -35,8 +35,11 @@ void BindClick(controls::Button& button, QAbstractButton& widget, const controls
 void Bind(controls::Option& option, QAbstractButton& widget, const controls::EventEntry& entry);
 void Bind(controls::CheckBox& box, QAbstractButton& widget, const controls::EventEntry& entry);
 void Bind(controls::List& list, QComboBox& widget, const controls::EventEntry& entry);
+/// What stands typed in a field waits for Enter, and is marked until then, or is read whenever it is wanted.
+enum class Typing { ReadAtAnyTime, WaitsForEnter };
 /// Keys go through the box's event before they enter; a locked box shows characters that cannot be seen as dots.
-void Bind(controls::TextBox& box, TextField& field, const controls::EventEntry& entry);
+void Bind(controls::TextBox& box, TextField& field, const controls::EventEntry& entry,
+          Typing typing = Typing::ReadAtAnyTime);
 /// Lines keep their blanks, and show characters that cannot be seen as dots.
 void Bind(controls::LineList& list, QListWidget& widget, const controls::EventEntry& entry);
 /// A refresh of the bar paints it at once, with no turn of the event loop.

@@ -21,4 +21,20 @@ inline QString WithoutMnemonic(const std::string& bytes) {
     return FromBytes(bytes).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
+/// A caption with its first letter or digit that is not `taken` marked as the key to press; from then on it is taken.
+inline QString WithMnemonic(const std::string& bytes, QString& taken) {
+    const QString caption = FromBytes(bytes);
+    for (qsizetype place = 0; place < caption.size(); ++place) {
+        const QChar key = caption[place].toUpper();
+        if (key.isLetterOrNumber() && !taken.contains(key)) {
+            taken += key;
+            const auto part = [&caption](qsizetype from, qsizetype to) {
+                return WithoutMnemonic(ToBytes(caption.mid(from, to - from)));
+            };
+            return part(0, place) + u'&' + part(place, caption.size());
+        }
+    }
+    return WithoutMnemonic(bytes);
+}
+
 } // namespace nrv::ui

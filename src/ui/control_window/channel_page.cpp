@@ -7,11 +7,11 @@
 #include "ui/widgets/graph_view.h"
 #include "ui/widgets/marker_dot.h"
 #include "ui/widgets/mute_button.h"
+#include "ui/widgets/option_button.h"
 #include "ui/widgets/panel.h"
 #include "ui/widgets/value_text.h"
 
 #include <QCheckBox>
-#include <QRadioButton>
 
 #include <array>
 #include <cmath>
@@ -51,7 +51,7 @@ void AddViewChoices(PageBuilder& builder, Panel& panel, int output, int y) {
     constexpr std::array<QRect, 3> options = {QRect(128, 0, 84, CheckHeight), QRect(220, 0, 130, CheckHeight),
                                               QRect(360, 0, 130, CheckHeight)};
     for (int choice = 0; choice < 3; ++choice) {
-        builder.Add<QRadioButton>(panel, "Option2", SumsPerOutput * output + choice,
+        builder.Add<OptionButton>(panel, "Option2", SumsPerOutput * output + choice,
                                   options[static_cast<std::size_t>(choice)].translated(0, y));
     }
     constexpr std::array<std::string_view, 5> boxes = {"Check4", "Check5", "Check6", "Check7", "Check8"};
@@ -88,6 +88,7 @@ void AddGain(PageBuilder& builder, QWidget& page, int channel) {
     builder.Add<ValueText>(panel, "Text1", index, QRect(6, 18, 36, 15));
     auto& fader = builder.Add<Fader>(panel, "Slider1", index, QRect(8, 33, 32, panel_height - 36));
     fader.SetColour(ChannelColour(channel));
+    fader.SetReachesEndsByKey(false);
     builder.Add<MuteButton>(panel, "Check1", index, QRect(46, 28, 43, 22));
     AddPhase(builder, panel, index, QPoint(46, 60));
 }

@@ -97,7 +97,7 @@ void ControlBinder::operator()(std::string_view name, int index, controls::Fader
 
 void ControlBinder::operator()(std::string_view name, int index, controls::TextBox& box) {
     if (auto* field = WidgetOf<TextField>(name, index)) {
-        Bind(box, *field, entry_);
+        Bind(box, *field, entry_, Typing::WaitsForEnter);
     } else if (auto* text = WidgetOf<ValueText>(name, index)) {
         Follow(box, *text, [&box, text] {
             text->ShowText(FromBytes(box.Text()));

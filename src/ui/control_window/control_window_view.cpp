@@ -9,6 +9,7 @@
 #include "ui/control_window/channel_layout.h"
 #include "ui/control_window/control_binder.h"
 #include "ui/control_window/pages.h"
+#include "ui/control_window/reading_order.h"
 #include "ui/control_window/section_lights.h"
 #include "ui/look/theme.h"
 #include "ui/widgets/graph_view.h"
@@ -18,8 +19,10 @@
 #include "ui/widgets/value_plate.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QShortcut>
 #include <QTimer>
 
 #include <type_traits>
@@ -40,7 +43,7 @@ QString SignedGain(const std::string& gain) {
 
 /// A channel's own title and the name that it was given.
 QString SpokenTab(int tab, const QString& caption) {
-    const QString title = tab < ChannelCount ? FromBytes(std::string(ChannelTitle(tab))) : caption;
+    const QString title = tab < ChannelCount ? FromBytes(std::string(ChannelTitles[At(tab)])) : caption;
     return caption == title || caption.isEmpty() ? title : title + QStringLiteral(", ") + caption;
 }
 
@@ -58,6 +61,7 @@ ControlWindowView::ControlWindowView(controls::FrmCtrl& form, const controls::Ev
     }
     BindTabs();
     Name();
+    SetUpKeys();
     timer_ = new QTimer(this);
     timer_->setObjectName(ControlName("Timer1", controls::NoIndex));
     timer_->setTimerType(Qt::PreciseTimer);
@@ -165,9 +169,36 @@ void ControlWindowView::Name() {
     });
 }
 
+void ControlWindowView::SetUpKeys() {
+    constexpr std::array<Qt::Key, controls::TabCount> keys = {Qt::Key_1, Qt::Key_2, Qt::Key_3,    Qt::Key_4,
+                                                              Qt::Key_5, Qt::Key_6, Qt::Key_7,    Qt::Key_8,
+                                                              Qt::Key_9, Qt::Key_0, Qt::Key_Minus};
+    for (int tab = 0; tab < controls::TabCount; ++tab) {
+        const auto show = [this, tab] {
+            tabs_->setFocus(Qt::ShortcutFocusReason);
+            tabs_->setCurrentIndex(tab);
+        };
+        new QShortcut(QKeySequence(Qt::CTRL | keys[At(tab)]), this, show, Qt::WidgetWithChildrenShortcut);
+    }
+    std::vector<QWidget*> order = InReadingOrder(*widgets_.Find("Toolbar1", controls::NoIndex));
+    order.push_back(tabs_);
+    for (const QWidget* page : pages_) {
+        const std::vector<QWidget*> controls = InReadingOrder(*page);
+        order.insert(order.end(), controls.begin(), controls.end());
+    }
+    SetTabOrder(order);
+    tabs_->setFocus(Qt::OtherFocusReason);
+}
+
 void ControlWindowView::ShowTab() {
     const int on_top = form_.SSTab1.Tab();
     tabs_->setCurrentIndex(on_top);
+    // With the page that goes its keyboard would go to whatever comes next, such as the first fader.
+    QWidget* const focused = QApplication::focusWidget();
+    if (focused != nullptr && isAncestorOf(focused) && !pages_.at(At(on_top))->isAncestorOf(focused) &&
+        focused->parentWidget() != widgets_.Find("Toolbar1", controls::NoIndex)) {
+        tabs_->setFocus(Qt::OtherFocusReason);
+    }
     pages_.at(At(on_top))->show();
     for (int tab = 0; tab < controls::TabCount; ++tab) {
         if (tab != on_top) {
@@ -209,7 +240,23 @@ void ControlWindowView::BindMarker(int section) {
         });
         plates_[At(ChannelOfPeq(section))]->hide();
     });
-    connect(dot, &MarkerDot::TakenAway, this, [this, section] { plates_[At(ChannelOfPeq(section))]->hide(); });
+    const auto hide_plate = [this, section] { plates_[At(ChannelOfPeq(section))]->hide(); };
+    connect(dot, &MarkerDot::TakenAway, this, hide_plate);
+    connect(dot, &MarkerDot::FocusLeft, this, hide_plate);
+    connect(dot, &MarkerDot::GivenUp, this, [this, hide_plate, &marker] {
+        entry_.Run([&] { controls::Run(marker.GivenUp); });
+        hide_plate();
+    });
+    connect(dot, &MarkerDot::Stepped, this, [this, dot, &marker, section](controls::PointStep what, int steps) {
+        entry_.Run([&] {
+            if (marker.Stepped) {
+                marker.Stepped(what, steps);
+            }
+        });
+        if (dot->hasFocus()) { // the box of a refused text or a dead line may have taken it
+            ShowPlate(section);
+        }
+    });
     std::vector<QWidget*> section_controls;
     for (const char* const name : {"Text3", "Slider2", "Text4", "Text5", "UpDown3"}) {
         section_controls.push_back(widgets_.Find(name, section));

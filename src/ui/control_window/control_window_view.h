@@ -46,6 +46,8 @@ class ControlWindowView : public QWidget {
     void BindTabs();
     /// Tells who does not see the window what each control is.
     void Name();
+    /// The keys that show the tabs, the order of the Tab key, and where it begins.
+    void SetUpKeys();
     void BindMarker(int section);
     void ShowTab();
     void ShowPlate(int section);

@@ -3,11 +3,10 @@
 #include "ui/control_window/page_builder.h"
 #include "ui/control_window/pages.h"
 #include "ui/look/theme.h"
+#include "ui/widgets/option_button.h"
 #include "ui/widgets/panel.h"
 #include "ui/widgets/routing_drawing.h"
 #include "ui/widgets/wire.h"
-
-#include <QRadioButton>
 
 #include <array>
 
@@ -71,8 +70,8 @@ void BuildDelaysPage(PageBuilder& builder, QWidget& page) {
     }
     auto& units = builder.Add<Panel>(page, "Frame4", controls::NoIndex,
                                      QRect(PanelsLeft, RowTop(UnitsRow) + 20, DelayStripWidth, DelayStripHeight - 20));
-    builder.Add<QRadioButton>(units, "Option1", 0, QRect(10, 25, 80, CheckHeight));
-    builder.Add<QRadioButton>(units, "Option1", 1, QRect(104, 25, 80, CheckHeight));
+    builder.Add<OptionButton>(units, "Option1", 0, QRect(10, 25, 80, CheckHeight));
+    builder.Add<OptionButton>(units, "Option1", 1, QRect(104, 25, 80, CheckHeight));
 }
 
 } // namespace nrv::ui

@@ -47,6 +47,7 @@ void AddStrip(PageBuilder& builder, QWidget& page, int channel) {
     builder.Add<ValueText>(strip, "Text1", channel, QRect(3, 20, 36, 15));
     auto& fader = builder.Add<Fader>(strip, "Slider1", channel, QRect(4, FadersTop, 32, FadersBottom - FadersTop));
     fader.SetColour(ChannelColour(channel));
+    fader.SetReachesEndsByKey(false);
     AddLamps(builder, strip, channel);
     builder.Add<MuteButton>(strip, "Check1", channel, QRect(8, 382, GainStripWidth - 16, 24));
     AddPhase(builder, strip, channel, QPoint(9, 416));
@@ -60,8 +61,9 @@ void AddMaster(PageBuilder& builder, QWidget& page) {
     auto& master = builder.Add<Panel>(page, "Frame1", 16, QRect(left, PanelsTop, width, master_height));
     master.SetAccent(CurrentTheme().Dim);
     builder.Add<ValueText>(master, "Text100", controls::NoIndex, QRect(width / 2 - 18, 20, 36, 15));
-    builder.Add<Fader>(master, "Slider100", controls::NoIndex,
-                       QRect(width / 2 - 16, FadersTop, 32, FadersBottom - FadersTop));
+    auto& fader = builder.Add<Fader>(master, "Slider100", controls::NoIndex,
+                                     QRect(width / 2 - 16, FadersTop, 32, FadersBottom - FadersTop));
+    fader.SetReachesEndsByKey(false);
 
     auto* ground = new Panel(&page);
     ground->setGeometry(left, PanelsTop + master_height + Gap, width, input_height);

@@ -45,6 +45,7 @@ void SectionLights::Add(int section, MarkerDot& dot, const std::vector<QWidget*>
     Section& entry = sections_.at(static_cast<std::size_t>(section));
     entry.Dot = &dot;
     entry.Panel = controls.front()->parentWidget();
+    dot.setProperty(SectionProperty, section);
     for (QWidget* control : controls) {
         control->setProperty(SectionProperty, section);
         control->installEventFilter(this);
@@ -78,7 +79,8 @@ bool SectionLights::eventFilter(QObject* watched, QEvent* event) {
 void SectionLights::FollowFocus(const QWidget* now) {
     // Another window's sections carry the same numbers.
     const int wanted = SectionOf(now);
-    const bool ours = wanted != NoSection && sections_[static_cast<std::size_t>(wanted)].Panel == now->parentWidget();
+    const bool ours = wanted != NoSection && (sections_[static_cast<std::size_t>(wanted)].Dot == now ||
+                                              sections_[static_cast<std::size_t>(wanted)].Panel == now->parentWidget());
     const int section = ours ? wanted : NoSection;
     if (section == focused_) {
         return;

@@ -15,7 +15,8 @@ namespace nrv::ui {
 class MarkerDot;
 
 /// Shows which point of a graph belongs to which column of controls. A section whose point is hovered or in hand, or
-/// whose controls have the keyboard or lie under the pointer, is lit: its point has a ring, its column a soft ground.
+/// whose point or controls have the keyboard or lie under the pointer, is lit: its point has a ring, its column a soft
+/// ground.
 class SectionLights : public QObject {
     Q_OBJECT
   public:

@@ -47,11 +47,15 @@ void DrawToolButton(QPainter& painter, const QStyleOption& option) {
     }
 }
 
-void DrawField(QPainter& painter, const QStyleOption& option) {
+void DrawField(QPainter& painter, const QStyleOption& option, bool typed) {
     const Theme& theme = CurrentTheme();
     const bool shaded = Has(option, QStyle::State_ReadOnly) || !Has(option, QStyle::State_Enabled);
-    const QColor border = Has(option, QStyle::State_HasFocus) ? theme.Focus : theme.Line;
+    const QColor resting = typed ? theme.Typed : theme.Line;
+    const QColor border = Has(option, QStyle::State_HasFocus) ? theme.Focus : resting;
     DrawBox(painter, option.rect, shaded ? Mixed(theme.Panel, theme.Unlit, 0.6) : theme.Field, border, BoxRadius);
+    if (typed) {
+        DrawBox(painter, option.rect.adjusted(1, 1, -1, -1), Qt::transparent, theme.Typed, BoxRadius - 1.0);
+    }
 }
 
 QRectF IndicatorBox(const QStyleOption& option) {
@@ -119,6 +123,10 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     switch (element) {
     case PE_PanelButtonCommand:
         DrawButton(*painter, *option);
+        if (Has(*option, State_HasFocus)) {
+            DrawFocusFrame(*painter, option->rect);
+            DrawFocusFrame(*painter, option->rect.adjusted(1, 1, -1, -1), BoxRadius - 1.0);
+        }
         break;
     case PE_FrameDefaultButton:
         break;
@@ -126,7 +134,7 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         DrawToolButton(*painter, *option);
         break;
     case PE_PanelLineEdit:
-        DrawField(*painter, *option);
+        DrawField(*painter, *option, widget != nullptr && widget->property(TypedProperty).toBool());
         break;
     case PE_FrameLineEdit:
         break;

@@ -4,6 +4,9 @@
 
 namespace nrv::ui {
 
+/// A field that has this property set to true shows a text that is typed and not entered.
+inline constexpr const char* TypedProperty = "typed";
+
 /// Fusion with flat boxes in the theme's colours, small indicators, and texts that are narrowed rather than cut off.
 class FlatStyle : public QProxyStyle {
     Q_OBJECT

@@ -28,6 +28,7 @@ constexpr Theme LightTheme{.Dark = false,
                            .Groove = Hex(0xC3CAD3),
                            .Unlit = Hex(0xD8DDE3),
                            .Focus = Hex(0x2563D9),
+                           .Typed = Hex(0xC2610C),
                            .Muted = Hex(0xD42A2A),
                            .Accent = Hex(0x2563D9)};
 
@@ -42,6 +43,7 @@ constexpr Theme DarkTheme{.Dark = true,
                           .Groove = Hex(0x454E59),
                           .Unlit = Hex(0x343B44),
                           .Focus = Hex(0x6AA0FF),
+                          .Typed = Hex(0xF0A048),
                           .Muted = Hex(0xD42A2A),
                           .Accent = Hex(0x6AA0FF)};
 

@@ -20,6 +20,7 @@ struct Theme {
     QColor Groove;
     QColor Unlit;
     QColor Focus;
+    QColor Typed; ///< around a text that is not entered yet
     QColor Muted;
     QColor Accent; ///< what belongs to no channel: the master level
 };

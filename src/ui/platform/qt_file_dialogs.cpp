@@ -3,6 +3,7 @@
 #include "ui/binding/text.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QEvent>
 #include <QFileDialog>
@@ -53,6 +54,18 @@ class QuestionWatch : public QObject {
     std::optional<Operation::Standing> standing_;
 };
 
+/// A list of the toolkit's dialog turns under any wheel: another folder, another kind of file.
+class WheelRest : public QObject {
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Wheel && !static_cast<QWidget*>(watched)->hasFocus()) {
+            event->accept();
+            return true;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 std::optional<std::filesystem::path> Ask(Operation& operation, const FileRequest& request, QFileDialog::AcceptMode mode,
                                          const QString& title) {
     // On the heap and watched: the window it belongs to may go while it stands.
@@ -68,6 +81,11 @@ std::optional<std::filesystem::path> Ask(Operation& operation, const FileRequest
     dialog->setDirectory(Existing(request.StartFolder));
     QuestionWatch questions(operation);
     dialog->installEventFilter(&questions);
+    WheelRest wheel_rest;
+    for (QComboBox* const list : dialog->findChildren<QComboBox*>()) {
+        list->setFocusPolicy(Qt::StrongFocus); // the wheel gives no keyboard either
+        list->installEventFilter(&wheel_rest);
+    }
     const bool accepted = dialog->exec() == QDialog::Accepted;
     const QStringList chosen = accepted && dialog != nullptr ? dialog->selectedFiles() : QStringList();
     delete dialog.data();

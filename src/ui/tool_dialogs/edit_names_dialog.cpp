@@ -37,6 +37,7 @@ EditNamesDialog::EditNamesDialog(controls::FrmEditLabel& record, const controls:
     QPushButton* cancel = MakeButton(record.Command1[1], Indexed("Command1", 1));
     Column().addLayout(ButtonRow({cancel, ok}));
     ok->setDefault(true);
+    findChild<TextField*>(Indexed("Text1", Inputs))->Offer();
 }
 
 QWidget* EditNamesDialog::MakeName(controls::FrmEditLabel& record, std::size_t channel) {

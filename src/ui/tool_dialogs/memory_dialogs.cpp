@@ -51,6 +51,7 @@ StoreDialog::StoreDialog(controls::FrmStore& record, const controls::EventEntry&
     QPushButton* store = MakeButton(record.Command1[1], Indexed("Command1", 1));
     Column().addLayout(ButtonRow({cancel, store}));
     store->setDefault(true);
+    name->Offer();
 }
 
 ReadDialog::ReadDialog(controls::FrmRead& record, const controls::EventEntry& entry, QWidget* parent)

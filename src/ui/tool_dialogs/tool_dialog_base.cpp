@@ -9,7 +9,6 @@
 #include "ui/widgets/text_field.h"
 #include "ui/windows/form_binding.h"
 
-#include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -124,6 +123,7 @@ QPushButton* ToolDialogBase::MakeButton(controls::Button& button, const QString&
     widget->setFixedWidth(
         std::max(ButtonWidth, widget->fontMetrics().horizontalAdvance(widget->text()) + ButtonMargins));
     widget->setFixedHeight(RowHeight);
+    widget->setText(WithMnemonic(button.Caption(), mnemonics_));
     return widget;
 }
 
@@ -182,14 +182,6 @@ bool ToolDialogBase::eventFilter(QObject* watched, QEvent* event) {
     if (IsEnter(*event) && std::find(tell_owner_.begin(), tell_owner_.end(), field) == tell_owner_.end()) {
         keyPressEvent(static_cast<QKeyEvent*>(event));
         return true;
-    }
-    if (event->type() == QEvent::FocusIn) {
-        fresh_field_ = static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason ? field : nullptr;
-    } else if (event->type() == QEvent::MouseButtonRelease && fresh_field_ == field) {
-        fresh_field_ = nullptr;
-        if (!field->hasSelectedText()) {
-            field->selectAll();
-        }
     }
     return QDialog::eventFilter(watched, event);
 }

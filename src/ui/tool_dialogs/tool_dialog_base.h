@@ -27,8 +27,7 @@ class TextField;
 /// "Text1(3)": the name of a control and its index.
 QString Indexed(const char* name, std::size_t index);
 
-/// What the tool dialogs have in common: a fixed size, widgets bound to the record for as long as the dialog lives, and
-/// fields that a first click selects whole, so that typing replaces a name padded with blanks.
+/// What the tool dialogs have in common: a fixed size, and widgets bound to the record for as long as the dialog lives.
 class ToolDialogBase : public QDialog {
   protected:
     static constexpr int Margin = 8;
@@ -68,7 +67,7 @@ class ToolDialogBase : public QDialog {
     controls::EventEntry entry_;
     QVBoxLayout* column_;
     std::vector<const QObject*> tell_owner_;
-    const QObject* fresh_field_ = nullptr; ///< the click that gave it the keyboard is not over
+    QString mnemonics_; ///< keys of the buttons made so far
 };
 
 } // namespace nrv::ui

@@ -140,10 +140,10 @@ void Fader::keyPressEvent(QKeyEvent* event) {
         MoveTo(value() + LargeStep);
         break;
     case Qt::Key_Home:
-        MoveTo(minimum());
+        MoveTo(reaches_ends_ ? minimum() : value());
         break;
     case Qt::Key_End:
-        MoveTo(maximum());
+        MoveTo(reaches_ends_ ? maximum() : value());
         break;
     default:
         event->ignore();
@@ -151,11 +151,10 @@ void Fader::keyPressEvent(QKeyEvent* event) {
 }
 
 void Fader::wheelEvent(QWheelEvent* event) {
+    event->accept(); // what lies behind would scroll
     if (!hasFocus()) {
-        event->ignore();
         return;
     }
-    event->accept();
     MoveTo(value() - wheel_.Take(*event) * SmallStep);
 }
 

@@ -19,6 +19,8 @@ class Fader : public QSlider, public Spoken {
 
     void SetColour(const QColor& colour);
     void SetTicks(int spacing, int zero_position);
+    /// Without it Home and End do nothing: a level must not jump to its loudest by one key.
+    void SetReachesEndsByKey(bool reaches) { reaches_ends_ = reaches; }
     /// Shows a position that is not the user's doing; emits nothing of ours.
     void ShowPosition(int position) { setValue(position); }
     /// The value that is held lies outside the scale: a move to the place that shows is a move.
@@ -59,6 +61,7 @@ class Fader : public QSlider, public Spoken {
     int zero_position_ = NoZero;
     WheelSteps wheel_;
     AutoRepeat repeat_; ///< of a press on the groove
+    bool reaches_ends_ = true;
     bool dragging_ = false;
     bool outside_ = false;
     double grip_ = 0.0;      // from the cap's middle to the finger

@@ -68,9 +68,8 @@ void ListBox::paintEvent(QPaintEvent* event) {
 void ListBox::wheelEvent(QWheelEvent* event) {
     if (hasFocus()) {
         QComboBox::wheelEvent(event);
-    } else {
-        event->ignore();
     }
+    event->accept(); // what lies behind would scroll
 }
 
 } // namespace nrv::ui

@@ -4,6 +4,9 @@
 #include "ui/look/painting.h"
 #include "ui/look/theme.h"
 
+#include <QApplication>
+#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -15,6 +18,7 @@ namespace {
 constexpr double Radius = 6.5;
 constexpr int CentrePixel = MarkerDot::Extent / 2;
 constexpr QColor InHandColour(0x1B, 0x20, 0x26);
+constexpr QColor FocusColour(0x25, 0x63, 0xD9); // on the light paper of either set
 
 } // namespace
 
@@ -22,6 +26,7 @@ MarkerDot::MarkerDot(QWidget* parent, const QColor& colour, QPoint graph_origin)
     : QWidget(parent), Spoken(QAccessible::Indicator), colour_(colour), graph_origin_(graph_origin) {
     setCursor(Qt::OpenHandCursor);
     setMouseTracking(true);
+    setFocusPolicy(Qt::TabFocus);
     PlaceAt(0.0, 0.0);
 }
 
@@ -51,6 +56,10 @@ void MarkerDot::SetHighlighted(bool highlighted) {
 void MarkerDot::SetInHand(bool in_hand) {
     in_hand_ = in_hand;
     setCursor(in_hand ? Qt::ClosedHandCursor : Qt::OpenHandCursor);
+    qApp->removeEventFilter(this);
+    if (in_hand) {
+        qApp->installEventFilter(this);
+    }
     update();
 }
 
@@ -67,11 +76,18 @@ void MarkerDot::mousePressEvent(QMouseEvent* event) {
         return;
     }
     SetInHand(true);
+    moved_ = false;
+    pressed_at_ = event->globalPosition().toPoint();
     raise();
     emit Pressed();
 }
 
 void MarkerDot::mouseMoveEvent(QMouseEvent* event) {
+    // Nor does another button drag, and some window systems tell of a move to where the mouse was.
+    moved_ = moved_ || event->globalPosition().toPoint() != pressed_at_;
+    if (in_hand_ ? !moved_ : event->buttons() != Qt::NoButton) {
+        return;
+    }
     const QPointF on_graph = mapToParent(event->position()) - QPointF(graph_origin_);
     emit Dragged(on_graph.x() * model::UnitsPerPixel - left_, on_graph.y() * model::UnitsPerPixel - top_);
 }
@@ -83,6 +99,66 @@ void MarkerDot::mouseReleaseEvent(QMouseEvent* event) {
     }
     SetInHand(false);
     emit Released();
+}
+
+bool MarkerDot::StepBy(int key) {
+    using controls::PointStep;
+    constexpr int large_step = 5;
+    switch (key) {
+    case Qt::Key_Left:
+        emit Stepped(PointStep::Frequency, -1);
+        return true;
+    case Qt::Key_Right:
+        emit Stepped(PointStep::Frequency, 1);
+        return true;
+    case Qt::Key_Up:
+        emit Stepped(PointStep::Gain, 1);
+        return true;
+    case Qt::Key_Down:
+        emit Stepped(PointStep::Gain, -1);
+        return true;
+    case Qt::Key_PageUp:
+        emit Stepped(PointStep::Gain, large_step);
+        return true;
+    case Qt::Key_PageDown:
+        emit Stepped(PointStep::Gain, -large_step);
+        return true;
+    case Qt::Key_Plus:
+        emit Stepped(PointStep::Bandwidth, 1);
+        return true;
+    case Qt::Key_Minus:
+        emit Stepped(PointStep::Bandwidth, -1);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void MarkerDot::keyPressEvent(QKeyEvent* event) {
+    const bool command = (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+    if (in_hand_ || command || !StepBy(event->key())) {
+        event->ignore();
+    }
+}
+
+/// While it is in hand the keyboard is wherever it was.
+bool MarkerDot::eventFilter(QObject* watched, QEvent* event) {
+    if (in_hand_ && event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        SetInHand(false);
+        emit GivenUp();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void MarkerDot::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    raise();
+}
+
+void MarkerDot::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    emit FocusLeft();
 }
 
 void MarkerDot::enterEvent(QEnterEvent* event) {
@@ -125,10 +201,19 @@ void MarkerDot::paintEvent(QPaintEvent*) {
         fill = Mixed(fill, GraphPaper().Ground, 0.55);
     }
     painter.setPen(Qt::NoPen);
-    painter.setBrush(highlighted_ && !in_hand_ ? GraphPaper().Ink : QColor(Qt::white));
-    painter.drawEllipse(centre, Radius + 1.0, Radius + 1.0);
-    painter.setBrush(fill);
-    painter.drawEllipse(centre, Radius, Radius);
+    if (hasFocus() && !in_hand_) {
+        painter.setBrush(FocusColour);
+        painter.drawEllipse(centre, Radius + 1.0, Radius + 1.0);
+        painter.setBrush(Qt::white);
+        painter.drawEllipse(centre, Radius - 0.7, Radius - 0.7);
+        painter.setBrush(fill);
+        painter.drawEllipse(centre, Radius - 1.7, Radius - 1.7);
+    } else {
+        painter.setBrush(highlighted_ && !in_hand_ ? GraphPaper().Ink : QColor(Qt::white));
+        painter.drawEllipse(centre, Radius + 1.0, Radius + 1.0);
+        painter.setBrush(fill);
+        painter.drawEllipse(centre, Radius, Radius);
+    }
     QFont font = ScaleFont();
     font.setWeight(QFont::DemiBold);
     painter.setFont(font);

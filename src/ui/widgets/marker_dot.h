@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/control.h"
 #include "ui/accessible/spoken.h"
 
 #include <QColor>
@@ -7,8 +8,8 @@
 
 namespace nrv::ui {
 
-/// A numbered point on a graph: a disc of 13 pixels that can be dragged. Its place is told in position units, 15 to a
-/// pixel.
+/// A numbered point on a graph: a disc of 13 pixels that can be dragged, or moved by keys when it has the keyboard. Its
+/// place is told in position units, 15 to a pixel.
 class MarkerDot : public QWidget, public Spoken {
     Q_OBJECT
   public:
@@ -33,21 +34,30 @@ class MarkerDot : public QWidget, public Spoken {
     /// It was hidden or locked, or a box came over it, while in hand: no release comes.
     void TakenAway();
     void HoverChanged(bool hovered);
+    /// Escape ended the drag.
+    void GivenUp();
+    void Stepped(controls::PointStep what, int steps);
+    void FocusLeft();
 
   protected:
     void paintEvent(QPaintEvent*) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void SetInHand(bool in_hand);
     void TakeAway();
+    bool StepBy(int key);
 
     QColor colour_;
     QPoint graph_origin_;
@@ -55,6 +65,8 @@ class MarkerDot : public QWidget, public Spoken {
     double left_ = 0.0;
     double top_ = 0.0;
     bool in_hand_ = false;
+    bool moved_ = false;
+    QPoint pressed_at_; ///< on the screen
     bool highlighted_ = false;
 };
 

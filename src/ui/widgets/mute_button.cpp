@@ -40,6 +40,9 @@ void MuteButton::paintEvent(QPaintEvent*) {
     DrawFitted(painter, rect(), Qt::AlignCenter, QStringLiteral("MUTE"));
     if (hasFocus()) {
         DrawFocusFrame(painter, rect());
+        if (isChecked()) { // on red a blue line alone is hardly seen
+            DrawBox(painter, QRectF(rect()).adjusted(2.0, 2.0, -2.0, -2.0), Qt::transparent, Qt::white, 2.0);
+        }
     }
 }
 

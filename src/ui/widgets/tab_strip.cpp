@@ -33,7 +33,7 @@ TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
     setExpanding(false);
     setElideMode(Qt::ElideNone);
     setUsesScrollButtons(false);
-    setFocusPolicy(Qt::TabFocus);
+    setFocusPolicy(Qt::StrongFocus);
     setFont(TextFont());
     setMouseTracking(true);
 }
@@ -87,9 +87,8 @@ void TabStrip::paintEvent(QPaintEvent*) {
 void TabStrip::wheelEvent(QWheelEvent* event) {
     if (hasFocus()) {
         QTabBar::wheelEvent(event);
-    } else {
-        event->ignore();
     }
+    event->accept(); // what lies behind would scroll
 }
 
 bool TabStrip::event(QEvent* event) {

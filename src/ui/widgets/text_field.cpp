@@ -1,15 +1,19 @@
 #include "ui/widgets/text_field.h"
 
 #include "controls/text_box.h"
+#include "ui/look/flat_style.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QFocusEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPointer>
 #include <QRegularExpression>
+
+#include <utility>
 
 namespace nrv::ui {
 namespace {
@@ -49,7 +53,7 @@ void TextField::TypeOver(qsizetype from, qsizetype to, const QString& text) {
 
 void TextField::Enter() {
     if (CanTake()) {
-        Take(controls::EnterKey, [] {});
+        Take(controls::EnterKey, [this] { selectAll(); });
     }
 }
 
@@ -69,6 +73,25 @@ void TextField::SetMarked(bool marked) {
         palette.setColor(QPalette::Text, Qt::black);
     }
     setPalette(palette);
+}
+
+void TextField::SetTyped(bool typed) {
+    if (typed_ == typed) {
+        return;
+    }
+    typed_ = typed;
+    setProperty(TypedProperty, typed);
+    QFont slanted = font();
+    slanted.setItalic(typed);
+    setFont(slanted);
+    update();
+}
+
+void TextField::Offer() {
+    setFocus(Qt::OtherFocusReason);
+    selectAll();
+    fresh_ = true;
+    offered_ = true;
 }
 
 bool TextField::CanTake() const {
@@ -117,6 +140,8 @@ void TextField::PasteFrom(int clipboard_mode) {
 }
 
 void TextField::keyPressEvent(QKeyEvent* event) {
+    fresh_ = false;
+    offered_ = false;
     if (isReadOnly()) {
         QLineEdit::keyPressEvent(event);
         return;
@@ -126,6 +151,13 @@ void TextField::keyPressEvent(QKeyEvent* event) {
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         event->accept();
         Enter();
+    } else if (event->key() == Qt::Key_Escape && typed_) {
+        event->accept();
+        const QPointer<TextField> self(this);
+        emit GivenUp();
+        if (self != nullptr) {
+            selectAll();
+        }
     } else if (event->key() == Qt::Key_Backspace) {
         Take(controls::BackspaceKey, [this, event] { QLineEdit::keyPressEvent(event); });
     } else if (IsTyped(*event)) {
@@ -148,6 +180,22 @@ void TextField::inputMethodEvent(QInputMethodEvent* event) {
     event->accept();
 }
 
+void TextField::focusInEvent(QFocusEvent* event) {
+    fresh_ = fresh_ || event->reason() == Qt::MouseFocusReason;
+    QLineEdit::focusInEvent(event);
+    if (offered_) {
+        selectAll(); // a message may have stood over it meanwhile
+    }
+}
+
+void TextField::focusOutEvent(QFocusEvent* event) {
+    offered_ = offered_ && event->reason() != Qt::MouseFocusReason && event->reason() != Qt::TabFocusReason &&
+               event->reason() != Qt::BacktabFocusReason;
+    // The window may be activated by the same click.
+    fresh_ = fresh_ && event->reason() == Qt::ActiveWindowFocusReason;
+    QLineEdit::focusOutEvent(event);
+}
+
 void TextField::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::MiddleButton) {
         if (!isReadOnly() && QGuiApplication::clipboard()->supportsSelection()) {
@@ -156,6 +204,9 @@ void TextField::mouseReleaseEvent(QMouseEvent* event) {
         return;
     }
     QLineEdit::mouseReleaseEvent(event);
+    if (std::exchange(fresh_, false) && !hasSelectedText()) {
+        selectAll();
+    }
 }
 
 void TextField::contextMenuEvent(QContextMenuEvent* event) {

@@ -10,6 +10,7 @@
 namespace nrv::ui {
 
 /// A box to type in. Every character, typed or pasted, is first shown to the owner, who says what enters in its place.
+/// The first click into it and an Enter that is taken select its text, so that typing replaces it.
 class TextField : public QLineEdit, public Spoken {
     Q_OBJECT
   public:
@@ -32,10 +33,19 @@ class TextField : public QLineEdit, public Spoken {
     void SetLocked(bool locked);
     /// The yellow mark of a limit reached.
     void SetMarked(bool marked);
+    /// The mark of a text that is typed and not entered; Escape gives it up.
+    void SetTyped(bool typed);
+    /// Gives it the keyboard with its text selected; a click that comes next selects it as well.
+    void Offer();
+
+  signals:
+    void GivenUp();
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
@@ -49,6 +59,9 @@ class TextField : public QLineEdit, public Spoken {
 
     KeyFilter filter_;
     bool marked_ = false;
+    bool typed_ = false;
+    bool offered_ = false; ///< nobody has worked it since
+    bool fresh_ = false;   ///< the next click to end selects the text
 };
 
 } // namespace nrv::ui

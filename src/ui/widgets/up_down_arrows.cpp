@@ -92,11 +92,10 @@ void UpDownArrows::keyPressEvent(QKeyEvent* event) {
 }
 
 void UpDownArrows::wheelEvent(QWheelEvent* event) {
+    event->accept(); // what lies behind would scroll
     if (!hasFocus()) {
-        event->ignore();
         return;
     }
-    event->accept();
     if (const int steps = wheel_.Take(*event); steps != 0) {
         emit Stepped(steps);
     }

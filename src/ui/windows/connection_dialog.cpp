@@ -1,7 +1,9 @@
 #include "ui/windows/connection_dialog.h"
 
 #include "ui/binding/binding.h"
+#include "ui/binding/text.h"
 #include "ui/widgets/list_box.h"
+#include "ui/widgets/option_button.h"
 #include "ui/widgets/panel.h"
 #include "ui/windows/form_binding.h"
 
@@ -11,7 +13,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -46,7 +47,7 @@ Panel* MakeOptionFrame(controls::Frame& frame, const QString& frame_name, Option
     column->setContentsMargins(Margin, InnerTop, 4, 6);
     column->setSpacing(2);
     for (std::size_t i = 0; i < options.size(); ++i) {
-        auto* button = new QRadioButton;
+        auto* button = new OptionButton;
         button->setObjectName(Indexed(name, i));
         Bind(options[i], *button, entry);
         column->addWidget(button, 0, Qt::AlignLeft);
@@ -128,6 +129,9 @@ QWidget* ConnectionDialog::MakeButtons() {
     auto* proceed = new QPushButton;
     proceed->setObjectName(QStringLiteral("Proceed"));
     Bind(record_.Proceed, *proceed, entry_);
+    QString mnemonics;
+    exit->setText(WithMnemonic(record_.Exit.Caption(), mnemonics));
+    proceed->setText(WithMnemonic(record_.Proceed.Caption(), mnemonics));
     for (QPushButton* button : {exit, proceed}) {
         button->setMinimumWidth(0);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
