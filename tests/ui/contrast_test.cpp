@@ -155,7 +155,7 @@ class ContrastTest : public RackTest {
         QLabel label(QStringLiteral("Name"), desk_->Window()->widget());
         label.setGeometry(500, 4, 60, 16);
         QPalette palette;
-        palette.setColor(QPalette::WindowText, ui::CurrentTheme().Disabled);
+        palette.setColor(QPalette::WindowText, QColor(0xA0, 0xA0, 0xA0));
         label.setPalette(palette);
         label.show();
         QVERIFY(Unreadable(*desk_->Window()->widget()).contains(QStringLiteral("\"Name\"")));

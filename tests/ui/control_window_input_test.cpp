@@ -74,12 +74,19 @@ class ControlWindowInputTest : public test::ControlWindowFixture {
         QCOMPARE(moves, 0);
     }
 
-    void APressOnAFaderPastItsRangeAloneDoesNotPullItIn() {
+    void AClickOnTheCapOfAFaderPastItsRangeChoosesWhatShows() {
         form_->Slider2[3].SetPosition(200);
         auto* fader = Find<ui::Fader>("Slider2(3)");
+        QCOMPARE(fader->toolTip(), QStringLiteral("The device holds -50, outside the scale"));
         Focus(0, fader);
-        QTest::mouseClick(fader, Qt::LeftButton, {}, QPoint(fader->width() / 2, qRound(fader->PlaceOf(150))));
+        const QPoint cap(fader->width() / 2, qRound(fader->PlaceOf(150)));
+        QTest::mousePress(fader, Qt::LeftButton, {}, cap);
         QCOMPARE(form_->Slider2[3].Position(), 200);
+        QTest::mouseRelease(fader, Qt::LeftButton, {}, cap);
+        QCOMPARE(form_->Slider2[3].Position(), 150);
+        QVERIFY(fader->toolTip().isEmpty());
+        QTest::mouseClick(fader, Qt::LeftButton, {}, cap);
+        QCOMPARE(form_->Slider2[3].Position(), 150);
     }
 
     void ADraggedCapRunsTheEventOncePerPosition() {

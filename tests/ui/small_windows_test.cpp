@@ -248,7 +248,7 @@ class SmallWindowsTest : public QObject {
         QCOMPARE(Find<QTableWidget>(window, "Devices")->height(), height);
     }
 
-    void a_double_click_alone_opens_a_device() {
+    void a_double_click_opens_a_device_and_so_does_enter() {
         list_->Devices.SetSize(3, 1, FrmSearchNet::ColumnWidth);
         std::vector<int> opened;
         list_->Devices.DoubleClicked = [&](int row) { opened.push_back(row); };
@@ -258,11 +258,17 @@ class SmallWindowsTest : public QObject {
         auto* grid = Find<QTableWidget>(window, "Devices");
         const QPoint second = grid->visualItemRect(grid->item(1, 0)).center();
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, second);
-        QTest::keyClick(grid, Qt::Key_Return);
-        QTest::keyClick(grid, Qt::Key_Enter);
         QTest::keyClick(grid, Qt::Key_Space);
         QTest::keyClick(grid, Qt::Key_F2);
         QVERIFY(opened.empty());
+        QTest::keyClick(grid, Qt::Key_Return);
+        QTest::keyClick(grid, Qt::Key_Down);
+        QTest::keyClick(grid, Qt::Key_Enter);
+        QCOMPARE(opened, (std::vector<int>{1, 2}));
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, {}, true);
+        QApplication::sendEvent(grid, &held); // a key held down opens nothing more
+        QCOMPARE(opened.size(), std::size_t{2});
+        opened.clear();
         QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, second);
         QCOMPARE(opened, std::vector<int>{1});
         QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, {20, grid->viewport()->height() - 5});

@@ -9,6 +9,7 @@
 #include "ui/windows/form_binding.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QTableWidget>
 #include <QTimer>
@@ -120,9 +121,23 @@ void DeviceListWindow::BuildGrid(const controls::EventEntry& entry) {
             ShowCommon(record_.Devices, *grid_, aspect);
         }
     });
-    // The double click is the only way to act on a row.
-    QObject::connect(grid_, &QTableWidget::cellDoubleClicked, this,
-                     [this, entry](int row, int) { entry.Run([&] { record_.Devices.UserDoubleClick(row); }); });
+    // A double click, and Enter as the keyboard's, are the only ways to act on a row.
+    open_ = [this, entry](int row) { entry.Run([&] { record_.Devices.UserDoubleClick(row); }); };
+    QObject::connect(grid_, &QTableWidget::cellDoubleClicked, this, [this](int row, int) { open_(row); });
+    grid_->installEventFilter(this);
+}
+
+bool DeviceListWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == grid_ && event->type() == QEvent::KeyPress) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if ((key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) && grid_->currentRow() >= 0) {
+            if (!key.isAutoRepeat()) {
+                open_(grid_->currentRow());
+            }
+            return true;
+        }
+    }
+    return MdiChild::eventFilter(watched, event);
 }
 
 void DeviceListWindow::BindCaption() {

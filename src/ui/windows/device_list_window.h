@@ -24,6 +24,9 @@ class DeviceListWindow : public MdiChild {
     /// Gives the keyboard to the list.
     void FocusGrid();
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void BuildGrid(const controls::EventEntry& entry);
     void BindCaption();
@@ -34,6 +37,7 @@ class DeviceListWindow : public MdiChild {
 
     controls::FrmSearchNet& record_;
     QTableWidget* grid_;
+    std::function<void(int row)> open_;
 };
 
 } // namespace nrv::ui
