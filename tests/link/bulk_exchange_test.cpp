@@ -170,8 +170,9 @@ TEST_F(BulkExchange, LetsNoEventsRun) {
 }
 
 TEST_F(BulkExchange, APortThatGoesAwayMeanwhileIsFalseWithoutABox) {
-    rig.Port.OnOutput = [this] { rig.Port.GoAway(); };
+    rig.Port.OnPoll = [this] { rig.Port.Gone = true; };
     EXPECT_FALSE(rig.Link.BulkExchange(0, ReadThird));
+    EXPECT_THAT(rig.Port.Sent, SizeIs(1));
     EXPECT_THAT(rig.Boxes.Shown, IsEmpty());
 }
 

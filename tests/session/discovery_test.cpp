@@ -77,6 +77,13 @@ TEST_F(DiscoveryTest, ANumberInTheListThatIsNoIdIsNotAskedFor) {
     EXPECT_EQ(program.State.FoundLast, 0);
 }
 
+TEST_F(DiscoveryTest, AListOfNumbersThatAreNoIdsFindsNothing) {
+    program.State.ListOfTen = true;
+    Configure({40, -1, 33, 34, 35, 36, 37, 38, 39, 99});
+    EXPECT_FALSE(Search());
+    EXPECT_THAT(IdsProbed(), ::testing::IsEmpty());
+}
+
 TEST_F(DiscoveryTest, ProgressOfTenGoesByNinths) {
     program.State.ListOfTen = true;
     Configure(Range(1, 20));

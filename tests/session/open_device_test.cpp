@@ -184,6 +184,8 @@ TEST_F(OpenDeviceTest, CheckOfADeviceThatIsNotListedHidesTheNotice) {
     DoubleClick(0);
     EXPECT_EQ(world.Boxes.Shown.size(), 1U);
     EXPECT_FALSE(program.List.LoadingNotice.Visible());
+    EXPECT_EQ(program.Main.StatusLine.Caption(),
+              "ID:9 does not answer; its window was not opened. Double-click its row to try again.");
     EXPECT_FALSE(program.Link.DeviceChecked[9]);
     ExpectNothingOpened();
 }
@@ -276,6 +278,50 @@ TEST_F(OpenDeviceTest, NoticeStandsAtASecondOpeningTooAndGoesWhenItFails) {
     DoubleClick(0);
     EXPECT_TRUE(seen);
     EXPECT_FALSE(program.List.LoadingNotice.Visible());
+}
+
+TEST_F(OpenDeviceTest, AnImageThatCannotBeShownTakesTheNoticeAlong) {
+    StartOnLine({3});
+    program.Stores.PresetImage[3].PresetBody[model::PeqOffsets[0] + 1] = 250; // no frequency has this code
+    DoubleClick(0);
+    EXPECT_FALSE(Loaded(0));
+    EXPECT_FALSE(program.List.LoadingNotice.Visible());
+    EXPECT_TRUE(program.Main.StatusLine.Caption().starts_with("The device was not opened. "))
+        << program.Main.StatusLine.Caption();
+}
+
+TEST_F(OpenDeviceTest, SaysHowFarTheReadingOfItsMemoryIs) {
+    StartOnLine({3, 7});
+    DoubleClick(0);
+    std::string waiting;
+    int asked = 0;
+    world.Port.OnOutput = [&] {
+        if (asked > 4 && waiting.empty()) { // the check, and the third byte is asked for again
+            waiting = program.Status.Text();
+        }
+    };
+    world.Port.Answer = [&](const Frame& frame) {
+        asked += frame[2] == 7 ? 1 : 0;
+        return asked < 4 ? line.Answer(frame) : Bytes{};
+    };
+    DoubleClick(1);
+    EXPECT_EQ(waiting, "ID:7 does not answer, byte 3 of its memory.");
+}
+
+TEST_F(OpenDeviceTest, AWindowThatIsRenewedIsNotThatOfItsOperationAnyMore) {
+    StartOnLine({3});
+    DoubleClick(0);
+    world.Port.SetPortOpen(false);
+    std::vector<int> slots;
+    world.Port.Answer = [&](const Frame& frame) {
+        if (frame[3] == 0x10 && frame[5] == 16) { // the option bits, the first of its memory
+            slots.push_back(program.Events.Current().Of()->Slot);
+        }
+        return line.Answer(frame);
+    };
+    DoubleClick(0);
+    EXPECT_THAT(slots, ::testing::ElementsAre(Operation::NoSlot));
+    EXPECT_TRUE(Loaded(0));
 }
 
 TEST_F(OpenDeviceTest, NoFreeSlotGivesTheCountBack) {
