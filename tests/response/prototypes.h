@@ -3,6 +3,7 @@
 #include <cmath>
 #include <complex>
 #include <numbers>
+#include <ostream>
 #include <vector>
 
 /// The filters worked out a second way: analogue transfer functions over s = j w, built from their poles.
@@ -86,6 +87,10 @@ struct Slope {
     double PassLevel;   ///< dB far inside the pass band, to two decimals
     Prototype Filter;
 };
+/// Named in the list of tests; by itself it would be printed byte by byte, with the bytes between its members.
+inline void PrintTo(const Slope& slope, std::ostream* out) {
+    *out << "slope " << slope.Code;
+}
 
 inline const std::vector<Slope>& Slopes() {
     static const std::vector<Slope> slopes{
