@@ -11,7 +11,7 @@ namespace {
 
 using namespace nrv::response;
 
-constexpr double Tolerance = 1e-9; // dB
+constexpr double ResponseTolerance = 1e-9; // dB
 
 bool IsFlat(const Curve& curve, double level) {
     return std::ranges::all_of(curve, [level](double value) { return value == level; });
@@ -23,7 +23,7 @@ void ExpectCurve(const Curve& curve, Expected expected, const char* what) {
     for (std::size_t point = 0; point < GridPoints; ++point) {
         worst = std::max(worst, std::abs(curve[point] - static_cast<double>(expected(PlotGrid[point]))));
     }
-    EXPECT_LT(worst, Tolerance) << what;
+    EXPECT_LT(worst, ResponseTolerance) << what;
 }
 
 const Prototype& FilterOf(int slope) {
@@ -75,7 +75,7 @@ TEST(Response, SectionGivesExactlyItsGainAtItsFrequencyAndTheHighestIsNotNarrowe
         EXPECT_EQ(curve[620], gain); // 630 Hz
         // Two thirds of an octave up: 630 to 780 Hz, Q 1.5 as it stands.
         const double detuning = 630.0 / 780.0 - 780.0 / 630.0;
-        EXPECT_NEAR(curve[770], gain / (1.0 + 2.25 * detuning * detuning), Tolerance);
+        EXPECT_NEAR(curve[770], gain / (1.0 + 2.25 * detuning * detuning), ResponseTolerance);
     }
 }
 
@@ -128,7 +128,7 @@ TEST(Response, ShelfResponseIsTheLevelOfAToneFilterAtAnyFrequency) {
     desk.SetShelf(4, 1, 20.0 * std::log10(2.0), 1000.0);
     EXPECT_NEAR(desk.Display.ShelfResponse(4, 1000.0), 2.50, 0.005);
     desk.SetShelf(1, 2, 6.0, 500.0);
-    EXPECT_NEAR(desk.Display.ShelfResponse(1, 1234.5), ShelfLevel(4, 6.0L, 500.0L, 1234.5L), Tolerance);
+    EXPECT_NEAR(desk.Display.ShelfResponse(1, 1234.5), ShelfLevel(4, 6.0L, 500.0L, 1234.5L), ResponseTolerance);
     desk.SetShelf(1, 0, 6.0, 500.0);
     EXPECT_EQ(desk.Display.ShelfResponse(1, 1234.5), 0.0);
 }
