@@ -7,8 +7,6 @@
 namespace nrv::simulator {
 namespace {
 
-using Words = OrderWords;
-
 constexpr std::size_t FormWidth = 22;
 
 std::chrono::milliseconds Time(int milliseconds) {
@@ -22,7 +20,7 @@ std::string Give(Line& line, const Fault& fault) {
 
 /// Does something with the device, or with every device.
 template <typename Work>
-std::string WithDevices(Line& line, const Words& words, const Work& work) {
+std::string WithDevices(Line& line, const OrderWords& words, const Work& work) {
     line.WithRack([&](Rack& rack) {
         for (const int id : words.Id ? std::vector<int>{*words.Id} : rack.Ids()) {
             work(rack, id);
@@ -31,7 +29,7 @@ std::string WithDevices(Line& line, const Words& words, const Work& work) {
     return {};
 }
 
-std::string SetLevels(Line& line, const Words& words) {
+std::string SetLevels(Line& line, const OrderWords& words) {
     Levels levels{};
     for (std::size_t i = 0; i < levels.size(); ++i) {
         levels[i] = static_cast<Byte>(words.Number(i));
@@ -39,17 +37,17 @@ std::string SetLevels(Line& line, const Words& words) {
     return WithDevices(line, words, [&levels](Rack& rack, int id) { rack.At(id).SetLevels(levels); });
 }
 
-std::string Reboot(Line& line, const Words& words, bool to_factory) {
+std::string Reboot(Line& line, const OrderWords& words, bool to_factory) {
     return WithDevices(
         line, words, [&words, to_factory](Rack& rack, int id) { rack.Reboot(id, Time(words.Number(0)), to_factory); });
 }
 
-std::string Replug(Line& line, const Words& /*words*/) {
+std::string Replug(Line& line, const OrderWords& /*words*/) {
     line.PlugIn();
     return "plugged in on " + line.DevicePath() + "\n";
 }
 
-std::string List(Line& line, const Words& /*words*/) {
+std::string List(Line& line, const OrderWords& /*words*/) {
     return line.WithRack([](Rack& rack) {
         std::string text;
         for (const auto& [id, device] : rack.Devices()) {
@@ -73,76 +71,78 @@ constexpr std::array<OrderPlace, 8> Places{{
 
 const std::array<OrderForm, 25> Forms{{
     {"die ID [N]", "no answer to anything until revived, or to N requests",
-     [](Line& line, const Words& w) { return Give(line, Fault::Die(w.Id, w.Number(0))); }},
+     [](Line& line, const OrderWords& w) { return Give(line, Fault::Die(w.Id, w.Number(0))); }},
     {"revive ID", "answers again",
-     [](Line& line, const Words& w) {
+     [](Line& line, const OrderWords& w) {
          line.Revive(w.Id);
          return std::string();
      }},
     {"lose ID [N]", "N answers are lost, 1 unless told",
-     [](Line& line, const Words& w) { return Give(line, Fault::Lose(w.Id, w.Number(0, 1))); }},
+     [](Line& line, const OrderWords& w) { return Give(line, Fault::Lose(w.Id, w.Number(0, 1))); }},
     {"late ID N MS", "N answers come MS milliseconds late",
-     [](Line& line, const Words& w) { return Give(line, Fault::Late(w.Id, w.Number(0), Time(w.Number(1)))); }},
+     [](Line& line, const OrderWords& w) { return Give(line, Fault::Late(w.Id, w.Number(0), Time(w.Number(1)))); }},
     {"cut ID N BYTES", "N answers end after so many bytes",
-     [](Line& line, const Words& w) {
+     [](Line& line, const OrderWords& w) {
          return Give(line, Fault::Cut(w.Id, w.Number(0), static_cast<std::size_t>(w.Number(1))));
      }},
     {"double ID [N]", "N answers come twice, 1 unless told",
-     [](Line& line, const Words& w) { return Give(line, Fault::Double(w.Id, w.Number(0, 1))); }},
+     [](Line& line, const OrderWords& w) { return Give(line, Fault::Double(w.Id, w.Number(0, 1))); }},
     {"garble ID N K VALUE", "byte K of N answers becomes VALUE",
-     [](Line& line, const Words& w) {
+     [](Line& line, const OrderWords& w) {
          return Give(line, Fault::Garble(w.Id, w.Number(0), static_cast<std::size_t>(w.Number(1)),
                                          static_cast<Byte>(w.Number(2))));
      }},
     {"as ID N OTHER", "N answers are signed with the ID OTHER",
-     [](Line& line, const Words& w) { return Give(line, Fault::AnswerAs(w.Id, w.Number(0), w.Number(1))); }},
+     [](Line& line, const OrderWords& w) { return Give(line, Fault::AnswerAs(w.Id, w.Number(0), w.Number(1))); }},
     {"from ID N OTHER", "N requests are answered by the device OTHER",
-     [](Line& line, const Words& w) {
+     [](Line& line, const OrderWords& w) {
          line.WithRack([&w](Rack& rack) { rack.At(w.Number(1)); });
          return Give(line, Fault::AnswerFrom(w.Id, w.Number(0), w.Number(1)));
      }},
     {"drip ID N MS", "MS milliseconds pass between the bytes of N answers",
-     [](Line& line, const Words& w) { return Give(line, Fault::Drip(w.Id, w.Number(0), Time(w.Number(1)))); }},
+     [](Line& line, const OrderWords& w) { return Give(line, Fault::Drip(w.Id, w.Number(0), Time(w.Number(1)))); }},
     {"calm", "forget all of these orders",
-     [](Line& line, const Words&) {
+     [](Line& line, const OrderWords&) {
          line.ClearOrders();
          return std::string();
      }},
     {"meters ID move", "the meters of the device move",
-     [](Line& line, const Words& w) {
+     [](Line& line, const OrderWords& w) {
          return WithDevices(line, w, [](Rack& rack, int id) { rack.At(id).SetLevels(std::nullopt); });
      }},
     {"meters ID L L L L L L L L", "the device shows these levels", SetLevels},
     {"twin ID BITS", "a second device of this ID answers too, BITS bit times later",
-     [](Line& line, const Words& w) {
+     [](Line& line, const OrderWords& w) {
          return WithDevices(line, w, [&w](Rack& rack, int id) {
              rack.RemoveTwin(id);
              rack.AddTwin(id, w.Number(0));
          });
      }},
     {"untwin ID", "the second device goes away",
-     [](Line& line, const Words& w) { return WithDevices(line, w, [](Rack& rack, int id) { rack.RemoveTwin(id); }); }},
+     [](Line& line, const OrderWords& w) {
+         return WithDevices(line, w, [](Rack& rack, int id) { rack.RemoveTwin(id); });
+     }},
     {"duplex half", "one pair of wires: an answer that meets a request is lost",
-     [](Line& line, const Words&) {
+     [](Line& line, const OrderWords&) {
          line.SetHalfDuplex(true);
          return std::string();
      }},
     {"duplex full", "a wire for each direction",
-     [](Line& line, const Words&) {
+     [](Line& line, const OrderWords&) {
          line.SetHalfDuplex(false);
          return std::string();
      }},
     {"noise MS", "a stray byte comes about so often while the line is quiet; 0 for none",
-     [](Line& line, const Words& w) {
+     [](Line& line, const OrderWords& w) {
          line.SetNoise(Time(w.Number(0)));
          return std::string();
      }},
     {"reboot ID MS stored", "silent for MS milliseconds, then back with stored settings",
-     [](Line& line, const Words& w) { return Reboot(line, w, false); }},
+     [](Line& line, const OrderWords& w) { return Reboot(line, w, false); }},
     {"reboot ID MS factory", "the same, with the factory's settings",
-     [](Line& line, const Words& w) { return Reboot(line, w, true); }},
+     [](Line& line, const OrderWords& w) { return Reboot(line, w, true); }},
     {"unplug", "the line's end goes away, and its links",
-     [](Line& line, const Words&) {
+     [](Line& line, const OrderWords&) {
          line.Unplug();
          return std::string();
      }},

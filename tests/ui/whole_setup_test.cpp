@@ -104,7 +104,8 @@ class KeyboardHands : public Hands {
     }
     /// By Tab alone, as far as it takes, and by the arrows within a group of options.
     bool GoTo(QWidget& widget) {
-        if (QApplication::focusWidget() == nullptr) { // no window manager brings it back when a dialog closes
+        QWidget* const with_keyboard = QApplication::focusWidget();
+        if (with_keyboard == nullptr || with_keyboard->window() != widget.window()) { // as a window manager does
             widget.window()->activateWindow();
             [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(widget.window());
         }

@@ -32,11 +32,11 @@ constexpr int OutputBlockPitch = 45;
 constexpr int OutputLeft = 640;
 constexpr int ChannelWidth = 54;
 constexpr int PictureSize = 18;
-constexpr int BranchOffset = 5;
-constexpr std::array<int, 2> InputRows = {1, 4}; // an input stands in the middle of three outputs
+constexpr int BlockBranchOffset = 5;
+constexpr std::array<int, 2> BlockInputRows = {1, 4}; // an input stands in the middle of three outputs
 constexpr std::array<int, 2> GateLabels = {40, 41};
 
-constexpr int RowMiddle(int row) {
+constexpr int BlockRowMiddle(int row) {
     return FirstRow + row * RowPitch;
 }
 
@@ -64,7 +64,7 @@ class Diagram {
     static QRect Around(int left, int middle, int width) {
         return {left, middle - BlockHeight / 2, width, BlockHeight};
     }
-    static int InputMiddle(int input) { return RowMiddle(InputRows[static_cast<std::size_t>(input)]); }
+    static int InputMiddle(int input) { return BlockRowMiddle(BlockInputRows[static_cast<std::size_t>(input)]); }
 
     void AddChannel(int channel, const QRect& place, QPoint picture) {
         const QColor colour = ChannelColour(channel);
@@ -97,7 +97,7 @@ class Diagram {
     }
 
     void AddOutput(int output) {
-        const int middle = RowMiddle(output);
+        const int middle = BlockRowMiddle(output);
         builder_.Add<Block>(drawing_, "Label200", output, Around(SourceLeft, middle, SourceWidth), Block::Kind::Source);
         int x = OutputChainLeft;
         for (int stage = 0; stage < 5; ++stage) {
@@ -118,7 +118,7 @@ class Diagram {
                                 .FeedsFrom = QPoint(InputChainRight, InputMiddle(input)),
                                 .Branches = {}};
         for (int output = 0; output < OutputCount; ++output) {
-            const int y = RowMiddle(output) + (input == 0 ? -BranchOffset : BranchOffset);
+            const int y = BlockRowMiddle(output) + (input == 0 ? -BlockBranchOffset : BlockBranchOffset);
             const QRect place(bus.X - Wire::DotCentre, y - Wire::DotCentre, SourceLeft - bus.X + Wire::DotCentre,
                               Wire::BranchHeight);
             bus.Branches.push_back(&builder_.Add<Wire>(drawing_, names[static_cast<std::size_t>(input)], output, place,

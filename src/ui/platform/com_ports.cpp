@@ -22,7 +22,7 @@ constexpr PortNumbering MachineNumbering = PortNumbering::ByName;
 constexpr PortNumbering MachineNumbering = PortNumbering::ByOrder;
 #endif
 
-int Group(const PortInfo& port) {
+int GroupOf(const PortInfo& port) {
     if (port.Name.startsWith(QLatin1String("ttyUSB"))) {
         return 0;
     }
@@ -74,8 +74,8 @@ std::vector<PortInfo> InOrder(std::vector<PortInfo> ports) {
         return std::pair(name.left(digits), name.mid(digits).toULongLong());
     };
     std::stable_sort(ports.begin(), ports.end(), [&split](const PortInfo& one, const PortInfo& other) {
-        return std::tuple_cat(std::tuple(Group(one)), split(one.Name)) <
-               std::tuple_cat(std::tuple(Group(other)), split(other.Name));
+        return std::tuple_cat(std::tuple(GroupOf(one)), split(one.Name)) <
+               std::tuple_cat(std::tuple(GroupOf(other)), split(other.Name));
     });
     return ports;
 }

@@ -16,7 +16,7 @@ namespace nrv::ui {
 namespace {
 
 constexpr std::size_t Inputs = 2;
-constexpr int MarkSize = 8;
+constexpr int NameMarkSize = 8;
 
 } // namespace
 
@@ -49,7 +49,7 @@ QWidget* EditNamesDialog::MakeName(controls::FrmEditLabel& record, std::size_t c
     heading->setSpacing(5);
     const QColor colour = ChannelColour(static_cast<int>(channel));
     auto* mark = new Lamp(cell, colour, 1.0);
-    mark->setFixedSize(MarkSize, MarkSize);
+    mark->setFixedSize(NameMarkSize, NameMarkSize);
     heading->addWidget(mark);
     heading->addWidget(MakeCaption(record.Captions[channel], Indexed("Captions", channel)), 1);
     column->addLayout(heading);

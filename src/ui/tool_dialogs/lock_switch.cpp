@@ -14,7 +14,7 @@ namespace {
 constexpr double KnobWidth = 30.0;
 
 /// A padlock around the origin, about 12 pixels high; an open one has its shackle lifted out on the right.
-QPainterPath Padlock(bool closed) {
+QPainterPath SwitchPadlock(bool closed) {
     QPainterPath path;
     path.addRoundedRect(QRectF(-5.0, -1.0, 10.0, 7.0), 1.2, 1.2);
     const double lift = closed ? 0.0 : -1.8;
@@ -69,7 +69,7 @@ void LockSwitch::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(knob.center());
     painter.setPen(QPen(isEnabled() ? theme.Text : theme.Disabled, 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(Padlock(isChecked()));
+    painter.drawPath(SwitchPadlock(isChecked()));
 }
 
 } // namespace nrv::ui

@@ -11,12 +11,12 @@
 namespace nrv::ui {
 namespace {
 
-constexpr int RepeatMilliseconds = 60;
+constexpr int ArrowRepeatMilliseconds = 60;
 
 } // namespace
 
 UpDownArrows::UpDownArrows(QWidget* parent)
-    : QWidget(parent), Spoken(QAccessible::SpinBox), repeat_(*this, RepeatMilliseconds) {
+    : QWidget(parent), Spoken(QAccessible::SpinBox), repeat_(*this, ArrowRepeatMilliseconds) {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
 }

@@ -22,13 +22,13 @@ namespace nrv::ui {
 namespace {
 
 constexpr int Margin = 8;
-constexpr int Gap = 6;
+constexpr int FrameGap = 6;
 constexpr int InnerTop = Panel::CaptionHeight + 3;
 constexpr int LeftWidth = controls::FrmSelect::NarrowWidth / TwipsPerPixel - 2 * Margin;
 constexpr int NumberListWidth = 44;
 constexpr std::size_t LinesPerFrame = 10;
 
-QString Indexed(const char* name, std::size_t index) {
+QString NumberedName(const char* name, std::size_t index) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }
 
@@ -48,7 +48,7 @@ Panel* MakeOptionFrame(controls::Frame& frame, const QString& frame_name, Option
     column->setSpacing(2);
     for (std::size_t i = 0; i < options.size(); ++i) {
         auto* button = new OptionButton;
-        button->setObjectName(Indexed(name, i));
+        button->setObjectName(NumberedName(name, i));
         Bind(options[i], *button, entry);
         column->addWidget(button, 0, Qt::AlignLeft);
     }
@@ -83,7 +83,7 @@ ConnectionDialog::ConnectionDialog(controls::FrmSelect& record, const controls::
     // The record decides the size.
     columns->setSizeConstraint(QLayout::SetNoConstraint);
     columns->setContentsMargins(Margin, Margin, Margin, Margin);
-    columns->setSpacing(Gap);
+    columns->setSpacing(FrameGap);
     columns->addWidget(MakeLeftColumn());
     for (std::size_t i = 0; i < device_frames_.size(); ++i) {
         device_frames_[i] = MakeDeviceFrame(i);
@@ -100,7 +100,7 @@ QWidget* ConnectionDialog::MakeLeftColumn() {
     left->setFixedWidth(LeftWidth);
     auto* column = new QVBoxLayout(left);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(Gap);
+    column->setSpacing(FrameGap);
     column->addWidget(MakeOptionFrame(record_.PortFrame, QStringLiteral("PortFrame"), record_.Link, "Link", entry_));
     column->addWidget(MakeOptionFrame(record_.ConnectionFrame, QStringLiteral("ConnectionFrame"), record_.Connection,
                                       "Connection", entry_));
@@ -122,7 +122,7 @@ QWidget* ConnectionDialog::MakeButtons() {
     auto* buttons = new QWidget;
     auto* row = new QHBoxLayout(buttons);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(Gap);
+    row->setSpacing(FrameGap);
     auto* exit = new QPushButton;
     exit->setObjectName(QStringLiteral("Exit"));
     Bind(record_.Exit, *exit, entry_);
@@ -141,7 +141,7 @@ QWidget* ConnectionDialog::MakeButtons() {
 }
 
 Panel* ConnectionDialog::MakeDeviceFrame(std::size_t frame) {
-    Panel* box = MakeFrame(record_.DeviceFrames[frame], Indexed("DeviceFrames", frame));
+    Panel* box = MakeFrame(record_.DeviceFrames[frame], NumberedName("DeviceFrames", frame));
     auto* grid = new QGridLayout(box);
     grid->setContentsMargins(Margin, InnerTop, 6, Margin);
     grid->setHorizontalSpacing(2);
@@ -149,10 +149,10 @@ Panel* ConnectionDialog::MakeDeviceFrame(std::size_t frame) {
     for (std::size_t i = 0; i < LinesPerFrame; ++i) {
         const std::size_t line = frame * LinesPerFrame + i;
         auto* label = new QLabel;
-        label->setObjectName(Indexed("DeviceLines", line));
+        label->setObjectName(NumberedName("DeviceLines", line));
         Bind(record_.DeviceLines[line], *label);
         grid->addWidget(label, static_cast<int>(i), 0);
-        QComboBox* list = MakeList(record_.DeviceIds[line], Indexed("DeviceIds", line), entry_);
+        QComboBox* list = MakeList(record_.DeviceIds[line], NumberedName("DeviceIds", line), entry_);
         list->setFixedWidth(NumberListWidth);
         grid->addWidget(list, static_cast<int>(i), 1);
     }

@@ -15,8 +15,8 @@ namespace nrv::ui {
 namespace {
 
 constexpr QSize WindowSize(480, 330);
-constexpr int Margin = 20;
-constexpr QRect PictureArea(Margin, 108, 440, 176);
+constexpr int SplashMargin = 20;
+constexpr QRect PictureArea(SplashMargin, 108, 440, 176);
 
 QLabel* AddLabel(QWidget* parent, const QString& text, const QRect& place, int pixels, QFont::Weight weight) {
     auto* label = new QLabel(text, parent);
@@ -37,13 +37,13 @@ SplashWindow::SplashWindow(controls::FrmSplash& record, const controls::EventEnt
     BindForm(record.Window, *this, *this);
     setWindowTitle(QStringLiteral("NRV-718"));
 
-    AddLabel(this, QStringLiteral("NRV-718"), {Margin, 16, 260, 46}, 34, QFont::DemiBold);
+    AddLabel(this, QStringLiteral("NRV-718"), {SplashMargin, 16, 260, 46}, 34, QFont::DemiBold);
     QLabel* kind = AddLabel(this, QStringLiteral("X-over"), {300, 30, 160, 30}, 18, QFont::Normal);
     kind->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    AddLabel(this, QStringLiteral("Multi device remote control"), {Margin, 64, 440, 26}, 15, QFont::Normal);
+    AddLabel(this, QStringLiteral("Multi device remote control"), {SplashMargin, 64, 440, 26}, 15, QFont::Normal);
 
     // Places of their own, so that a repaint in the middle of an exchange finds them laid out.
-    QLabel* searching = AddLabel(this, QString(), {Margin, 294, 220, 22}, 12, QFont::Normal);
+    QLabel* searching = AddLabel(this, QString(), {SplashMargin, 294, 220, 22}, 12, QFont::Normal);
     searching->setObjectName(QStringLiteral("Searching"));
     Bind(record.Searching, *searching);
     QLabel* progress = AddLabel(this, QString(), {240, 294, 220, 22}, 12, QFont::DemiBold);
