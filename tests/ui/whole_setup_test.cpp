@@ -102,13 +102,20 @@ class KeyboardHands : public Hands {
             QTest::keyClick(there, key, modifiers);
         }
     }
+    /// What a window manager does when a window comes up or another goes.
+    static void TakeKeyboardTo(QWidget& window) {
+        const auto has_it = [&window] {
+            const QWidget* const there = QApplication::focusWidget();
+            return there != nullptr && there->window() == &window;
+        };
+        for (int tries = 0; tries < 250 && !has_it(); ++tries) {
+            window.activateWindow();
+            QTest::qWait(20);
+        }
+    }
     /// By Tab alone, as far as it takes, and by the arrows within a group of options.
     bool GoTo(QWidget& widget) {
-        QWidget* const with_keyboard = QApplication::focusWidget();
-        if (with_keyboard == nullptr || with_keyboard->window() != widget.window()) { // as a window manager does
-            widget.window()->activateWindow();
-            [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(widget.window());
-        }
+        TakeKeyboardTo(*widget.window());
         for (int steps = 0; steps < 300 && QApplication::focusWidget() != &widget; ++steps) {
             QWidget* const there = QApplication::focusWidget();
             const bool same_group = there != nullptr && there->inherits("QRadioButton") &&
