@@ -23,9 +23,7 @@ class KeyboardTest : public RackTest {
     void init() {
         QVERIFY(ConnectAndOpenAll(FactoryRack({Id, OtherId})));
         StandReady();
-        QWidget* const main = desk_->Window()->window();
-        main->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(main));
+        QVERIFY(TakeKeyboard());
     }
     void cleanup() { TakeDown(); }
 

@@ -26,9 +26,7 @@ class PointsByKeyTest : public RackTest {
     void init() {
         QVERIFY(ConnectAndOpenAll(FactoryRack({Id, OtherId}), 0));
         StandReady();
-        QWidget* const main = desk_->Window()->window();
-        main->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(main));
+        QVERIFY(TakeKeyboard());
         for (const int slot : {0, 1}) {
             desk_->BringForward(slot);
             driver::ClickMark(desk_->Control("Check3", 0, slot));

@@ -89,6 +89,12 @@ class RackTest : public QObject {
         desk_->TakeFrames();
         WatchOther();
     }
+    /// The main window becomes the active one, so that keys go where they would.
+    bool TakeKeyboard() {
+        QWidget* const main = desk_->Window()->window();
+        main->activateWindow();
+        return QTest::qWaitForWindowActive(main);
+    }
     void TakeDown() {
         other_.reset();
         desk_.reset();

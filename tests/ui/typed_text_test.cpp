@@ -22,9 +22,7 @@ class TypedTextTest : public RackTest {
     void init() {
         QVERIFY(ConnectAndOpenAll(FactoryRack({Id, OtherId}), 0));
         StandReady();
-        QWidget* const main = desk_->Window()->window();
-        main->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(main));
+        QVERIFY(TakeKeyboard());
     }
     void cleanup() { TakeDown(); }
 

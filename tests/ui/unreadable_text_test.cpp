@@ -18,9 +18,7 @@ class UnreadableTextTest : public RackTest {
     void init() {
         QVERIFY(ConnectAndOpenAll(RandomRack({Id, OtherId}), 3));
         StandReady();
-        QWidget* const main = desk_->Window()->window();
-        main->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(main));
+        QVERIFY(TakeKeyboard());
     }
     void cleanup() { TakeDown(); }
 
