@@ -13,7 +13,8 @@ using std::string_view;
 using Place = std::function<std::string(int)>;
 
 std::string Title(int channel) {
-    return std::string(ChannelTitles[static_cast<std::size_t>(channel)]);
+    std::string title = ChannelTitles[static_cast<std::size_t>(channel)];
+    return title;
 }
 std::string OfChannel(int channel) {
     return Title(channel);

@@ -4,6 +4,7 @@
 #include "ports/numbering.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nrv::lock {
 namespace {
@@ -27,7 +28,7 @@ std::array<std::uint8_t, PasswordLength> PasswordBytes(const std::string& text) 
     return bytes;
 }
 
-PasswordDialog::PasswordDialog(const Parts& parts) : parts_(parts) {
+PasswordDialog::PasswordDialog(Parts parts) : parts_(std::move(parts)) {
     controls::FrmPassword& form = parts_.Form;
     const auto close = [this] { parts_.Host.CloseDialog(ToolDialog::Password); };
     form.Command1[0].Clicked = [this] { LogIn(); };

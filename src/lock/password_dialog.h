@@ -27,7 +27,7 @@ class PasswordDialog {
         controls::FrmEditLabel& Names;
         std::function<void(const std::string&)> Tell; ///< the status line
     };
-    explicit PasswordDialog(const Parts& parts);
+    explicit PasswordDialog(Parts parts);
 
     void Open();
 

@@ -25,8 +25,8 @@ namespace fs = std::filesystem;
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::uintmax_t MostCopied = 1024 * 1024; // a file of more is no record's, and is written in place
-constexpr int MostLinks = 40;                      // as many as the system itself follows
+constexpr std::uintmax_t MostCopied = 1U << 20; // a file of more is no record's, and is written in place
+constexpr int MostLinks = 40;                   // as many as the system itself follows
 constexpr int PlainNewNames = 10;  // names tried beside a file, which those that died on the way may have left,
 constexpr int RandomNewNames = 10; // before names that nobody can have left, before it is written in place
 

@@ -3,10 +3,12 @@
 #include "controls/busy_pointer.h"
 #include "presets/copy_channels.h"
 
+#include <utility>
+
 namespace nrv::presets {
 
-CopyInputDialog::CopyInputDialog(const ToolContext& context, controls::FrmCopyIn& form)
-    : context_(context), form_(form) {
+CopyInputDialog::CopyInputDialog(ToolContext context, controls::FrmCopyIn& form)
+    : context_(std::move(context)), form_(form) {
     for (int source = 0; source < 2; ++source) {
         form_.Command1[At(source)].Clicked = [this, source] { Copy(source); };
     }
@@ -24,8 +26,8 @@ void CopyInputDialog::Copy(int source) {
     context_.Host.CloseDialog(ToolDialog::CopyInput);
 }
 
-CopyOutputDialog::CopyOutputDialog(const ToolContext& context, controls::FrmCopyOut& form)
-    : context_(context), form_(form) {
+CopyOutputDialog::CopyOutputDialog(ToolContext context, controls::FrmCopyOut& form)
+    : context_(std::move(context)), form_(form) {
     form_.Command1.Clicked = [this] { Copy(); };
 }
 

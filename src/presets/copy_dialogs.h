@@ -8,7 +8,7 @@ namespace nrv::presets {
 /// The dialog that copies one input onto the other.
 class CopyInputDialog {
   public:
-    CopyInputDialog(const ToolContext& context, controls::FrmCopyIn& form);
+    CopyInputDialog(ToolContext context, controls::FrmCopyIn& form);
     void Open() { context_.RunDialog(ToolDialog::CopyInput); }
 
   private:
@@ -21,7 +21,7 @@ class CopyInputDialog {
 /// The dialog that copies an output onto another.
 class CopyOutputDialog {
   public:
-    CopyOutputDialog(const ToolContext& context, controls::FrmCopyOut& form);
+    CopyOutputDialog(ToolContext context, controls::FrmCopyOut& form);
     void Open();
 
   private:

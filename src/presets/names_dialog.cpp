@@ -3,9 +3,12 @@
 #include "lock/lock_state.h"
 #include "presets/channel_names.h"
 
+#include <utility>
+
 namespace nrv::presets {
 
-NamesDialog::NamesDialog(const ToolContext& context, controls::FrmEditLabel& form) : context_(context), form_(form) {
+NamesDialog::NamesDialog(ToolContext context, controls::FrmEditLabel& form)
+    : context_(std::move(context)), form_(form) {
     form_.Command1[0].Clicked = [this] { Accept(); };
     form_.Command1[1].Clicked = [this] { context_.Host.CloseDialog(ToolDialog::EditNames); };
 }

@@ -8,7 +8,7 @@ namespace nrv::presets {
 /// The dialog that edits the channels' names.
 class NamesDialog {
   public:
-    NamesDialog(const ToolContext& context, controls::FrmEditLabel& form);
+    NamesDialog(ToolContext context, controls::FrmEditLabel& form);
 
     /// Fills the dialog from the window's captions and shows it until it is closed.
     void Open();

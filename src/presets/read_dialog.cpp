@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace nrv::presets {
 namespace {
@@ -27,7 +28,7 @@ void DecodeShiftedMutes(std::uint8_t bits, model::ParamRow& values) {
 
 } // namespace
 
-ReadDialog::ReadDialog(const ToolContext& context, controls::FrmRead& form) : context_(context), form_(form) {
+ReadDialog::ReadDialog(ToolContext context, controls::FrmRead& form) : context_(std::move(context)), form_(form) {
     form_.Command1[0].Clicked = [this] { context_.Host.CloseDialog(ToolDialog::Read); };
     form_.Command1[1].Clicked = [this] { Read(); };
 }

@@ -8,7 +8,7 @@ namespace nrv::presets {
 /// The dialog that reads a memory position of the device into the present settings.
 class ReadDialog {
   public:
-    ReadDialog(const ToolContext& context, controls::FrmRead& form);
+    ReadDialog(ToolContext context, controls::FrmRead& form);
 
     void Open();
     /// Fetches a memory position, 0 to 7, and applies it; nothing goes back to the device. Throws RuntimeError when the

@@ -6,6 +6,8 @@
 #include "presets/memory_positions.h"
 #include "presets/preset_titles.h"
 
+#include <utility>
+
 namespace nrv::presets {
 namespace {
 
@@ -27,7 +29,7 @@ std::string Over(const model::CommandContext& context, std::size_t position) {
 
 } // namespace
 
-StoreDialog::StoreDialog(const ToolContext& context, controls::FrmStore& form) : context_(context), form_(form) {
+StoreDialog::StoreDialog(ToolContext context, controls::FrmStore& form) : context_(std::move(context)), form_(form) {
     form_.Command1[0].Clicked = [this] { context_.Host.CloseDialog(ToolDialog::Store); };
     form_.Command1[1].Clicked = [this] { Store(); };
     form_.List1.DoubleClicked = [this] { CopyName(); };

@@ -10,7 +10,7 @@ namespace nrv::presets {
 /// The dialog that stores the present settings into a memory position of the device.
 class StoreDialog {
   public:
-    StoreDialog(const ToolContext& context, controls::FrmStore& form);
+    StoreDialog(ToolContext context, controls::FrmStore& form);
 
     void Open();
     /// Writes mark, name and preset of a memory position, 0 to 8, byte by byte: 450 frames. The name is padded in

@@ -29,6 +29,7 @@ Application::Application(const std::filesystem::path& folder, const Substitutes&
     // The system's reasons stand within sentences of ours, which are English and of single bytes.
     std::setlocale(LC_MESSAGES, "C");
     host_.SetEvents(Events());
+    host_.SetGuide([this] { guide_.Open(); });
     host_.SetToolDialogs([this](ToolDialog dialog, QWidget* parent) {
         return MakeToolDialog(dialog, forms_, {boundary_, controls::EventSource::Kind::Dialog}, parent);
     });

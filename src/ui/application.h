@@ -3,6 +3,7 @@
 #include "controls/event_boundary.h"
 #include "link/system_clock.h"
 #include "program/program.h"
+#include "ui/guide/guide.h"
 #include "ui/platform/com_ports.h"
 #include "ui/platform/input_gate.h"
 #include "ui/platform/qt_file_dialogs.h"
@@ -44,6 +45,7 @@ class Application {
     std::filesystem::path folder_;
     program::Forms forms_;
     controls::EventBoundary boundary_{forms_.Windows};
+    Guide guide_; ///< before the gate: what the gate holds back does not reach it
     InputGate gate_{boundary_.Current()};
     ComPortNames names_;
     QtSerialPort port_;

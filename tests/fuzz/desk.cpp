@@ -91,19 +91,19 @@ struct Desk::Snapshot {
     std::array<model::ParamRow, DeviceCount> Values;
     std::array<model::PresetImageRow, DeviceCount> Images;
     std::array<std::array<std::string, ChannelCount>, DeviceCount> Names;
-    double LastInputType;
+    double LastInputType = 0.0;
     session::SessionState State;
-    std::array<bool, DeviceCount> Checked;
-    decltype(link::Link::RxFrame) RxFrame;
+    std::array<bool, DeviceCount> Checked{};
+    decltype(link::Link::RxFrame) RxFrame{};
     std::array<controls::WindowSlot, controls::SlotCount> Slots;
-    std::array<bool, controls::SlotCount> Loaded;
-    int CurrentWindow;
-    int OpenWindowTop;
-    decltype(response::Response::ViewMode) ViewMode;
-    decltype(response::Response::OverlayMatrix) OverlayMatrix;
+    std::array<bool, controls::SlotCount> Loaded{};
+    int CurrentWindow = 0;
+    int OpenWindowTop = 0;
+    decltype(response::Response::ViewMode) ViewMode{};
+    decltype(response::Response::OverlayMatrix) OverlayMatrix{};
     std::array<controls::FrmCtrl, 2> Windows; ///< of the slots 0 and 1
     std::vector<std::string> Rows;
-    long Seconds;
+    long Seconds = 0;
 };
 
 Desk::Desk() {

@@ -1,6 +1,7 @@
 #include "fuzz/desk.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 // Text typed and pasted into every text box that can be typed into.
@@ -89,7 +90,7 @@ void TypePasswords(Desk& desk, Input& input) {
     controls::FrmPassword& form = desk.World().Forms.Password;
     desk.UseTool(Desk::FrontSlot, controls::PasswordTool, [&] {
         for (std::size_t n = input.Below(6) + 1; n > 0 && !input.Empty(); --n) {
-            controls::TextBox* const boxes[] = {&form.Text1, &form.Text2, &form.Text3};
+            const std::array<controls::TextBox*, 3> boxes = {&form.Text1, &form.Text2, &form.Text3};
             controls::TextBox& box = *boxes[input.Below(3)];
             Enter(desk, testing::UserInDialog(), box, input);
             const std::uint8_t after = input.Byte();

@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QAccessibleInterface>
 #include <QTabBar>
+#include <QTableWidget>
 
 #include <map>
 
@@ -115,6 +116,8 @@ class ScreenReaderTest : public RackTest {
         desk_->Form().SSTab1.SetTabCaptions(
             {"In A", "In B", "Out 1", "Subs  ", "Out 3", "Out 4", "Out 5", "Out 6", "Gains", "Delays", "Overview"});
         QCOMPARE(tab->text(QAccessible::Name), QStringLiteral("Out 2, Subs"));
+        desk_->Form().SSTab1.SetTabCaption(0, "In A\x05\x80");
+        QCOMPARE(Of("SSTab1")->child(0)->text(QAccessible::Name), QStringLiteral("In A"));
         tab->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QVERIFY(desk_->Control("Combo2", 2)->isVisible());
         QCOMPARE(desk_->TakeFrames().size(), std::size_t{0});
@@ -134,6 +137,34 @@ class ScreenReaderTest : public RackTest {
         QVERIFY(Of("Check1", 11)->state().checked);
         QCOMPARE(desk_->TakeFrames().size(), std::size_t{2}); // the mute and the memory's bits
         QCOMPARE(other_->Difference(), QString());
+    }
+
+    void ARowOfTheDeviceListSaysItsDeviceAndOpensIt() {
+        auto* const grid = driver::FindAs<QTableWidget>(QStringLiteral("Devices"));
+        QAccessibleInterface* const list = Told(grid);
+        QCOMPARE(list->role(), QAccessible::List);
+        QCOMPARE(list->text(QAccessible::Name), QStringLiteral("Name & ID Device"));
+        QCOMPARE(list->childCount(), 2);
+        QAccessibleInterface* const row = list->child(1);
+        QCOMPARE(row->role(), QAccessible::ListItem);
+        QCOMPARE(row->text(QAccessible::Name), grid->item(1, 0)->text());
+        QVERIFY(row->text(QAccessible::Name).contains(QStringLiteral("ID:9")));
+        QCOMPARE(list->indexOfChild(row), 1);
+        QCOMPARE(row->parent(), list);
+        const QRect place = row->rect();
+        QCOMPARE(list->childAt(place.center().x(), place.center().y()), row);
+        QVERIFY(list->child(2) == nullptr);
+
+        driver::BoxAnswers boxes({QStringLiteral("OK")}); // both stand open
+        row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(boxes.Seen().size(), std::size_t{1});
+        QCOMPARE(grid->currentRow(), 1);
+        QVERIFY(row->state().selected);
+        QVERIFY(!list->child(0)->state().selected);
+        grid->setEnabled(false);
+        list->child(0)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(boxes.Seen().size(), std::size_t{1});
+        QCOMPARE(grid->currentRow(), 1);
     }
 
     void ALampSaysItsLevelAndWhetherItIsLit() {

@@ -1,5 +1,7 @@
 #include "ui/accessible/spoken.h"
 
+#include "ui/accessible/rows.h"
+#include "ui/widgets/device_rows.h"
 #include "ui/widgets/text_field.h"
 
 #include <QAbstractButton>
@@ -17,7 +19,7 @@ class SpokenInterface : public QAccessibleWidget, public QAccessibleValueInterfa
     SpokenInterface(QWidget& widget, Spoken& spoken) : QAccessibleWidget(&widget, spoken.Role), spoken_(spoken) {}
 
     QString text(QAccessible::Text kind) const override {
-        const QString words = spoken_.InWords ? spoken_.InWords() : QString();
+        QString words = spoken_.InWords ? spoken_.InWords() : QString();
         if (kind == QAccessible::Value || (kind == QAccessible::Description && !words.isEmpty())) {
             return words;
         }
@@ -206,6 +208,9 @@ class ButtonInterface : public QAccessibleWidget {
 QAccessibleInterface* MakeSpoken(const QString& class_name, QObject* object) {
     if (auto* field = qobject_cast<TextField*>(object)) {
         return new FieldInterface(*field);
+    }
+    if (auto* rows = qobject_cast<DeviceRows*>(object)) {
+        return MakeSpokenRows(*rows);
     }
     if (auto* button = qobject_cast<QAbstractButton*>(object);
         button != nullptr && (button->isCheckable() || class_name.startsWith(QLatin1String("nrv::")))) {

@@ -42,7 +42,10 @@ QString SignedGain(const std::string& gain) {
 }
 
 /// A channel's own title and the name that it was given.
-QString SpokenTab(int tab, const QString& caption) {
+QString SpokenTab(int tab, QString caption) {
+    // An input's name ends in bytes that are settings and no signs.
+    caption.removeIf([](QChar sign) { return !sign.isPrint(); });
+    caption = caption.trimmed();
     const QString title = tab < ChannelCount ? FromBytes(std::string(ChannelTitles[At(tab)])) : caption;
     return caption == title || caption.isEmpty() ? title : title + QStringLiteral(", ") + caption;
 }
@@ -125,7 +128,7 @@ void ControlWindowView::BindTabs() {
         for (int tab = 0; tab < tabs_->count() && At(tab) < control.TabCaptions().size(); ++tab) {
             const QString caption = FromBytes(control.TabCaptions()[At(tab)]);
             tabs_->SetCaption(tab, caption);
-            tabs_->setAccessibleTabName(tab, SpokenTab(tab, caption.trimmed()));
+            tabs_->setAccessibleTabName(tab, SpokenTab(tab, caption));
         }
     };
     ShowAllCommon(control, *tabs_);

@@ -61,6 +61,10 @@ bool QtWindowHost::Ask(const controls::EventSource& source, const std::function<
     return yes;
 }
 
+void QtWindowHost::SetGuide(std::function<void()> open) {
+    main_->OpenGuide = std::move(open);
+}
+
 ScreenSize QtWindowHost::Screen() {
     const QScreen* screen = QGuiApplication::primaryScreen();
     return screen == nullptr ? ScreenSize{} : ScreenSize{screen->size().width(), screen->size().height()};

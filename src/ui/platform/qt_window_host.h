@@ -59,6 +59,8 @@ class QtWindowHost : public WindowHost {
     /// To be set before a window opens: the logic that answers is made after the host.
     void SetEvents(WindowEvents events) { events_ = std::move(events); }
     void SetToolDialogs(ToolDialogFactory factory) { tool_dialog_factory_ = std::move(factory); }
+    /// What the menu "Help" opens.
+    void SetGuide(std::function<void()> open);
     /// The splash window is what the program starts with.
     void ShowSplash();
 

@@ -68,7 +68,9 @@ Panel* MakeListFrame(controls::Frame& frame, const QString& frame_name, controls
     Panel* box = MakeFrame(frame, frame_name);
     auto* column = new QVBoxLayout(box);
     column->setContentsMargins(Margin, InnerTop, Margin, Margin);
-    column->addWidget(MakeList(list, name, entry));
+    QComboBox* const choice = MakeList(list, name, entry);
+    choice->setAccessibleName(FromBytes(frame.Caption()));
+    column->addWidget(choice);
     return box;
 }
 
@@ -154,6 +156,7 @@ Panel* ConnectionDialog::MakeDeviceFrame(std::size_t frame) {
         grid->addWidget(label, static_cast<int>(i), 0);
         QComboBox* list = MakeList(record_.DeviceIds[line], NumberedName("DeviceIds", line), entry_);
         list->setFixedWidth(NumberListWidth);
+        list->setAccessibleName(label->text());
         grid->addWidget(list, static_cast<int>(i), 1);
     }
     grid->setColumnStretch(0, 1);

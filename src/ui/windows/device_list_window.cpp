@@ -6,12 +6,11 @@
 #include "ui/binding/text.h"
 #include "ui/look/painting.h"
 #include "ui/look/theme.h"
+#include "ui/widgets/device_rows.h"
 #include "ui/windows/form_binding.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QTableWidget>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -45,7 +44,7 @@ int WidestRow(const QFontMetrics& metrics) {
 
 DeviceListWindow::DeviceListWindow(controls::FrmSearchNet& record, const controls::EventEntry& entry,
                                    const std::function<void()>& query_unload)
-    : record_(record), grid_(new QTableWidget) {
+    : record_(record), grid_(new DeviceRows) {
     setObjectName(QStringLiteral("FrmSearchNet"));
     auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);
@@ -121,23 +120,7 @@ void DeviceListWindow::BuildGrid(const controls::EventEntry& entry) {
             ShowCommon(record_.Devices, *grid_, aspect);
         }
     });
-    // A double click, and Enter as the keyboard's, are the only ways to act on a row.
-    open_ = [this, entry](int row) { entry.Run([&] { record_.Devices.UserDoubleClick(row); }); };
-    QObject::connect(grid_, &QTableWidget::cellDoubleClicked, this, [this](int row, int) { open_(row); });
-    grid_->installEventFilter(this);
-}
-
-bool DeviceListWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == grid_ && event->type() == QEvent::KeyPress) {
-        const auto& key = *static_cast<QKeyEvent*>(event);
-        if ((key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) && grid_->currentRow() >= 0) {
-            if (!key.isAutoRepeat()) {
-                open_(grid_->currentRow());
-            }
-            return true;
-        }
-    }
-    return MdiChild::eventFilter(watched, event);
+    grid_->Open = [this, entry](int row) { entry.Run([&] { record_.Devices.UserDoubleClick(row); }); };
 }
 
 void DeviceListWindow::BindCaption() {

@@ -7,10 +7,11 @@
 #include <functional>
 
 class QLabel;
-class QTableWidget;
 class QVBoxLayout;
 
 namespace nrv::ui {
+
+class DeviceRows;
 
 /// The device list inside the main window. Closing it is always refused; what happens instead is `query_unload`'s.
 class DeviceListWindow : public MdiChild {
@@ -24,9 +25,6 @@ class DeviceListWindow : public MdiChild {
     /// Gives the keyboard to the list.
     void FocusGrid();
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
     void BuildGrid(const controls::EventEntry& entry);
     void BindCaption();
@@ -36,8 +34,7 @@ class DeviceListWindow : public MdiChild {
     void FollowMark();
 
     controls::FrmSearchNet& record_;
-    QTableWidget* grid_;
-    std::function<void(int row)> open_;
+    DeviceRows* grid_;
 };
 
 } // namespace nrv::ui

@@ -60,6 +60,16 @@ void MainWindow::BuildMenu() {
     exit->setEnabled(record_.Exit.Enabled());
     Subscribe(*exit, record_.Exit, [this, exit](controls::Aspect) { exit->setEnabled(record_.Exit.Enabled()); });
     QObject::connect(exit, &QAction::triggered, this, [this] { entry_.Run([&] { record_.Exit.UserClick(); }); });
+    QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
+    help->setObjectName(QStringLiteral("Help"));
+    // The key is the guide's own, in dialogs too; here it is told.
+    QAction* guide = help->addAction(QStringLiteral("&Guide\tF1"));
+    guide->setObjectName(QStringLiteral("Guide"));
+    QObject::connect(guide, &QAction::triggered, this, [this] {
+        if (OpenGuide) {
+            OpenGuide();
+        }
+    });
 }
 
 void MainWindow::BuildStatusLine() {

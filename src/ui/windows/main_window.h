@@ -18,6 +18,7 @@ class MainWindow : public QMainWindow {
     MainWindow(controls::MDIFrmMain& record, const controls::EventEntry& entry, std::function<bool()> query_unload);
 
     QMdiArea& Area() { return *area_; }
+    std::function<void()> OpenGuide;
 
   protected:
     void closeEvent(QCloseEvent* event) override;

@@ -1,0 +1,88 @@
+#include "ui/guide/guide.h"
+
+#include "ui/guide/guide_page.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QTextBlock>
+#include <QTextBrowser>
+
+namespace nrv::ui {
+namespace {
+
+constexpr QSize GuideSize(860, 700);
+
+QTextBrowser* MakeWindow(QWidget* owner) {
+    auto* window = new QTextBrowser(owner);
+    window->setObjectName(QStringLiteral("Guide"));
+    window->setWindowFlag(Qt::Window);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setWindowTitle(QStringLiteral("Guide"));
+    window->setAccessibleName(QStringLiteral("Guide"));
+    window->setOpenExternalLinks(false);
+    window->setSource(QUrl(QStringLiteral("qrc:/guide/user_guide.md")), QTextDocument::MarkdownResource);
+    window->resize(GuideSize.boundedTo(window->screen()->availableSize() - QSize(40, 60)));
+    return window;
+}
+
+} // namespace
+
+Guide::Guide() {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+void Guide::Open() {
+    OpenFor(QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : QApplication::activeWindow());
+}
+
+void Guide::OpenFor(const QWidget* asked) {
+    const QString page = GuidePageOf(asked);
+    // A dialog keeps the keyboard from every window but its own children, and takes them along when it goes.
+    QWidget* owner = QApplication::activeModalWidget();
+    if (owner == nullptr && asked != nullptr && asked->window() != window_) {
+        owner = asked->window();
+    }
+    if (window_ == nullptr || (owner != nullptr && window_->parentWidget() != owner)) {
+        delete window_.data();
+        window_ = MakeWindow(owner);
+    }
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
+    TurnTo(page);
+}
+
+bool Guide::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) {
+        return QObject::eventFilter(watched, event);
+    }
+    const auto* const widget = static_cast<const QWidget*>(watched);
+    const int key = static_cast<const QKeyEvent*>(event)->key();
+    if (key == Qt::Key_F1) {
+        OpenFor(widget);
+        return true;
+    }
+    if (key == Qt::Key_Escape && window_ != nullptr && widget->window() == window_) {
+        window_->close();
+        return true;
+    }
+    return false;
+}
+
+void Guide::TurnTo(const QString& heading) {
+    if (heading.isEmpty()) {
+        return;
+    }
+    for (QTextBlock block = window_->document()->begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() > 0 && block.text() == heading) {
+            // From the end, the heading comes to the top of the window and not to its foot.
+            window_->moveCursor(QTextCursor::End);
+            window_->setTextCursor(QTextCursor(block));
+            window_->ensureCursorVisible();
+            return;
+        }
+    }
+}
+
+} // namespace nrv::ui
