@@ -52,6 +52,7 @@ class Grid : public Control {
     int ColumnWidth() const { return column_width_; }
     void SetSize(int rows, int columns, int column_width_twips) {
         cells_.assign(static_cast<std::size_t>(rows), std::vector<std::string>(static_cast<std::size_t>(columns)));
+        notes_.assign(cells_.size(), {});
         columns_ = columns;
         column_width_ = column_width_twips;
         Notify(Aspect::Items);
@@ -65,6 +66,15 @@ class Grid : public Control {
         Require(row, column);
         cells_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = text;
         Notify(Aspect::Text);
+    }
+    /// What is told of a row besides the list's own tool tip; empty where there is nothing to tell.
+    const std::string& RowNote(int row) const { return notes_[static_cast<std::size_t>(row)]; }
+    void SetRowNote(int row, const std::string& note) {
+        Require(row, 0);
+        if (notes_[static_cast<std::size_t>(row)] != note) {
+            notes_[static_cast<std::size_t>(row)] = note;
+            Notify(Aspect::Text);
+        }
     }
     static constexpr int NoRow = -1;
     /// The row of what is worked on; NoRow when there is none.
@@ -80,6 +90,7 @@ class Grid : public Control {
     }
 
     std::vector<std::vector<std::string>> cells_;
+    std::vector<std::string> notes_;
     int columns_ = 0;
     int column_width_ = 0;
     int marked_row_ = NoRow;

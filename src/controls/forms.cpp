@@ -24,6 +24,13 @@ FrmSplash::FrmSplash() {
 MDIFrmMain::MDIFrmMain() {
     Window.SetCaption("NRV-718 Multi Device Remote Control");
     Exit.SetCaption("Exit");
+    Undo.SetCaption("Undo");
+    Redo.SetCaption("Redo");
+    Compare.SetCaption("Compare with the last preset");
+    Revert.SetCaption("Return to the last preset");
+    for (Button* entry : {&Undo, &Redo, &Compare, &Revert}) {
+        entry->SetEnabled(false);
+    }
 }
 
 FrmSelect::FrmSelect() {

@@ -17,12 +17,18 @@ struct FrmSplash {
     FrmSplash();
 };
 
-/// The main window: the port's timer, a file menu with "Exit", and the status line at its foot.
+/// The main window: the port's timer, its menus, and the status line at its foot.
 struct MDIFrmMain {
     Form Window;
     Timer SerialTimer;
     Timer Timer1; ///< has no handler
+    Timer AutosaveTimer;
     Button Exit;
+    // The menu "Edit".
+    Button Undo;
+    Button Redo;
+    Button Compare; ///< in force while the last preset plays
+    Button Revert;
     Label StatusLine;
     MDIFrmMain();
 };

@@ -45,6 +45,8 @@ class TextBox : public Control {
     }
     /// The user has made another text of it and has not entered that.
     bool Typed() const { return text_ != entered_; }
+    /// The text that holds, whatever the user has made of it since.
+    const std::string& Entered() const { return entered_; }
     /// Puts the text back that stood before the user typed.
     void TakeBack() { SetText(std::string(entered_)); }
     /// Asks the view to give the box the keyboard with its text selected.

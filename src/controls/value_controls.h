@@ -134,9 +134,15 @@ class List : public Control {
     }
     void Select(int index) {
         if (index_ != index) {
+            Show(index);
+            Run(Chosen);
+        }
+    }
+    /// Shows a selection that stands already, somewhere else in the program; runs nothing.
+    void Show(int index) {
+        if (index_ != index) {
             index_ = index;
             Notify(Aspect::Value);
-            Run(Chosen);
         }
     }
     /// The user's choice of an entry; choosing the one that shows is a change when the one held lies past the end.

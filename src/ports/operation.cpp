@@ -9,6 +9,8 @@ void Operation::Begin(const Subject& subject) {
     busy_ = true;
     reported_ = false;
     reason_.clear();
+    title_.clear();
+    leaves_ = Leaves::Edits;
     Call({});
     Run(Watch.Began);
 }

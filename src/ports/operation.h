@@ -52,6 +52,17 @@ class Operation {
     static constexpr int Untold = 1;    ///< nobody would ask
     void Call(std::string name, int frames = Uncounted);
     const std::string& Name() const { return name_; }
+    /// What the user would call it, such as: load of "Hall.n91". Empty where its changes say enough.
+    void Title(std::string title) { title_ = std::move(title); }
+    const std::string& Title() const { return title_; }
+    /// What it means for the settings as a whole.
+    enum class Leaves {
+        Edits,  ///< nothing more than what it changed
+        Preset, ///< they come from a preset now, or from the device
+        Copy,   ///< they are kept somewhere now
+    };
+    void Leave(Leaves what) { leaves_ = what; }
+    Leaves WhatItLeaves() const { return leaves_; }
     /// How far it is in words, such as "byte 3 of 16"; empty when nobody would ask.
     void At(std::string progress) { progress_ = std::move(progress); }
     const std::string& Progress() const { return progress_; }
@@ -97,6 +108,8 @@ class Operation {
     std::string reason_;
     std::string name_;
     std::string progress_;
+    std::string title_;
+    Leaves leaves_ = Leaves::Edits;
     int frames_ = 0;
     int answered_ = 0;
     int unsent_ = 0;

@@ -1,17 +1,14 @@
 #include "presets/apply_image.h"
 
-#include "model/delay_commands.h"
 #include "model/encodings.h"
-#include "model/equaliser_commands.h"
 #include "model/gain_commands.h"
-#include "model/number_text.h"
 #include "model/output_commands.h"
 #include "model/system_commands.h"
 #include "model/tables.h"
 #include "ports/flag_guard.h"
 #include "ports/numbering.h"
-#include "ports/runtime_error.h"
 #include "presets/channel_names.h"
+#include "presets/parameters.h"
 #include "response/view_options.h"
 
 #include <array>
@@ -37,26 +34,11 @@ std::uint8_t BodyByte(const CommandContext& context, std::size_t position) {
     return context.Image().PresetBody[position];
 }
 
-/// A byte of a channel, by its place in the whole image, has no entry; `what` tells its value and where those end.
-[[noreturn]] void RefuseByte(int channel, std::size_t place, const std::string& what) {
-    throw RuntimeError(ErrorKind::IndexOutOfRange, std::string(ChannelTitles[At(channel)]) + ": byte " +
-                                                       std::to_string(place) + " of the image is the " + what + ".");
-}
-
-/// The text of a frequency byte of a channel.
-std::string FrequencyText(const CommandContext& context, int channel, std::size_t position) {
-    const int code = BodyByte(context, position);
-    if (code > model::FrequencyTop) {
-        RefuseByte(channel, position, "frequency code " + std::to_string(code) + ", and codes end at 120");
-    }
-    return model::NumberText(model::FrequencyFromCode(code));
-}
-
 void ApplyMutes(const CommandContext& context, bool check_suppressed) {
     controls::FrmCtrl& form = context.Form();
     for (int channel = 0; channel < ChannelCount; ++channel) {
         const std::size_t c = At(channel);
-        Guarded(context, [&] { form.Check1[c].SetValue(static_cast<int>(context.Values().ChannelMute[c])); });
+        ShowParameter(context, {ParameterKind::Mute, channel});
         {
             std::optional<FlagGuard> suppressed;
             if (check_suppressed) {
@@ -103,6 +85,13 @@ bool ApplyHead(const CommandContext& context, ImageCase image_case) {
     return true;
 }
 
+/// Sets the controls of a parameter and runs its command.
+void Apply(const CommandContext& context, Response& response, Parameter parameter) {
+    ShowParameter(context, parameter);
+    RunParameter(context, response, parameter);
+}
+
+/// The list's own event runs its command too, when its choice changes.
 void ApplySources(const CommandContext& context) {
     for (int output = 0; output < OutputCount; ++output) {
         context.Form().Combo3[At(output)].Select(BodyByte(context, model::SourceOffsets[At(output)]));
@@ -110,86 +99,46 @@ void ApplySources(const CommandContext& context) {
     }
 }
 
-void ApplyDynamics(const CommandContext& context) {
+void ApplyDynamics(const CommandContext& context, Response& response) {
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        const std::array<Parameter, 3> parameters = {
+            {{ParameterKind::Threshold, channel}, {ParameterKind::Release, channel}, {ParameterKind::Attack, channel}}};
+        for (const Parameter parameter : parameters) {
+            ShowParameter(context, parameter);
+        }
+        for (const Parameter parameter : parameters) {
+            RunParameter(context, response, parameter);
+        }
+    }
+}
+
+void ApplyFilters(const CommandContext& context, Response& response) {
+    for (const Parameter parameter : Parameters()) {
+        using enum ParameterKind;
+        if (parameter.Kind == Crossover || parameter.Kind == Peq || parameter.Kind == Tone) {
+            Apply(context, response, parameter);
+        }
+    }
+}
+
+void ApplyPhases(const CommandContext& context, Response& response) {
     controls::FrmCtrl& form = context.Form();
     for (int channel = 0; channel < ChannelCount; ++channel) {
+        Apply(context, response, {ParameterKind::Phase, channel});
         const std::size_t c = At(channel);
-        const std::size_t block = model::LimiterOffsets[c];
-        const int top = IsInput(channel) ? model::NoiseGateThresholdTop : model::LimiterThresholdTop;
-        form.Slider4[c].SetPosition(top - BodyByte(context, block + 3));
-        form.Slider5[c].SetPosition(model::ReleaseTop - BodyByte(context, block + 1));
-        form.Slider6[c].SetPosition(model::AttackTop - BodyByte(context, block));
-        model::SetThreshold(context, channel);
-        model::SetRelease(context, channel);
-        model::SetAttack(context, channel);
-    }
-}
-
-void ApplyCrossovers(const CommandContext& context, Response& response) {
-    controls::FrmCtrl& form = context.Form();
-    for (int side = 0; side < CrossoverCount; ++side) {
-        const std::size_t block = model::CrossoverOffsets[At(side)];
-        Guarded(context, [&] {
-            form.Text8[At(side)].SetText(FrequencyText(context, ChannelOfCrossover(side), block + 1));
-            form.Combo2[At(side)].Select(BodyByte(context, block + 2));
-        });
-        model::SetCrossover(context, side);
-        response.UpdateCrossoverCurve(side);
-    }
-}
-
-void ApplyPeq(const CommandContext& context, Response& response) {
-    controls::FrmCtrl& form = context.Form();
-    for (int section = 0; section < PeqCount; ++section) {
-        const std::size_t block = model::PeqOffsets[At(section)];
-        Guarded(context, [&] {
-            form.Slider2[At(section)].SetPosition(model::PeqGainTop - BodyByte(context, block + 4));
-            form.Text4[At(section)].SetText(FrequencyText(context, ChannelOfPeq(section), block + 1));
-            form.UpDown3[At(section)].SetPosition(BodyByte(context, block + 2));
-        });
-        model::SetPeq(context, section);
-        response.UpdatePeqCurve(section);
-    }
-}
-
-void ApplyTone(const CommandContext& context, Response& response) {
-    controls::FrmCtrl& form = context.Form();
-    for (int filter = 0; filter < ToneCount; ++filter) {
-        const std::size_t block = model::ToneOffsets[At(filter)];
-        Guarded(context, [&] {
-            form.Slider3[At(filter)].SetPosition(model::ToneGainTop - BodyByte(context, block + 4));
-            form.Text7[At(filter)].SetText(FrequencyText(context, ChannelOfTone(filter), block + 1));
-            form.Combo1[At(filter)].Select(BodyByte(context, block + 2));
-        });
-        model::SetTone(context, filter);
-        response.UpdateShelfCurve(filter);
-    }
-}
-
-void ApplyPhases(const CommandContext& context) {
-    controls::FrmCtrl& form = context.Form();
-    for (int channel = 0; channel < ChannelCount; ++channel) {
-        const std::size_t c = At(channel);
-        Guarded(context, [&] { form.Check2[c].SetValue(BodyByte(context, model::PhaseOffsets[c])); });
-        model::SetPhase(context, channel);
         Guarded(context, [&] { form.Check2[TwinOfControl(c)].SetValue(form.Check2[c].Value()); });
     }
 }
 
 /// Every delay twice, once for each copy of its controls.
-void ApplyDelays(const CommandContext& context) {
+void ApplyDelays(const CommandContext& context, Response& response) {
     controls::FrmCtrl& form = context.Form();
     model::ParamRow& values = context.Values();
     values.DelayUnit = model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6);
     for (int index = 0; index < StripCount; ++index) {
+        Apply(context, response, {ParameterKind::Delay, index});
         const std::size_t i = At(index);
         const std::size_t twin = TwinOfControl(i);
-        const std::size_t field = model::DelayOffsets[i];
-        Guarded(context, [&] {
-            form.UpDown2[i].SetPosition(256 * BodyByte(context, field) + BodyByte(context, field + 1));
-            form.UpDown1[i].SetPosition(BodyByte(context, field + 2));
-        });
-        model::SetDelay(context, index);
         Guarded(context, [&] {
             form.UpDown1[twin].SetPosition(form.UpDown1[i].Position());
             form.UpDown2[twin].SetPosition(form.UpDown2[i].Position());
@@ -199,12 +148,11 @@ void ApplyDelays(const CommandContext& context) {
     form.Option1[At(static_cast<int>(values.DelayUnit))].Select();
 }
 
-void ApplyGains(const CommandContext& context) {
+void ApplyGains(const CommandContext& context, Response& response) {
     controls::FrmCtrl& form = context.Form();
     for (int channel = 0; channel < ChannelCount; ++channel) {
+        Apply(context, response, {ParameterKind::Gain, channel});
         const std::size_t c = At(channel);
-        form.Slider1[c].SetPosition(model::ChannelGainTop - BodyByte(context, model::GainOffsets[c] + 1));
-        model::SetGain(context, channel);
         form.Text1[TwinOfControl(c)].SetText(form.Text1[c].Text());
         form.Slider1[TwinOfControl(c)].SetPosition(form.Slider1[c].Position());
     }
@@ -218,11 +166,6 @@ void ApplyNames(const CommandContext& context, const Response& response) {
         }
     }
     ApplyChannelNames(context, response, texts);
-}
-
-void ApplyMasterGain(const CommandContext& context) {
-    context.Form().Slider100.SetPosition(model::ChannelGainTop - BodyByte(context, model::MasterGainCode));
-    model::SetMasterGain(context);
 }
 
 void ApplyViewState(const CommandContext& context, Response& response) {
@@ -263,15 +206,13 @@ void ApplyImage(const CommandContext& context, Response& response, ImageCase ima
         return;
     }
     ApplySources(context);
-    ApplyDynamics(context);
-    ApplyCrossovers(context, response);
-    ApplyPeq(context, response);
-    ApplyTone(context, response);
-    ApplyPhases(context);
-    ApplyDelays(context);
-    ApplyGains(context);
+    ApplyDynamics(context, response);
+    ApplyFilters(context, response);
+    ApplyPhases(context, response);
+    ApplyDelays(context, response);
+    ApplyGains(context, response);
     ApplyNames(context, response);
-    ApplyMasterGain(context);
+    Apply(context, response, {ParameterKind::MasterGain});
     ApplyViewState(context, response);
     if (image_case != ImageCase::Opening && context.Values().MuteWithPreset == 1.0 &&
         context.Send({link::BulkUpdateCommand, 1})) {

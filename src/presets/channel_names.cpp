@@ -16,17 +16,6 @@ bool SendName(const model::CommandContext& context, const std::string& text, int
                          body[field + 1], body[field + 2], body[field + 3], body[field + 4], body[field + 5]});
 }
 
-void QuoteNames(const model::CommandContext& context, const response::Response& response, const NameTexts& texts) {
-    controls::FrmCtrl& form = context.Form();
-    for (int output = 0; output < OutputCount; ++output) {
-        form.Option2[At(SumsPerOutput * output + 1)].SetCaption("Out + " + texts[0]);
-        form.Option2[At(SumsPerOutput * output + 2)].SetCaption("Out + " + texts[1]);
-        for (int row = 0; row < OutputCount - 1; ++row) {
-            form.ViewBox(row, output).SetCaption(response.ViewCaption(ViewedOutput(output, row)));
-        }
-    }
-}
-
 } // namespace
 
 void PadChannelName(const model::CommandContext& context, std::string& name, int channel) {
@@ -43,22 +32,41 @@ void PadChannelName(const model::CommandContext& context, std::string& name, int
     }
 }
 
+bool NameChannel(const model::CommandContext& context, int channel, const std::string& name) {
+    if (!IsInput(channel) && SendName(context, name, channel)) {
+        return true;
+    }
+    controls::FrmCtrl& form = context.Form();
+    const std::size_t c = At(channel);
+    form.Label300[c].SetCaption(name);
+    context.Stores.ChannelNames[At(context.DeviceId())][c] = name;
+    form.Frame1[c].SetCaption(name);
+    form.Frame3[c].SetCaption(name);
+    form.SSTab1.SetTab(channel);
+    form.SSTab1.SetTabCaption(channel, name);
+    return false;
+}
+
+void QuoteNames(const model::CommandContext& context, const response::Response& response) {
+    controls::FrmCtrl& form = context.Form();
+    const auto& names = context.Stores.ChannelNames[At(context.DeviceId())];
+    for (int output = 0; output < OutputCount; ++output) {
+        form.Option2[At(SumsPerOutput * output + 1)].SetCaption("Out + " + names[0]);
+        form.Option2[At(SumsPerOutput * output + 2)].SetCaption("Out + " + names[1]);
+        for (int row = 0; row < OutputCount - 1; ++row) {
+            form.ViewBox(row, output).SetCaption(response.ViewCaption(ViewedOutput(output, row)));
+        }
+    }
+}
+
 void ApplyChannelNames(const model::CommandContext& context, const response::Response& response,
                        const NameTexts& texts) {
-    controls::FrmCtrl& form = context.Form();
     for (int channel = 0; channel < ChannelCount; ++channel) {
-        const std::size_t c = At(channel);
-        if (!IsInput(channel) && SendName(context, texts[c], channel)) {
+        if (NameChannel(context, channel, texts[At(channel)])) {
             return;
         }
-        form.Label300[c].SetCaption(texts[c]);
-        context.Stores.ChannelNames[At(context.DeviceId())][c] = texts[c];
-        form.Frame1[c].SetCaption(texts[c]);
-        form.Frame3[c].SetCaption(texts[c]);
-        form.SSTab1.SetTab(channel);
-        form.SSTab1.SetTabCaption(channel, texts[c]);
     }
-    QuoteNames(context, response, texts);
+    QuoteNames(context, response);
 }
 
 } // namespace nrv::presets

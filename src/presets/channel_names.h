@@ -16,6 +16,12 @@ using NameTexts = std::array<std::string, ChannelCount>;
 /// image. The image is never written with an input's name: its bytes serve other purposes.
 void PadChannelName(const model::CommandContext& context, std::string& name, int channel);
 
+/// Names one channel: of an output its device and its image too. True when the link failed for good. Whatever quotes
+/// the name follows with `QuoteNames`.
+bool NameChannel(const model::CommandContext& context, int channel, const std::string& name);
+/// Writes the names into the captions that quote them.
+void QuoteNames(const model::CommandContext& context, const response::Response& response);
+
 /// Sends the outputs' names and brings every caption that quotes a name into line; the tab strip is left on the last
 /// channel's tab. A reported link failure ends it where it stands.
 void ApplyChannelNames(const model::CommandContext& context, const response::Response& response,

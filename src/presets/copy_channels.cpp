@@ -1,12 +1,12 @@
 #include "presets/copy_channels.h"
 
 #include "model/delay_commands.h"
-#include "model/equaliser_commands.h"
 #include "model/gain_commands.h"
 #include "model/output_commands.h"
 #include "model/system_commands.h"
 #include "ports/flag_guard.h"
 #include "ports/numbering.h"
+#include "presets/parameters.h"
 
 namespace nrv::presets {
 namespace {
@@ -28,8 +28,7 @@ void CopyPeqSection(const CommandContext& context, Response& response, int s, in
     form.Slider2[At(d)].SetPosition(form.Slider2[At(s)].Position());
     form.Text4[At(d)].SetText(form.Text4[At(s)].Text());
     form.UpDown3[At(d)].SetPosition(form.UpDown3[At(s)].Position());
-    model::SetPeq(context, d);
-    response.UpdatePeqCurve(d);
+    RunParameter(context, response, {ParameterKind::Peq, d});
 }
 
 void CopyTone(const CommandContext& context, Response& response, int s, int d) {
@@ -37,8 +36,7 @@ void CopyTone(const CommandContext& context, Response& response, int s, int d) {
     form.Slider3[At(d)].SetPosition(form.Slider3[At(s)].Position());
     form.Text7[At(d)].SetText(form.Text7[At(s)].Text());
     form.Combo1[At(d)].Select(form.Combo1[At(s)].Index());
-    model::SetTone(context, d);
-    response.UpdateShelfCurve(d);
+    RunParameter(context, response, {ParameterKind::Tone, d});
 }
 
 /// The phase box of a channel, and the command for a channel that need not be the same one.
@@ -90,8 +88,7 @@ void CopyCrossover(const CommandContext& context, Response& response, int s, int
     for (int side = 0; side < SidesPerOutput; ++side) {
         const int copied = FirstSideOf(d) + side;
         form.Combo2[At(copied)].Select(form.Combo2[At(FirstSideOf(s) + side)].Index());
-        model::SetCrossover(context, copied);
-        response.UpdateCrossoverCurve(copied);
+        RunParameter(context, response, {ParameterKind::Crossover, copied});
     }
 }
 

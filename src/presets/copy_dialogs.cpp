@@ -21,6 +21,8 @@ void CopyInputDialog::Copy(int source) {
     {
         const controls::BusyPointer busy(form_.Window);
         context_.Current().Call("the copy");
+        context_.Current().Title(std::string("copy of ") + ChannelTitles[At(source)] + " to " +
+                                 ChannelTitles[At(1 - source)]);
         CopyInput(context_.Commands, context_.Response, source, 1 - source);
     }
     context_.Host.CloseDialog(ToolDialog::CopyInput);
@@ -60,6 +62,8 @@ void CopyOutputDialog::Copy() {
     {
         const controls::BusyPointer busy(form_.Window);
         context_.Current().Call("the copy");
+        context_.Current().Title(std::string("copy of ") + ChannelTitles[At(ChannelOfOutput(source))] + " to " +
+                                 ChannelTitles[At(ChannelOfOutput(destination))]);
         CopyOutput(context_.Commands, context_.Response, source, destination);
     }
     context_.Host.CloseDialog(ToolDialog::CopyOutput);

@@ -63,6 +63,7 @@ void PresetFiles::SavePresetFile() {
         parts_.Context.Tell(std::string("The preset was not saved. ") + error.what());
         return;
     }
+    parts_.Context.Current().Leave(Operation::Leaves::Copy);
     TitleAfterSave(parts_.Context.Commands, FileNameText(*file));
 }
 
@@ -95,8 +96,10 @@ void PresetFiles::Load(const fs::path& file) {
     std::ranges::copy(bytes, BytesOf(parts_.Context.Commands.Image()).begin());
     KeepDeviceSettings();
     parts_.Context.Current().Call("the load", FramesOfLoad(parts_.Context.Commands));
+    parts_.Context.Current().Title("load of \"" + FileNameText(file) + '"');
     ApplyImage(parts_.Context.Commands, parts_.Context.Response, ImageCase::FromFile);
     if (!parts_.Context.Current().Reported()) {
+        parts_.Context.Current().Leave(Operation::Leaves::Preset);
         TitleAfterLoad(parts_.Context.Commands, FileNameText(file));
         parts_.Context.TellApplied(Shortfall(file, was_there, bytes.size()));
     }

@@ -2,6 +2,7 @@
 
 #include "controls/busy_pointer.h"
 #include "model/encodings.h"
+#include "model/number_text.h"
 #include "ports/flag_guard.h"
 #include "ports/runtime_error.h"
 #include "presets/apply_image.h"
@@ -58,6 +59,8 @@ void ReadDialog::Read() {
 
 void ReadDialog::ReadPreset(int position) {
     context_.Current().Call("the read", Operation::Untold);
+    context_.Current().Title("read of \"" + model::TrimBlanks(context_.Commands.Values().PresetNames[At(position)]) +
+                             '"');
     // In demo mode the image is applied as it stands, and counts as the position.
     const Fetched fetched = context_.Commands.Link.DemoMode ? Fetched::Position : Fetch(position);
     if (fetched == Fetched::Nothing) {
@@ -72,6 +75,7 @@ void ReadDialog::ReadPreset(int position) {
     }
     RedrawAll();
     if (fetched == Fetched::Position) {
+        context_.Current().Leave(Operation::Leaves::Preset);
         TitleFromDevice(context_.Commands, At(position));
         context_.TellApplied();
     }

@@ -91,6 +91,7 @@ void StoreDialog::StorePreset(int position, std::string& name) {
     if (WriteAll(p)) {
         return;
     }
+    context_.Current().Leave(Operation::Leaves::Copy);
     TitleFromDevice(context_.Commands, p);
     form_.ProgressBar1.SetVisible(false);
 }

@@ -4,6 +4,8 @@
 #include "controls/event_boundary.h"
 #include "controls/forms.h"
 #include "controls/windows.h"
+#include "history/autosave.h"
+#include "history/history.h"
 #include "link/link.h"
 #include "link/serial_port.h"
 #include "lock/password_dialog.h"
@@ -85,6 +87,8 @@ struct Program {
     response::Response Response;
     model::CommandContext Commands;
     presets::ToolContext Tools;
+    history::Autosave Autosave;
+    history::History History;
     presets::PresetFiles PresetFiles;
     presets::StoreDialog StoreDialog;
     presets::ReadDialog ReadDialog;
@@ -102,6 +106,8 @@ struct Program {
   private:
     controls::EventBoundary::Actions BoundaryActions();
     window::ControlWindow::Parts ControlParts(const Ports& ports, Forms& forms);
+    void TellIfFree(const std::string& sentence);
+    void KeepAll();
 };
 
 } // namespace nrv::program

@@ -198,6 +198,18 @@ bool DeviceList::PassesCheck(int id) {
     return true;
 }
 
+void DeviceList::TellEdits(int id, std::size_t count) {
+    const std::string note =
+        count == 0   ? std::string()
+        : count == 1 ? "One setting differs from what was last loaded, stored or saved."
+                     : std::to_string(count) + " settings differ from what was last loaded, stored or saved.";
+    for (int row = 0; row <= state_.FoundLast && row < form_.Devices.Rows(); ++row) {
+        if (FoundId(state_, row) == id) {
+            form_.Devices.SetRowNote(row, note);
+        }
+    }
+}
+
 void DeviceList::MarkFront(int slot) {
     int marked = controls::Grid::NoRow;
     for (int row = 0; row <= state_.FoundLast && slot != Operation::NoSlot; ++row) {

@@ -41,6 +41,8 @@ class DeviceList {
     void OpenDevice(int row);
     /// Marks the row of the device whose control window stands in front of the others; NoSlot for none.
     void MarkFront(int slot);
+    /// Tells at its row that so many settings of a device differ from what is kept of them.
+    void TellEdits(int id, std::size_t count);
     /// Closing is always refused; it minimises the window, or brings it back to normal size.
     void QueryUnload();
 

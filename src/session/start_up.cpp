@@ -16,7 +16,7 @@ constexpr int MinimumHeight = 600;
 StartUp::StartUp(const Parts& parts)
     : splash_(parts.Splash), main_(parts.Main), windows_(parts.Windows), link_(parts.Link), dialog_(parts.Dialog),
       discovery_(parts.Devices), list_(parts.List), state_(parts.State), boxes_(parts.Boxes), process_(parts.Run),
-      host_(parts.Host), status_(parts.Status) {
+      host_(parts.Host), status_(parts.Status), leaving_(parts.Leaving) {
     splash_.Timer1.Tick = [this] { SplashTimeOver(); };
     main_.Exit.Clicked = [this] { Exit(); };
 }
@@ -136,6 +136,7 @@ bool StartUp::LeaveProgram() {
     if (!boxes_.AreYouSure("Exit", BoxAnswer::No)) {
         return false;
     }
+    leaving_();
     link_.Current.Call("the leaving", Operation::Untold);
     if (!link_.SendFrame(0, {link::ExitNoticeCommand})) {
         process_.End();

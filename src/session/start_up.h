@@ -12,6 +12,8 @@
 #include "session/session_state.h"
 #include "session/status_line.h"
 
+#include <functional>
+
 namespace nrv::session {
 
 /// The order of events from the start of the process to the first usable window, and the ways out of the process.
@@ -30,6 +32,7 @@ class StartUp {
         Process& Run;
         WindowHost& Host;
         StatusLine& Status;
+        std::function<void()> Leaving; ///< the user said yes; what is to be done before the end
     };
     explicit StartUp(const Parts& parts);
 
@@ -61,6 +64,7 @@ class StartUp {
     Process& process_;
     WindowHost& host_;
     StatusLine& status_;
+    std::function<void()> leaving_;
 };
 
 } // namespace nrv::session

@@ -19,7 +19,7 @@ class StatusLine {
     }
     /// Says what holds for good: it stands there whenever nothing else does.
     void Stand(const std::string& sentence) {
-        const bool free = Text() == standing_;
+        const bool free = Free();
         standing_ = sentence;
         if (free) {
             Tell({});
@@ -41,6 +41,8 @@ class StatusLine {
         before_.reset();
         label_.SetCaption(standing_);
     }
+    /// Nothing stands there but what holds for good.
+    bool Free() const { return Text() == standing_; }
     const std::string& Text() const { return label_.Caption(); }
 
   private:

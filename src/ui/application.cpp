@@ -36,6 +36,7 @@ Application::Application(const std::filesystem::path& folder, const Substitutes&
     port_.WentAway = [this](const std::string& what) {
         boundary_.RunWhenOver([this, what] { program_.TellPortWentAway(what); });
     };
+    program_.History.Gesture = [this] { return gestures_.Serial(); };
     WatchOperations();
     forms_.Select.ComSelect.Looked = [this] {
         const ComPortEntries entries = names_.Entries();

@@ -5,6 +5,7 @@
 #include "program/program.h"
 #include "ui/guide/guide.h"
 #include "ui/platform/com_ports.h"
+#include "ui/platform/gesture_watch.h"
 #include "ui/platform/input_gate.h"
 #include "ui/platform/qt_file_dialogs.h"
 #include "ui/platform/qt_message_boxes.h"
@@ -46,6 +47,7 @@ class Application {
     program::Forms forms_;
     controls::EventBoundary boundary_{forms_.Windows};
     Guide guide_; ///< before the gate: what the gate holds back does not reach it
+    GestureWatch gestures_;
     InputGate gate_{boundary_.Current()};
     ComPortNames names_;
     QtSerialPort port_;

@@ -105,6 +105,7 @@ void ControlWindow::WireGraphs(controls::FrmCtrl& form) {
         form.Command1[c].Clicked = [this, channel] {
             if (boxes_.AreYouSure("Flat Eq", BoxAnswer::No)) {
                 link_.Current.Call("the flattening", PeqCountOf(channel));
+                link_.Current.Title(std::string("flat equaliser of ") + ChannelTitles[At(channel)]);
                 response::FlatEqualiser(context_, response_, channel);
             }
         };

@@ -18,7 +18,7 @@ ControlWindow::ControlWindow(const Parts& parts)
       boxes_(parts.Boxes), host_(parts.Host),
       response_(parts.Curves), context_{parts.Link, parts.Stores, parts.Windows},
       editing_(context_, parts.Curves, parts.Boxes), monitor_(context_, parts.State),
-      apply_lock_state_(parts.ApplyLockState), tools_(parts.Tools) {
+      apply_lock_state_(parts.ApplyLockState), tools_(parts.Tools), history_(parts.History), copies_(parts.Copies) {
     tools_[controls::UnconnectTool] = [this] { UnconnectDevice(); };
     link_.SetFailureHandler(*this);
 }
@@ -60,6 +60,7 @@ void ControlWindow::Fill(int slot) {
     monitor_.Start(form);
     link_.TransactionDone = true;
     presets::TitleAtOpening(context_);
+    history_.WindowOpened();
     list_.LoadingNotice.SetVisible(false);
     list_.LoadingNotice.Refresh();
 }
@@ -71,6 +72,7 @@ void ControlWindow::Activate(int slot) {
     windows_.CurrentWindow = slot;
     list_.Timer2.Stop();
     response::ShowSharedViews(context_, response_);
+    history_.ShowMenu();
 }
 
 void ControlWindow::Resize(int slot, int width, int height) {
@@ -87,6 +89,7 @@ bool ControlWindow::QueryUnload(int slot) {
     if (!state_.DeviceUnconnected[At(id)] && !boxes_.AreYouSure(IdText(id) + " - Close window", BoxAnswer::No)) {
         return false;
     }
+    history_.EndComparison();
     // What was typed and never entered is not in the record when it is shown again.
     controls::ForEachControl(windows_.Current(), [](std::string_view, int, auto& control) {
         if constexpr (std::is_same_v<decltype(control), controls::TextBox&>) {
@@ -102,6 +105,8 @@ void ControlWindow::Unload(int slot) {
     if (!windows_.Loaded[index]) {
         return;
     }
+    copies_.Write(windows_.WindowSlots[index].DeviceId);
+    history_.WindowGone(slot);
     windows_.Loaded[index] = false;
     --windows_.OpenWindowTop;
     windows_.WindowSlots[index].InUse = false;
@@ -119,6 +124,7 @@ void ControlWindow::UnconnectDevice() {
                      BoxButtons::YesNo, BoxAnswer::No}) != BoxAnswer::Yes) {
         return;
     }
+    history_.EndComparison();
     if (link_.SendFrame(id, {link::UnconnectCommand})) {
         return;
     }

@@ -2,6 +2,8 @@
 
 #include "controls/forms.h"
 #include "controls/windows.h"
+#include "history/autosave.h"
+#include "history/history.h"
 #include "link/failure_handler.h"
 #include "link/link.h"
 #include "model/command_context.h"
@@ -36,6 +38,8 @@ class ControlWindow final : public link::FailureHandler {
         std::function<void()> ApplyLockState;
         /// What the tool buttons run, by their index; none hides the button.
         std::array<std::function<void()>, controls::ToolButtonCount> Tools;
+        history::History& History;
+        history::Autosave& Copies;
     };
     explicit ControlWindow(const Parts& parts);
 
@@ -86,6 +90,8 @@ class ControlWindow final : public link::FailureHandler {
     std::string failure_told_;
     std::function<void()> apply_lock_state_;
     std::array<std::function<void()>, controls::ToolButtonCount> tools_;
+    history::History& history_;
+    history::Autosave& copies_;
 };
 
 } // namespace nrv::window

@@ -6,7 +6,6 @@
 namespace nrv::testing {
 namespace {
 
-using controls::Button;
 using ::testing::ElementsAre;
 
 template <class Controls>

@@ -44,7 +44,7 @@ class CommandWindow : public ProgramTest {
             stood = true;
             script();
         };
-        program.Events.Run(UserIn(0), [&] { form.Command2[tool].UserClick(); });
+        program.Events.Run(UserIn(0), [&] { form.Command2.at(At(tool)).UserClick(); });
         world.Host.WhileToolDialogStands = nullptr;
         EXPECT_TRUE(stood) << "the dialog did not open";
     }

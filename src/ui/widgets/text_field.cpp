@@ -25,6 +25,12 @@ bool IsTyped(const QKeyEvent& event) {
            modifiers != (Qt::ControlModifier | Qt::ShiftModifier) && !modifiers.testFlag(Qt::MetaModifier);
 }
 
+bool IsUndoOrRedo(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers modifiers = event.modifiers();
+    return (event.key() == Qt::Key_Z && (modifiers & ~Qt::ShiftModifier) == Qt::ControlModifier) ||
+           (event.key() == Qt::Key_Y && modifiers == Qt::ControlModifier);
+}
+
 } // namespace
 
 TextField::TextField(QWidget* parent) : QLineEdit(parent), Spoken(QAccessible::EditableText) {
@@ -137,6 +143,16 @@ void TextField::PasteFrom(int clipboard_mode) {
     // A line ends here: an Enter that nobody pressed would send a half-pasted value.
     const qsizetype end = text.indexOf(QRegularExpression(QStringLiteral("[\r\n]")));
     TypeText(end < 0 ? text : text.left(end));
+}
+
+/// Without anything typed the keys of undo and redo are not the field's.
+bool TextField::event(QEvent* event) {
+    const bool key = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
+    if (key && !typed_ && IsUndoOrRedo(*static_cast<QKeyEvent*>(event))) {
+        event->ignore();
+        return event->type() == QEvent::KeyPress;
+    }
+    return QLineEdit::event(event);
 }
 
 void TextField::keyPressEvent(QKeyEvent* event) {

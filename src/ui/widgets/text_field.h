@@ -42,6 +42,7 @@ class TextField : public QLineEdit, public Spoken {
     void GivenUp();
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;

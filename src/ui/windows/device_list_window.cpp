@@ -162,6 +162,9 @@ void DeviceListWindow::FollowCells() {
     for (int row = 0; row < devices.Rows() && devices.Columns() > 0; ++row) {
         const QString text = Printable(FromBytes(devices.Cell(row, 0)));
         grid_->item(row, 0)->setText(text);
+        const QString note = FromBytes(devices.RowNote(row));
+        grid_->item(row, 0)->setToolTip(note.isEmpty() ? QString()
+                                                       : FromBytes(devices.ToolTip()) + QStringLiteral("\n") + note);
         // Any of them may be the marked one.
         needed = std::max(needed, QFontMetrics(StrongFont()).horizontalAdvance(text) + CellMargins);
     }

@@ -60,6 +60,7 @@ void MainWindow::BuildMenu() {
     exit->setEnabled(record_.Exit.Enabled());
     Subscribe(*exit, record_.Exit, [this, exit](controls::Aspect) { exit->setEnabled(record_.Exit.Enabled()); });
     QObject::connect(exit, &QAction::triggered, this, [this] { entry_.Run([&] { record_.Exit.UserClick(); }); });
+    BuildEditMenu();
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("Help"));
     // The key is the guide's own, in dialogs too; here it is told.
@@ -70,6 +71,46 @@ void MainWindow::BuildMenu() {
             OpenGuide();
         }
     });
+}
+
+void MainWindow::BuildEditMenu() {
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    edit->setObjectName(QStringLiteral("Edit"));
+    const auto add = [this, edit](controls::Button& button, const QString& name, const QList<QKeySequence>& keys) {
+        QAction* entry = edit->addAction(QString());
+        entry->setObjectName(name);
+        entry->setShortcuts(keys);
+        const auto show = [entry, &button] {
+            entry->setText(WithoutMnemonic(button.Caption()));
+            entry->setEnabled(button.Enabled());
+            entry->setChecked(button.InForce());
+        };
+        show();
+        Subscribe(*entry, button, [show](controls::Aspect) { show(); });
+        QObject::connect(entry, &QAction::triggered, this, [this, &button, show] {
+            entry_.Run([&] { button.UserClick(); });
+            show(); // a mark that the toolkit set by itself
+        });
+        return entry;
+    };
+    add(record_.Undo, QStringLiteral("Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)});
+    add(record_.Redo, QStringLiteral("Redo"),
+        {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    edit->addSeparator();
+    QAction* compare = add(record_.Compare, QStringLiteral("Compare"), {QKeySequence(Qt::CTRL | Qt::Key_Space)});
+    compare->setCheckable(true);
+    compare->setAutoRepeat(false);
+    QObject::connect(compare, &QAction::triggered, this, [this] {
+        if (record_.Compare.InForce()) {
+            compare_key_.Arm();
+        }
+    });
+    compare_key_.LetGo = [this] {
+        if (record_.Compare.InForce()) {
+            entry_.Run([&] { record_.Compare.UserClick(); });
+        }
+    };
+    add(record_.Revert, QStringLiteral("Revert"), {});
 }
 
 void MainWindow::BuildStatusLine() {
@@ -83,7 +124,9 @@ void MainWindow::BuildStatusLine() {
 void MainWindow::BindTimers() {
     using Kind = controls::EventSource::Kind;
     for (const auto& [timer, name, kind] : {std::tuple(&record_.SerialTimer, "SerialTimer", Kind::Always),
-                                            std::tuple(&record_.Timer1, "Timer1", Kind::Tick)}) {
+                                            std::tuple(&record_.Timer1, "Timer1", Kind::Tick),
+                                            // Writes files alone, and a question that stands must not keep it waiting.
+                                            std::tuple(&record_.AutosaveTimer, "AutosaveTimer", Kind::Always)}) {
         auto* toolkit_timer = new QTimer(this);
         toolkit_timer->setObjectName(QLatin1String(name));
         toolkit_timer->setTimerType(Qt::PreciseTimer);

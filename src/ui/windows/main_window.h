@@ -2,6 +2,7 @@
 
 #include "controls/event_boundary.h"
 #include "controls/forms.h"
+#include "ui/windows/held_key.h"
 
 #include <QMainWindow>
 
@@ -11,7 +12,7 @@ class QMdiArea;
 
 namespace nrv::ui {
 
-/// The main window: the file menu, the area of the device list and the control windows, and the status line.
+/// The main window: the menus, the area of the device list and the control windows, and the status line.
 class MainWindow : public QMainWindow {
   public:
     /// `query_unload` says whether the window may close.
@@ -27,6 +28,7 @@ class MainWindow : public QMainWindow {
 
   private:
     void BuildMenu();
+    void BuildEditMenu();
     void BuildStatusLine();
     void BindTimers();
     void Place();
@@ -36,6 +38,7 @@ class MainWindow : public QMainWindow {
     controls::EventEntry entry_;
     std::function<bool()> query_unload_;
     QMdiArea* area_;
+    HeldKey compare_key_{Qt::Key_Space};
 };
 
 } // namespace nrv::ui

@@ -1,0 +1,296 @@
+#include "history/history.h"
+
+#include "controls/busy_pointer.h"
+#include "ports/numbering.h"
+#include "presets/parameter_words.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace nrv::history {
+namespace {
+
+using presets::Parameter;
+using presets::ParameterKind;
+
+constexpr const char* ToPreset = "return to the last preset";
+constexpr std::size_t LongestWords = 90; // of a menu entry
+constexpr long NoGesture = -1;           // nothing goes on from it
+
+std::vector<Parameter> Differing(const model::PresetImageRow& one, const model::PresetImageRow& other) {
+    std::vector<Parameter> parameters;
+    std::ranges::copy_if(presets::Parameters(), std::back_inserter(parameters),
+                         [&](Parameter parameter) { return presets::Differs(parameter, one, other); });
+    return parameters;
+}
+
+/// Of a switch every turn is a step of its own.
+bool IsSwitch(Parameter parameter) {
+    using enum ParameterKind;
+    return parameter.Kind == Mute || parameter.Kind == Phase || parameter.Kind == InputType ||
+           parameter.Kind == DelayUnit;
+}
+
+bool Same(const model::PresetImageRow& one, const model::PresetImageRow& other) {
+    return std::memcmp(&one, &other, sizeof one) == 0;
+}
+
+} // namespace
+
+History::History(Parts parts) : parts_(std::move(parts)) {
+    parts_.Main.Undo.Clicked = [this] { Undo(); };
+    parts_.Main.Redo.Clicked = [this] { Redo(); };
+    parts_.Main.Compare.Clicked = [this] { Compare(); };
+    parts_.Main.Revert.Clicked = [this] { Revert(); };
+}
+
+bool History::Rests() const {
+    const controls::Windows& windows = parts_.Commands.Windows;
+    return !windows.Loaded[At(windows.CurrentWindow)] || parts_.Commands.Values().LockFlag == 1.0;
+}
+
+void History::OperationBegins() {
+    own_ = false;
+    begun_.reset();
+    const controls::Windows& windows = parts_.Commands.Windows;
+    if (windows.Loaded[At(windows.CurrentWindow)]) {
+        begun_ = Begun{windows.CurrentWindow, Take(parts_.Commands, parts_.Curves)};
+    }
+}
+
+void History::OperationEnds() {
+    const controls::Windows& windows = parts_.Commands.Windows;
+    if (begun_ && begun_->Slot == windows.CurrentWindow && windows.Loaded[At(begun_->Slot)]) {
+        const Snapshot now = Take(parts_.Commands, parts_.Curves);
+        if (!own_) {
+            Record(begun_->Before, now);
+        }
+        const auto leaves = parts_.Commands.Link.Current.WhatItLeaves();
+        if (leaves == Operation::Leaves::Preset) {
+            Current().Preset = now;
+        }
+        if (leaves != Operation::Leaves::Edits) {
+            Current().Kept = now.Image;
+        }
+        if (!Same(begun_->Before.Image, now.Image)) {
+            parts_.Changed(parts_.Commands.DeviceId());
+        }
+        TellEdits(now.Image);
+    }
+    begun_.reset();
+    ShowMenu();
+}
+
+void History::WindowOpened() {
+    Snapshot now = Take(parts_.Commands, parts_.Curves);
+    OfWindow& window = Current();
+    window = {};
+    window.Kept = now.Image;
+    window.Preset = std::move(now);
+    begun_.reset(); // what the window showed before is another's
+    TellEdits(window.Kept);
+}
+
+void History::WindowGone(int slot) {
+    windows_[At(slot)] = {};
+    if (begun_ && begun_->Slot == slot) {
+        begun_.reset();
+    }
+}
+
+void History::Record(const Snapshot& before, const Snapshot& now) {
+    const std::vector<Parameter> parameters = Differing(before.Image, now.Image);
+    if (parameters.empty()) {
+        return;
+    }
+    KeepComparison();
+    OfWindow& window = Current();
+    const std::string& title = parts_.Commands.Link.Current.Title();
+    const long gesture = Gesture ? Gesture() : ++gestures_;
+    if (window.Done.empty() || !GoesOn(window.Done.back(), parameters, gesture) || !title.empty()) {
+        Push(StepOf(before, now, title, gesture));
+        return;
+    }
+    window.Done.back() = StepOf(window.Done.back().What.Before(before), now, title, gesture);
+    if (window.Done.back().Parameters.empty()) {
+        window.Done.pop_back(); // it came back to where it began
+    }
+}
+
+bool History::GoesOn(const Step& step, const std::vector<Parameter>& parameters, long gesture) {
+    return step.Gesture == gesture && step.Parameters == parameters && std::ranges::none_of(parameters, IsSwitch) &&
+           Current().Undone.empty();
+}
+
+void History::Push(Step step) {
+    OfWindow& window = Current();
+    window.Undone.clear();
+    window.Done.push_back(std::move(step));
+    if (window.Done.size() > Deepest) {
+        window.Done.erase(window.Done.begin());
+    }
+}
+
+History::Step History::StepOf(const Snapshot& before, const Snapshot& after, const std::string& title,
+                              long gesture) const {
+    Step step{title, Changes(before, after), Differing(before.Image, after.Image), gesture};
+    if (step.Words.empty() && !step.Parameters.empty()) {
+        step.Words = presets::ChangeInWords(step.Parameters.front(), before.Image, after.Image,
+                                            parts_.Commands.Windows.Current());
+        if (step.Parameters.size() > 1) {
+            step.Words += " and " + std::to_string(step.Parameters.size() - 1) + " more";
+        }
+    }
+    if (step.Words.size() > LongestWords) {
+        step.Words.replace(LongestWords - 3, std::string::npos, "...");
+    }
+    return step;
+}
+
+bool History::Play(const std::string& name, const Snapshot& from, const Snapshot& to) {
+    own_ = true;
+    Operation& operation = parts_.Commands.Link.Current;
+    const int slot = parts_.Commands.Windows.CurrentWindow;
+    operation.Call(name, FramesBetween(from, to));
+    const controls::BusyPointer busy(parts_.Main.Window);
+    Bring(parts_.Commands, parts_.Curves, from, to);
+    return parts_.Commands.Windows.Loaded[At(slot)];
+}
+
+void History::Undo() {
+    if (Rests() || Current().Done.empty()) {
+        return;
+    }
+    EndComparison();
+    if (Rests()) {
+        return;
+    }
+    const Snapshot now = Take(parts_.Commands, parts_.Curves);
+    Step step = Current().Done.back();
+    if (!Play("the undo", step.What.After(now), step.What.Before(now))) {
+        return;
+    }
+    parts_.Tell("Undone: " + step.Words);
+    Current().Done.pop_back();
+    Current().Undone.push_back(std::move(step));
+}
+
+void History::Redo() {
+    if (Rests() || Current().Undone.empty()) {
+        return;
+    }
+    EndComparison();
+    if (Rests()) {
+        return;
+    }
+    const Snapshot now = Take(parts_.Commands, parts_.Curves);
+    Step step = Current().Undone.back();
+    if (!Play("the redo", step.What.Before(now), step.What.After(now))) {
+        return;
+    }
+    parts_.Tell("Redone: " + step.Words);
+    Current().Undone.pop_back();
+    Current().Done.push_back(std::move(step));
+}
+
+void History::Compare() {
+    if (Rests()) {
+        return;
+    }
+    if (Comparing()) {
+        EndComparison();
+        return;
+    }
+    const Snapshot now = Take(parts_.Commands, parts_.Curves);
+    const Snapshot preset = SettingsOver(now, Current().Preset);
+    if (Differing(now.Image, preset.Image).empty()) {
+        parts_.Tell("Nothing differs from the last preset.");
+        return;
+    }
+    if (Play("the comparison", now, preset)) {
+        Current().Compared = Changes(now, preset);
+        parts_.Commands.Form().Window.SetMark("Last preset");
+        parts_.Tell("The last preset plays. Ctrl+Space goes back to your settings; a change goes on from here.");
+    }
+}
+
+void History::EndComparison() {
+    if (!Comparing()) {
+        return;
+    }
+    const Snapshot now = Take(parts_.Commands, parts_.Curves);
+    const Changes changes = *std::exchange(Current().Compared, std::nullopt);
+    parts_.Commands.Form().Window.SetMark({});
+    if (Play("the comparison", changes.After(now), changes.Before(now))) {
+        parts_.Tell("Your settings play again.");
+    }
+    if (begun_) { // what comes next in this operation is a step from here
+        begun_->Before = Take(parts_.Commands, parts_.Curves);
+    }
+    own_ = false;
+}
+
+/// The preset that plays is what the user goes on from: the way there is a step.
+void History::KeepComparison() {
+    if (Comparing()) {
+        const Changes changes = *std::exchange(Current().Compared, std::nullopt);
+        const Snapshot now = begun_->Before;
+        Push(StepOf(changes.Before(now), changes.After(now), ToPreset, NoGesture));
+        parts_.Commands.Form().Window.SetMark({});
+    }
+}
+
+void History::Revert() {
+    if (Rests()) {
+        return;
+    }
+    if (Comparing()) {
+        own_ = true;
+        KeepComparison();
+    } else {
+        const Snapshot now = Take(parts_.Commands, parts_.Curves);
+        const Snapshot preset = SettingsOver(now, Current().Preset);
+        if (Differing(now.Image, preset.Image).empty()) {
+            parts_.Tell("Nothing differs from the last preset.");
+            return;
+        }
+        if (!Play("the return", now, preset)) {
+            return;
+        }
+        Push(StepOf(now, preset, ToPreset, NoGesture));
+    }
+    parts_.Tell("Back at the last preset; \"Undo\" brings your settings back.");
+}
+
+void History::TellEdits(const model::PresetImageRow& now) {
+    parts_.Edited(parts_.Commands.DeviceId(), Differing(Current().Kept, now).size());
+}
+
+void History::ShowMenu() {
+    const bool rests = Rests();
+    const OfWindow& window = Current();
+    const auto show = [rests](controls::Button& entry, const char* name, const std::vector<Step>& steps) {
+        const bool has = !rests && !steps.empty();
+        entry.SetCaption(has ? std::string(name) + ' ' + steps.back().Words : name);
+        entry.SetEnabled(has);
+    };
+    show(parts_.Main.Undo, "Undo", window.Done);
+    show(parts_.Main.Redo, "Redo", window.Undone);
+    parts_.Main.Compare.SetInForce(!rests && window.Compared.has_value());
+    parts_.Main.Compare.SetEnabled(!rests);
+    parts_.Main.Revert.SetEnabled(!rests);
+}
+
+std::size_t History::Size(int slot) const {
+    std::size_t size = 0;
+    for (const auto* const steps : {&windows_[At(slot)].Done, &windows_[At(slot)].Undone}) {
+        for (const Step& step : *steps) {
+            size +=
+                sizeof step + step.Words.capacity() + step.What.Size() + step.Parameters.capacity() * sizeof(Parameter);
+        }
+    }
+    return size;
+}
+
+} // namespace nrv::history

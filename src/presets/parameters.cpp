@@ -1,0 +1,303 @@
+#include "presets/parameters.h"
+
+#include "model/delay_commands.h"
+#include "model/encodings.h"
+#include "model/equaliser_commands.h"
+#include "model/gain_commands.h"
+#include "model/number_text.h"
+#include "model/output_commands.h"
+#include "model/system_commands.h"
+#include "model/tables.h"
+#include "ports/flag_guard.h"
+#include "ports/numbering.h"
+#include "ports/runtime_error.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace nrv::presets {
+namespace {
+
+using enum ParameterKind;
+using model::CommandContext;
+
+constexpr std::size_t BytesOfPeq = 5; // of which the first and the fourth mean nothing
+
+std::vector<Parameter> EveryParameter() {
+    std::vector<Parameter> all;
+    const auto add = [&all](ParameterKind kind, int count) {
+        for (int index = 0; index < count; ++index) {
+            all.push_back({kind, index});
+        }
+    };
+    add(Mute, ChannelCount);
+    add(InputType, 1);
+    add(Source, OutputCount);
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        for (const ParameterKind kind : {Threshold, Release, Attack}) {
+            all.push_back({kind, channel});
+        }
+    }
+    add(Crossover, CrossoverCount);
+    add(Peq, PeqCount);
+    add(Tone, ToneCount);
+    add(Phase, ChannelCount);
+    add(Delay, ChannelCount);
+    add(DelayUnit, 1);
+    add(Gain, ChannelCount);
+    for (int output = 0; output < OutputCount; ++output) {
+        all.push_back({ChannelName, output});
+    }
+    add(MasterGain, 1);
+    return all;
+}
+
+/// Whole bytes of the preset, the first one and how far the others stand from it.
+std::vector<ImageBits> Bytes(std::size_t first, std::initializer_list<std::size_t> others) {
+    std::vector<ImageBits> places;
+    for (const std::size_t other : others) {
+        places.push_back({first + other, 0xFF});
+    }
+    return places;
+}
+
+std::vector<ImageBits> SystemBits(std::size_t address, std::uint8_t bits) {
+    return {{offsetof(model::PresetImageRow, SystemPage) + address, bits}};
+}
+
+const std::uint8_t* BytesOf(const model::PresetImageRow& image) {
+    return reinterpret_cast<const std::uint8_t*>(&image);
+}
+
+/// Setting its controls would run events, which are guarded. Faders run none.
+bool HasEvents(ParameterKind kind) {
+    return kind == Mute || kind == InputType || kind == Crossover || kind == Peq || kind == Tone || kind == Phase ||
+           kind == Delay;
+}
+
+std::uint8_t BodyByte(const CommandContext& context, std::size_t position) {
+    return context.Image().PresetBody[position];
+}
+
+/// The text of a frequency byte of a channel.
+std::string FrequencyText(const CommandContext& context, int channel, std::size_t position) {
+    const int code = BodyByte(context, position);
+    if (code > model::FrequencyTop) {
+        RefuseByte(channel, position, "frequency code " + std::to_string(code) + ", and codes end at 120");
+    }
+    return model::NumberText(model::FrequencyFromCode(code));
+}
+
+void ShowCrossover(const CommandContext& context, int side) {
+    const std::size_t block = model::CrossoverOffsets[At(side)];
+    controls::FrmCtrl& form = context.Form();
+    form.Text8[At(side)].SetText(FrequencyText(context, ChannelOfCrossover(side), block + 1));
+    form.Combo2[At(side)].Select(BodyByte(context, block + 2));
+}
+
+void ShowPeq(const CommandContext& context, int section) {
+    const std::size_t block = model::PeqOffsets[At(section)];
+    controls::FrmCtrl& form = context.Form();
+    form.Slider2[At(section)].SetPosition(model::PeqGainTop - BodyByte(context, block + 4));
+    form.Text4[At(section)].SetText(FrequencyText(context, ChannelOfPeq(section), block + 1));
+    form.UpDown3[At(section)].SetPosition(BodyByte(context, block + 2));
+}
+
+void ShowTone(const CommandContext& context, int filter) {
+    const std::size_t block = model::ToneOffsets[At(filter)];
+    controls::FrmCtrl& form = context.Form();
+    form.Slider3[At(filter)].SetPosition(model::ToneGainTop - BodyByte(context, block + 4));
+    form.Text7[At(filter)].SetText(FrequencyText(context, ChannelOfTone(filter), block + 1));
+    form.Combo1[At(filter)].Select(BodyByte(context, block + 2));
+}
+
+void ShowDelay(const CommandContext& context, int index) {
+    const std::size_t field = model::DelayOffsets[At(index)];
+    controls::FrmCtrl& form = context.Form();
+    form.UpDown2[At(index)].SetPosition(256 * BodyByte(context, field) + BodyByte(context, field + 1));
+    form.UpDown1[At(index)].SetPosition(BodyByte(context, field + 2));
+}
+
+int GainPosition(const CommandContext& context, std::size_t position) {
+    return model::ChannelGainTop - BodyByte(context, position);
+}
+
+void Show(const CommandContext& context, Parameter parameter) {
+    controls::FrmCtrl& form = context.Form();
+    const int index = parameter.Index;
+    const std::size_t i = At(index);
+    switch (parameter.Kind) {
+    case Mute:
+        form.Check1[i].SetValue(static_cast<int>(context.Values().ChannelMute[i]));
+        break;
+    case InputType:
+        form.Combo4.Select(static_cast<int>(model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 4)));
+        break;
+    case Source:
+        form.Combo3[i].Show(BodyByte(context, model::SourceOffsets[i]));
+        break;
+    case Threshold:
+        form.Slider4[i].SetPosition((IsInput(index) ? model::NoiseGateThresholdTop : model::LimiterThresholdTop) -
+                                    BodyByte(context, model::LimiterOffsets[i] + 3));
+        break;
+    case Release:
+        form.Slider5[i].SetPosition(model::ReleaseTop - BodyByte(context, model::LimiterOffsets[i] + 1));
+        break;
+    case Attack:
+        form.Slider6[i].SetPosition(model::AttackTop - BodyByte(context, model::LimiterOffsets[i]));
+        break;
+    case Crossover:
+        ShowCrossover(context, index);
+        break;
+    case Peq:
+        ShowPeq(context, index);
+        break;
+    case Tone:
+        ShowTone(context, index);
+        break;
+    case Phase:
+        form.Check2[i].SetValue(BodyByte(context, model::PhaseOffsets[i]));
+        break;
+    case Delay:
+        ShowDelay(context, index);
+        break;
+    case DelayUnit:
+        form.Option1[At(static_cast<int>(model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6)))]
+            .ShowSelected();
+        break;
+    case Gain:
+        form.Slider1[i].SetPosition(GainPosition(context, model::GainOffsets[i] + 1));
+        break;
+    case MasterGain:
+        form.Slider100.SetPosition(GainPosition(context, model::MasterGainCode));
+        break;
+    case ChannelName:
+        break;
+    }
+}
+
+} // namespace
+
+void RefuseByte(int channel, std::size_t place, const std::string& what) {
+    throw RuntimeError(ErrorKind::IndexOutOfRange, std::string(ChannelTitles[At(channel)]) + ": byte " +
+                                                       std::to_string(place) + " of the image is the " + what + ".");
+}
+
+const std::vector<Parameter>& Parameters() {
+    static const std::vector<Parameter> parameters = EveryParameter();
+    return parameters;
+}
+
+std::vector<ImageBits> PlacesOf(Parameter parameter) {
+    const std::size_t i = At(parameter.Index);
+    switch (parameter.Kind) {
+    case Mute:
+        return SystemBits(model::MuteBitsAddress, static_cast<std::uint8_t>(1U << i));
+    case InputType:
+        return SystemBits(model::OptionBitsAddress, model::InputTypeBit);
+    case DelayUnit:
+        return SystemBits(model::OptionBitsAddress, model::DelayUnitBit);
+    case Source:
+        return Bytes(model::SourceOffsets[i], {0});
+    case Threshold:
+        return Bytes(model::LimiterOffsets[i], {3});
+    case Release:
+        return Bytes(model::LimiterOffsets[i], {1});
+    case Attack:
+        return Bytes(model::LimiterOffsets[i], {0});
+    case Crossover:
+        return Bytes(model::CrossoverOffsets[i], {1, 2});
+    case Peq:
+        return Bytes(model::PeqOffsets[i], {1, 2, BytesOfPeq - 1});
+    case Tone:
+        return Bytes(model::ToneOffsets[i], {1, 2, BytesOfPeq - 1});
+    case Phase:
+        return Bytes(model::PhaseOffsets[i], {0});
+    case Delay:
+        return Bytes(model::DelayOffsets[i], {0, 1, 2});
+    case Gain:
+        return Bytes(model::GainOffsets[i], {1});
+    case ChannelName:
+        return Bytes(model::NameOffsets[ChannelOfOutput(i)], {0, 1, 2, 3, 4, 5});
+    case MasterGain:
+        return Bytes(model::MasterGainCode, {0});
+    }
+    return {};
+}
+
+bool Differs(Parameter parameter, const model::PresetImageRow& one, const model::PresetImageRow& other) {
+    const std::vector<ImageBits> places = PlacesOf(parameter);
+    return std::ranges::any_of(places, [&](const ImageBits& place) {
+        return ((BytesOf(one)[place.Byte] ^ BytesOf(other)[place.Byte]) & place.Bits) != 0;
+    });
+}
+
+void ShowParameter(const CommandContext& context, Parameter parameter) {
+    if (HasEvents(parameter.Kind)) {
+        const FlagGuard events_off(context.Windows.ControlEventsOff);
+        Show(context, parameter);
+    } else {
+        Show(context, parameter);
+    }
+}
+
+void RunParameter(const CommandContext& context, response::Response& response, Parameter parameter) {
+    const int index = parameter.Index;
+    switch (parameter.Kind) {
+    case Mute:
+        model::SetMute(context, index);
+        break;
+    case InputType:
+        model::SetInputType(context);
+        break;
+    case Source:
+        model::SetSource(context, index);
+        break;
+    case Threshold:
+        model::SetThreshold(context, index);
+        break;
+    case Release:
+        model::SetRelease(context, index);
+        break;
+    case Attack:
+        model::SetAttack(context, index);
+        break;
+    case Crossover:
+        model::SetCrossover(context, index);
+        response.UpdateCrossoverCurve(index);
+        break;
+    case Peq:
+        model::SetPeq(context, index);
+        response.UpdatePeqCurve(index);
+        break;
+    case Tone:
+        model::SetTone(context, index);
+        response.UpdateShelfCurve(index);
+        break;
+    case Phase:
+        model::SetPhase(context, index);
+        break;
+    case Delay:
+        model::SetDelay(context, index);
+        break;
+    case DelayUnit:
+        model::SetDelayUnit(
+            context, static_cast<int>(model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6)));
+        break;
+    case Gain:
+        model::SetGain(context, index);
+        break;
+    case MasterGain:
+        model::SetMasterGain(context);
+        break;
+    case ChannelName:
+        break;
+    }
+}
+
+int FramesOf(Parameter parameter) {
+    return parameter.Kind == Mute ? 2 : 1; // the second writes the bits of all mutes
+}
+
+} // namespace nrv::presets
