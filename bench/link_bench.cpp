@@ -4,6 +4,7 @@
 #include "link/system_clock.h"
 #include "ports/flag_guard.h"
 #include "presets/apply_image.h"
+#include "presets/load_trace.h"
 #include "program/program.h"
 #include "simulator/line.h"
 #include "support/scripted_ports.h"
@@ -14,10 +15,12 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <ctime>
 #include <memory>
+#include <random>
 
 namespace {
 
@@ -132,6 +135,45 @@ void LoudLoad(benchmark::State& state) {
     state.counters["frames"] = static_cast<double>(desk.Line.Frames().size()) / static_cast<double>(state.iterations());
 }
 BENCHMARK(LoudLoad)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+
+/// A load of another preset taken back and gone again: the frames of what differs.
+void UndoOfALoad(benchmark::State& state) {
+    Desk desk(0);
+    OpenWindow(desk);
+    nrv::program::Program& program = *desk.Program;
+    const auto event = [&](auto run) { program.Events.Run({nrv::controls::EventSource::Kind::Device, 0}, run); };
+    std::mt19937 random(718);
+    const nrv::testing::Body preset = nrv::testing::RandomPreset(random);
+    event([&] {
+        std::ranges::copy(preset, program.Stores.PresetImage[DeviceId].PresetBody.begin());
+        nrv::presets::ApplyImage(program.Commands, program.Response, nrv::presets::ImageCase::FromFile);
+    });
+    desk.Line.ClearFrames();
+    event([&] { program.History.Undo(); });
+    const auto frames = static_cast<double>(desk.Line.Frames().size());
+    bool back = true;
+    AgainstWire(state, frames * FrameSeconds, [&] {
+        event([&] { back ? program.History.Redo() : program.History.Undo(); });
+        back = !back;
+    });
+    state.counters["frames"] = frames;
+}
+BENCHMARK(UndoOfALoad)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(4);
+
+/// One fader's step taken back and gone again: one exchange.
+void UndoOfAStep(benchmark::State& state) {
+    Desk desk(0);
+    OpenWindow(desk);
+    nrv::program::Program& program = *desk.Program;
+    const auto event = [&](auto run) { program.Events.Run({nrv::controls::EventSource::Kind::Device, 0}, run); };
+    event([&] { program.Windows.Current().Slider2[20].UserMove(7); });
+    bool back = false;
+    AgainstWire(state, FrameSeconds, [&] {
+        event([&] { back ? program.History.Redo() : program.History.Undo(); });
+        back = !back;
+    });
+}
+BENCHMARK(UndoOfAStep)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(60);
 
 /// A preset into a memory position, byte by byte: 450 frames.
 void Store(benchmark::State& state) {

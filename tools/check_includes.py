@@ -14,6 +14,7 @@ LAYERS = (
     ("model",),
     ("response",),
     ("presets", "lock"),
+    ("history",),
     ("session", "window"),
     ("program",),
     ("ui",),

@@ -12,3 +12,5 @@ for name in splash search connection connection-list connection-twenty list wind
 done
 take point-in-hand point
 take locked-window locked
+take edit-menu edit-menu
+take undone undone

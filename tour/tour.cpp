@@ -3,9 +3,11 @@
 #include "hands.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QTest>
 #include <QTimer>
 
@@ -33,7 +35,7 @@ Tour::Tour(ui::Application& application, std::filesystem::path pictures)
 
 bool Tour::Run() {
     const bool whole = Connect() && OpenDevice(ShownId, 0) && MoveGain() && MuteAndRoute() && ShapeResponse() &&
-                       SetDelays() && LookAtTabs() && EditNames() && SaveAndLoad() && StoreAndRead() && CopyOutput() &&
+                       SetDelays() && TakeBack() && LookAtTabs() && EditNames() && SaveAndLoad() && StoreAndRead() && CopyOutput() &&
                        LockAndUnlock() && CloseWindow();
     if (whole) {
         LeaveProgram();
@@ -173,6 +175,29 @@ bool Tour::SetDelays() {
     driver::Press(Control("Text2(3)"), Qt::Key_Return);
     Picture(*ControlWindow(), "delays");
     return Check(Form().Text2[3].Text() == "3.021 ms", "a typed delay is taken over");
+}
+
+bool Tour::TakeBack() {
+    QWidget* const main = Find(QStringLiteral("MDIFrmMain"));
+    auto* const edit = main->findChild<QMenu*>(QStringLiteral("Edit"));
+    edit->popup(main->mapToGlobal(QPoint(40, 20)));
+    Picture(*edit, "edit-menu");
+    edit->close();
+    const auto choose = [main](const char* entry) {
+        main->findChild<QAction*>(QLatin1String(entry))->trigger();
+    };
+    choose("Undo");
+    Picture(*main, "undone");
+    const bool undone = Form().Text2[3].Text() == "0 ms";
+    choose("Redo");
+    const bool redone = Form().Text2[3].Text() == "3.021 ms";
+    ShowTab(Out2Tab);
+    choose("Compare");
+    Picture(*ControlWindow(), "compared");
+    const bool flat = Form().Slider2[26].Position() == 75;
+    choose("Compare");
+    return Check(undone && redone && flat && Form().Slider2[26].Position() != 75,
+                 "a step is taken back and gone again, and the last preset compared with");
 }
 
 bool Tour::LookAtTabs() {

@@ -27,6 +27,7 @@ class Tour {
     bool MuteAndRoute();
     bool ShapeResponse();
     bool SetDelays();
+    bool TakeBack();
     bool LookAtTabs();
     // The tools.
     bool EditNames();

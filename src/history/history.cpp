@@ -16,6 +16,7 @@ using presets::ParameterKind;
 
 constexpr const char* ToPreset = "return to the last preset";
 constexpr std::size_t LongestWords = 90; // of a menu entry
+constexpr int MostAtOnce = 10;           // frames that nobody waits for
 constexpr long NoGesture = -1;           // nothing goes on from it
 
 std::vector<Parameter> Differing(const model::PresetImageRow& one, const model::PresetImageRow& other) {
@@ -61,19 +62,21 @@ void History::OperationBegins() {
 
 void History::OperationEnds() {
     const controls::Windows& windows = parts_.Commands.Windows;
-    if (begun_ && begun_->Slot == windows.CurrentWindow && windows.Loaded[At(begun_->Slot)]) {
+    const auto leaves = parts_.Commands.Link.Current.WhatItLeaves();
+    const bool same_window = begun_ && begun_->Slot == windows.CurrentWindow && windows.Loaded[At(begun_->Slot)];
+    const bool changed = same_window && !Same(begun_->Before.Image, parts_.Commands.Image());
+    if (changed || (same_window && leaves != Operation::Leaves::Edits)) {
         const Snapshot now = Take(parts_.Commands, parts_.Curves);
-        if (!own_) {
+        if (changed && !own_) {
             Record(begun_->Before, now);
         }
-        const auto leaves = parts_.Commands.Link.Current.WhatItLeaves();
         if (leaves == Operation::Leaves::Preset) {
             Current().Preset = now;
         }
         if (leaves != Operation::Leaves::Edits) {
             Current().Kept = now.Image;
         }
-        if (!Same(begun_->Before.Image, now.Image)) {
+        if (changed) {
             parts_.Changed(parts_.Commands.DeviceId());
         }
         TellEdits(now.Image);
@@ -153,7 +156,10 @@ bool History::Play(const std::string& name, const Snapshot& from, const Snapshot
     Operation& operation = parts_.Commands.Link.Current;
     const int slot = parts_.Commands.Windows.CurrentWindow;
     operation.Call(name, FramesBetween(from, to));
-    const controls::BusyPointer busy(parts_.Main.Window);
+    std::optional<controls::BusyPointer> busy;
+    if (operation.Frames() > MostAtOnce) {
+        busy.emplace(parts_.Main.Window);
+    }
     Bring(parts_.Commands, parts_.Curves, from, to);
     return parts_.Commands.Windows.Loaded[At(slot)];
 }
@@ -208,6 +214,7 @@ void History::Compare() {
         parts_.Tell("Nothing differs from the last preset.");
         return;
     }
+    parts_.Keep(parts_.Commands.DeviceId()); // the preset may play for long
     if (Play("the comparison", now, preset)) {
         Current().Compared = Changes(now, preset);
         parts_.Commands.Form().Window.SetMark("Last preset");

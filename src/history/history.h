@@ -27,6 +27,7 @@ class History {
         controls::MDIFrmMain& Main;                                ///< holds the menu and shows the wait cursor
         std::function<void(const std::string&)> Tell;              ///< the status line
         std::function<void(int device)> Changed;                   ///< an image is another one now
+        std::function<void(int device)> Keep;                      ///< an image is about to give way
         std::function<void(int device, std::size_t count)> Edited; ///< so many settings differ from what is kept
     };
     explicit History(Parts parts);

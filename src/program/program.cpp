@@ -21,6 +21,7 @@ Program::Program(const Ports& ports, Forms& forms)
       Autosave(
           {Stores, State.AppFolder, Main.AutosaveTimer, [this](const std::string& sentence) { TellIfFree(sentence); }}),
       History({Commands, Response, Main, Tools.Tell, [this](int device) { Autosave.Changed(device); },
+               [this](int device) { Autosave.Write(device); },
                [this](int device, std::size_t count) { DeviceList.TellEdits(device, count); }}),
       PresetFiles({Tools, Files, State.AppFolder}), StoreDialog(Tools, forms.Store), ReadDialog(Tools, forms.Read),
       NamesDialog(Tools, forms.EditNames), CopyInputDialog(Tools, forms.CopyIn), CopyOutputDialog(Tools, forms.CopyOut),

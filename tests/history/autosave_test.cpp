@@ -84,6 +84,16 @@ TEST_F(AutosaveTest, TheEndLeavesCopiesOfAllWindows) {
     EXPECT_EQ(Copy(9, 1), Image(9));
 }
 
+TEST_F(AutosaveTest, TheUsersOwnAreKeptBeforeAComparison) {
+    EditOne(1);
+    const Bytes own = Image(5);
+    Compare(1);
+    EXPECT_NE(Image(5), own);
+    EXPECT_EQ(Copy(5, 1), own);
+    Minute();
+    EXPECT_EQ(Copy(5, 2), own);
+}
+
 TEST_F(AutosaveTest, ACopyLoadsLikeAnyPreset) {
     EditOne(1);
     Minute();

@@ -2,6 +2,8 @@
 
 #include "contrast.h"
 #include "rack_test.h"
+#include "ui/windows/connection_dialog.h"
+#include "ui/windows/splash_window.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -147,6 +149,32 @@ class ContrastTest : public RackTest {
         driver::Click(desk_->Control("Command1", 2));
         QCOMPARE(question, QString());
         QVERIFY(!boxes.Seen().empty());
+    }
+
+    void TheWindowsOfTheStartCanBeRead_data() { EveryEnabledTextCanBeRead_data(); }
+    void TheWindowsOfTheStartCanBeRead() {
+        QFETCH(QColor, ground);
+        UseGround(ground);
+        controls::Windows windows;
+        controls::EventBoundary events(windows);
+        controls::FrmSelect select;
+        select.Window.SetSize(controls::FrmSelect::TwentyWidth, controls::FrmSelect::Height);
+        for (controls::List& id : select.DeviceIds) {
+            id.Select(5);
+        }
+        select.EqualIds.SetCaption("Device2 and Device7 have one ID.");
+        ui::ConnectionDialog dialog(
+            select, {events, controls::EventSource::Kind::Dialog}, [] { return true; }, nullptr);
+        dialog.show();
+        QCOMPARE(Unreadable(dialog), QString());
+        QVERIFY(seen_ > 45); // twenty lines of two, and the left column
+        seen_ = 0;
+        controls::FrmSplash splash;
+        splash.Progress.SetCaption("Searching ID:17");
+        ui::SplashWindow window(splash, {events, controls::EventSource::Kind::Program});
+        window.show();
+        QCOMPARE(Unreadable(window), QString());
+        QVERIFY(seen_ > 0);
     }
 
     void ATextThatIsTooDimIsFound() {

@@ -117,7 +117,7 @@ class GuideTest : public RackTest {
                 }
             }
         }
-        QCOMPARE(pictures, 17);
+        QCOMPARE(pictures, 19);
     }
 
     void TheMenuOpensItAndWhatTheGateHoldsBackDoesNot() {

@@ -23,6 +23,7 @@ class InFrontTest : public RackTest {
     void AClickAgainAfterTheBoxFindsTheSame();
     void CtrlTabWalksTheWindows();
     void AMaximisedWindowLosesItsPaddingInTheJoinedCaption();
+    void AMaximisedWindowTellsItsMarkInTheJoinedCaption();
     void TheNoticeIsOnTheScreenBeforeTheWaitBegins();
 
   private:
@@ -120,6 +121,21 @@ void InFrontTest::CtrlTabWalksTheWindows() {
     QTest::keyRelease(keyboard, Qt::Key_Tab, Qt::ControlModifier);
     QTest::keyRelease(keyboard, Qt::Key_Control);
     QVERIFY(driver::WaitUntil([&] { return Active() != desk_->Window(2); }));
+}
+
+void InFrontTest::AMaximisedWindowTellsItsMarkInTheJoinedCaption() {
+    QWidget* const main = driver::Find(QStringLiteral("MDIFrmMain"));
+    desk_->Form(2).Window.SetMark("Locked");
+    QVERIFY(!desk_->Window(2)->windowTitle().contains(QStringLiteral("Locked")));
+    desk_->BringForward(2);
+    desk_->Window(2)->showMaximized();
+    QTRY_VERIFY(main->windowTitle().endsWith(QStringLiteral(" - Locked]")));
+    desk_->Form(2).Window.SetMark("");
+    QTRY_VERIFY(!main->windowTitle().contains(QStringLiteral("Locked")));
+    desk_->Form(2).Window.SetMark("Last preset");
+    QTRY_VERIFY(main->windowTitle().endsWith(QStringLiteral(" - Last preset]")));
+    desk_->Window(2)->showNormal();
+    QTRY_VERIFY(!desk_->Window(2)->windowTitle().contains(QStringLiteral("Last preset")));
 }
 
 void InFrontTest::AMaximisedWindowLosesItsPaddingInTheJoinedCaption() {

@@ -177,7 +177,12 @@ void QtWindowHost::ShowControlWindow(int slot) {
     PlaceControlWindow(*window);
     window->MayClose = [this, slot] { return ControlWindowMayClose(slot); };
     window->Resized = [this, slot] { ControlWindowResized(slot); };
-    QObject::connect(window, &QMdiSubWindow::windowStateChanged, main_.get(), [this] { TellFront(); });
+    QObject::connect(window, &QMdiSubWindow::windowStateChanged, main_.get(), [this, slot, window] {
+        if (control_windows_[At(slot)] == window) {
+            ShowTitle(records_.Control.ControlWindows[At(slot)]->Window, *window);
+        }
+        TellFront();
+    });
     window->show();
     main_->Area().setActiveSubWindow(window);
     TellFront();

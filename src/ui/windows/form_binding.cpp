@@ -7,14 +7,24 @@
 #include "ui/look/title_bar.h"
 #include "ui/widgets/panel.h"
 
+#include <QMdiSubWindow>
 #include <QWidget>
 
 namespace nrv::ui {
 
 using controls::Aspect;
 
+void ShowTitle(const controls::Form& form, QWidget& window) {
+    QString title = Printable(FromBytes(form.Caption()));
+    // A maximised window has no title bar of its own that could show the mark.
+    if (qobject_cast<QMdiSubWindow*>(&window) != nullptr && window.isMaximized() && !form.Mark().empty()) {
+        title += QStringLiteral(" - ") + FromBytes(form.Mark());
+    }
+    window.setWindowTitle(title);
+}
+
 void BindForm(controls::Form& form, QWidget& window, QWidget& area, const std::function<void()>& place) {
-    const auto title = [&form, &window] { window.setWindowTitle(Printable(FromBytes(form.Caption()))); };
+    const auto title = [&form, &window] { ShowTitle(form, window); };
     const auto pointer = [&form, &area] {
         switch (form.MousePointer()) {
         case controls::Pointer::ArrowAndHourglass:
@@ -31,6 +41,7 @@ void BindForm(controls::Form& form, QWidget& window, QWidget& area, const std::f
     const auto mark = [&form, &window] {
         window.setProperty(TitleMark, FromBytes(form.Mark()));
         window.update();
+        ShowTitle(form, window);
     };
     title();
     pointer();
