@@ -7,7 +7,6 @@ namespace nrv::history {
 namespace {
 
 constexpr std::size_t ImageSize = sizeof(model::PresetImageRow);
-constexpr std::size_t LongestRun = 255;
 
 char* BytesOf(model::PresetImageRow& image) {
     return reinterpret_cast<char*>(&image);
@@ -55,7 +54,7 @@ Changes::Changes(const Snapshot& before, const Snapshot& after) {
     const char* const is = BytesOf(after.Image);
     for (std::size_t first = 0; first < ImageSize;) {
         std::size_t end = first;
-        while (end < ImageSize && end - first < LongestRun && was[end] != is[end]) {
+        while (end < ImageSize && was[end] != is[end]) {
             ++end;
         }
         if (end > first) {

@@ -19,13 +19,6 @@ constexpr std::size_t LongestWords = 90; // of a menu entry
 constexpr int MostAtOnce = 10;           // frames that nobody waits for
 constexpr long NoGesture = -1;           // nothing goes on from it
 
-std::vector<Parameter> Differing(const model::PresetImageRow& one, const model::PresetImageRow& other) {
-    std::vector<Parameter> parameters;
-    std::ranges::copy_if(presets::Parameters(), std::back_inserter(parameters),
-                         [&](Parameter parameter) { return presets::Differs(parameter, one, other); });
-    return parameters;
-}
-
 /// Of a switch every turn is a step of its own.
 bool IsSwitch(Parameter parameter) {
     using enum ParameterKind;
@@ -53,7 +46,6 @@ bool History::Rests() const {
 
 void History::OperationBegins() {
     own_ = false;
-    begun_.reset();
     const controls::Windows& windows = parts_.Commands.Windows;
     if (windows.Loaded[At(windows.CurrentWindow)]) {
         begun_ = Begun{windows.CurrentWindow, Take(parts_.Commands, parts_.Curves)};
@@ -73,7 +65,7 @@ void History::OperationEnds() {
         if (leaves == Operation::Leaves::Preset) {
             Current().Preset = now;
         }
-        if (leaves != Operation::Leaves::Edits) {
+        if (leaves == Operation::Leaves::Preset || leaves == Operation::Leaves::Copy) {
             Current().Kept = now.Image;
         }
         if (changed) {
@@ -88,7 +80,6 @@ void History::OperationEnds() {
 void History::WindowOpened() {
     Snapshot now = Take(parts_.Commands, parts_.Curves);
     OfWindow& window = Current();
-    window = {};
     window.Kept = now.Image;
     window.Preset = std::move(now);
     begun_.reset(); // what the window showed before is another's
@@ -97,13 +88,10 @@ void History::WindowOpened() {
 
 void History::WindowGone(int slot) {
     windows_[At(slot)] = {};
-    if (begun_ && begun_->Slot == slot) {
-        begun_.reset();
-    }
 }
 
 void History::Record(const Snapshot& before, const Snapshot& now) {
-    const std::vector<Parameter> parameters = Differing(before.Image, now.Image);
+    const std::vector<Parameter> parameters = presets::Differing(before.Image, now.Image);
     if (parameters.empty()) {
         return;
     }
@@ -112,7 +100,9 @@ void History::Record(const Snapshot& before, const Snapshot& now) {
     const std::string& title = parts_.Commands.Link.Current.Title();
     const long gesture = Gesture ? Gesture() : ++gestures_;
     if (window.Done.empty() || !GoesOn(window.Done.back(), parameters, gesture) || !title.empty()) {
-        Push(StepOf(before, now, title, gesture));
+        Step step = StepOf(before, now, title, gesture);
+        step.Whole = parts_.Commands.Link.Current.WhatItLeaves() != Operation::Leaves::Pieces;
+        Push(std::move(step));
         return;
     }
     window.Done.back() = StepOf(window.Done.back().What.Before(before), now, title, gesture);
@@ -137,7 +127,7 @@ void History::Push(Step step) {
 
 History::Step History::StepOf(const Snapshot& before, const Snapshot& after, const std::string& title,
                               long gesture) const {
-    Step step{title, Changes(before, after), Differing(before.Image, after.Image), gesture};
+    Step step{title, Changes(before, after), presets::Differing(before.Image, after.Image), gesture};
     if (step.Words.empty() && !step.Parameters.empty()) {
         step.Words = presets::ChangeInWords(step.Parameters.front(), before.Image, after.Image,
                                             parts_.Commands.Windows.Current());
@@ -179,7 +169,11 @@ void History::Undo() {
     }
     parts_.Tell("Undone: " + step.Words);
     Current().Done.pop_back();
-    Current().Undone.push_back(std::move(step));
+    if (step.Whole) {
+        Current().Undone.push_back(std::move(step));
+    } else {
+        Current().Undone.clear(); // what followed it has nothing to follow
+    }
 }
 
 void History::Redo() {
@@ -210,7 +204,7 @@ void History::Compare() {
     }
     const Snapshot now = Take(parts_.Commands, parts_.Curves);
     const Snapshot preset = SettingsOver(now, Current().Preset);
-    if (Differing(now.Image, preset.Image).empty()) {
+    if (presets::Differing(now.Image, preset.Image).empty()) {
         parts_.Tell("Nothing differs from the last preset.");
         return;
     }
@@ -253,12 +247,11 @@ void History::Revert() {
         return;
     }
     if (Comparing()) {
-        own_ = true;
         KeepComparison();
     } else {
         const Snapshot now = Take(parts_.Commands, parts_.Curves);
         const Snapshot preset = SettingsOver(now, Current().Preset);
-        if (Differing(now.Image, preset.Image).empty()) {
+        if (presets::Differing(now.Image, preset.Image).empty()) {
             parts_.Tell("Nothing differs from the last preset.");
             return;
         }
@@ -271,7 +264,7 @@ void History::Revert() {
 }
 
 void History::TellEdits(const model::PresetImageRow& now) {
-    parts_.Edited(parts_.Commands.DeviceId(), Differing(Current().Kept, now).size());
+    parts_.Edited(parts_.Commands.DeviceId(), presets::Differing(Current().Kept, now).size());
 }
 
 void History::ShowMenu() {
@@ -284,7 +277,7 @@ void History::ShowMenu() {
     };
     show(parts_.Main.Undo, "Undo", window.Done);
     show(parts_.Main.Redo, "Redo", window.Undone);
-    parts_.Main.Compare.SetInForce(!rests && window.Compared.has_value());
+    parts_.Main.Compare.SetInForce(window.Compared.has_value());
     parts_.Main.Compare.SetEnabled(!rests);
     parts_.Main.Revert.SetEnabled(!rests);
 }

@@ -66,6 +66,7 @@ class History {
         Changes What;
         std::vector<presets::Parameter> Parameters;
         long Gesture;
+        bool Whole = true; ///< false of an operation that broke off, which is not gone again
     };
     struct OfWindow {
         std::vector<Step> Done;

@@ -60,11 +60,8 @@ std::span<const std::uint8_t, sizeof(model::PresetImageRow)> AsBytes(const model
                                                                         sizeof(model::PresetImageRow));
 }
 
-/// Bytes whose bits belong to different things, such as the lock and the unit.
-bool HoldsBits(std::size_t byte) {
-    constexpr std::size_t system = offsetof(model::PresetImageRow, SystemPage);
-    return byte == system + model::OptionBitsAddress || byte == system + model::MuteBitsAddress;
-}
+/// The byte whose bits belong to different things, such as the lock and the unit.
+constexpr std::size_t ByteOfBits = offsetof(model::PresetImageRow, SystemPage) + model::OptionBitsAddress;
 
 /// What is to hold where `from` became `to`, and `now` where something else changed it.
 Snapshot Target(const Snapshot& now, const Snapshot& from, const Snapshot& to) {
@@ -73,7 +70,7 @@ Snapshot Target(const Snapshot& now, const Snapshot& from, const Snapshot& to) {
     for (std::size_t n = 0; n < bytes.size(); ++n) {
         const unsigned changed = AsBytes(from.Image)[n] ^ AsBytes(to.Image)[n];
         const unsigned changed_since = bytes[n] ^ AsBytes(from.Image)[n];
-        const unsigned taken = HoldsBits(n) ? changed & ~changed_since : changed_since == 0 ? changed : 0;
+        const unsigned taken = n == ByteOfBits ? changed & ~changed_since : changed_since == 0 ? changed : 0;
         bytes[n] = static_cast<std::uint8_t>((bytes[n] & ~taken) | (AsBytes(to.Image)[n] & taken));
     }
     for (std::size_t n = 0; n < extra::Count; ++n) {
@@ -82,16 +79,6 @@ Snapshot Target(const Snapshot& now, const Snapshot& from, const Snapshot& to) {
         }
     }
     return target;
-}
-
-std::vector<Parameter> Differing(const model::PresetImageRow& one, const model::PresetImageRow& other) {
-    std::vector<Parameter> parameters;
-    for (const Parameter parameter : presets::Parameters()) {
-        if (presets::Differs(parameter, one, other)) {
-            parameters.push_back(parameter);
-        }
-    }
-    return parameters;
 }
 
 /// A code without an entry was never shown nor sent, and is not now: it is a byte of the image and nothing more.
@@ -107,20 +94,20 @@ bool Shown(const CommandContext& context, Parameter parameter) {
 void BringNames(const CommandContext& context, Response& response, const Snapshot& now, const Snapshot& target) {
     controls::TabControl& tabs = context.Form().SSTab1;
     const int tab = tabs.Tab();
-    bool renamed = false;
     for (int channel = 0; channel < ChannelCount; ++channel) {
         const std::size_t name = extra::Names + At(channel);
         const bool sent = !IsInput(channel) &&
                           presets::Differs({ParameterKind::ChannelName, OutputOf(channel)}, now.Image, target.Image);
+        std::optional<FlagGuard> silent;
+        if (!sent) {
+            silent.emplace(context.Link.TxSuppressed); // one name, typed and padded
+        }
         if (sent || now.Extras[name] != target.Extras[name]) {
             presets::NameChannel(context, channel, target.Extras[name]);
-            renamed = true;
         }
     }
-    if (renamed) {
-        presets::QuoteNames(context, response);
-        tabs.SetTab(tab);
-    }
+    presets::QuoteNames(context, response);
+    tabs.SetTab(tab);
 }
 
 void BringViews(const CommandContext& context, Response& response, const Snapshot& target) {
@@ -139,12 +126,16 @@ void BringViews(const CommandContext& context, Response& response, const Snapsho
         }
     }
     response::ShowSharedViews(context, response);
+    for (const char option : target.Extras[extra::Sums]) {
+        form.Option2[static_cast<std::size_t>(option)].ShowSelected();
+    }
 }
 
 bool ViewsDiffer(const Snapshot& one, const Snapshot& other) {
     return one.Image.ViewState != other.Image.ViewState ||
            one.Extras[extra::ViewModes] != other.Extras[extra::ViewModes] ||
-           one.Extras[extra::Overlays] != other.Extras[extra::Overlays];
+           one.Extras[extra::Overlays] != other.Extras[extra::Overlays] ||
+           one.Extras[extra::Sums] != other.Extras[extra::Sums];
 }
 
 /// What no command puts back.
@@ -175,7 +166,6 @@ Snapshot Take(const CommandContext& context, const Response& response) {
     Snapshot snapshot{context.Image(), {}};
     const controls::FrmCtrl& form = context.Form();
     std::vector<std::string>& extras = snapshot.Extras;
-    extras.reserve(extra::Count);
     for (const controls::TextBox& text : form.Text2) {
         extras.push_back(text.Entered());
     }
@@ -196,14 +186,20 @@ Snapshot Take(const CommandContext& context, const Response& response) {
     extras.push_back(Bytes(context.Stores.ParamValues[0].InputType));
     extras.push_back(Bytes(response.ViewMode));
     extras.push_back(Bytes(response.OverlayMatrix));
+    std::string sums;
+    for (std::size_t option = 0; option < form.Option2.size(); ++option) {
+        if (form.Option2[option].Selected()) {
+            sums += static_cast<char>(option);
+        }
+    }
+    extras.push_back(sums);
     return snapshot;
 }
 
 void Bring(const CommandContext& context, Response& response, const Snapshot& from, const Snapshot& to) {
     const Snapshot now = Take(context, response);
     const Snapshot target = Target(now, from, to);
-    const std::vector<Parameter> parameters = Differing(now.Image, target.Image);
-    SetOptions(context.Values(), target);
+    const std::vector<Parameter> parameters = presets::Differing(now.Image, target.Image);
     context.Image() = target.Image;
     model::DecodeMuteBits(target.Image.SystemPage[model::MuteBitsAddress], context.Values());
     const bool many = parameters.size() > 1;
@@ -260,7 +256,7 @@ Snapshot SettingsOver(const Snapshot& now, const Snapshot& preset) {
 
 int FramesBetween(const Snapshot& from, const Snapshot& to) {
     int frames = 0;
-    for (const Parameter parameter : Differing(from.Image, to.Image)) {
+    for (const Parameter parameter : presets::Differing(from.Image, to.Image)) {
         frames += presets::FramesOf(parameter);
     }
     return frames;

@@ -29,7 +29,8 @@ inline constexpr std::size_t LastInputType = Options + 5;
 inline constexpr std::size_t InputTypeOfRow0 = LastInputType + 1; ///< which a load from a file writes for any device
 inline constexpr std::size_t ViewModes = InputTypeOfRow0 + 1;
 inline constexpr std::size_t Overlays = ViewModes + 1;
-inline constexpr std::size_t Count = Overlays + 1;
+inline constexpr std::size_t Sums = Overlays + 1; ///< which button of each output shows, whatever its view mode
+inline constexpr std::size_t Count = Sums + 1;
 } // namespace extra
 
 /// Of the current window and its device.

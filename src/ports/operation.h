@@ -58,6 +58,7 @@ class Operation {
     /// What it means for the settings as a whole.
     enum class Leaves {
         Edits,  ///< nothing more than what it changed
+        Pieces, ///< less than it was to change: it broke off
         Preset, ///< they come from a preset now, or from the device
         Copy,   ///< they are kept somewhere now
     };

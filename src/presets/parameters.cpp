@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string>
 
 namespace nrv::presets {
@@ -231,6 +232,13 @@ bool Differs(Parameter parameter, const model::PresetImageRow& one, const model:
     return std::ranges::any_of(places, [&](const ImageBits& place) {
         return ((BytesOf(one)[place.Byte] ^ BytesOf(other)[place.Byte]) & place.Bits) != 0;
     });
+}
+
+std::vector<Parameter> Differing(const model::PresetImageRow& one, const model::PresetImageRow& other) {
+    std::vector<Parameter> parameters;
+    std::ranges::copy_if(Parameters(), std::back_inserter(parameters),
+                         [&](Parameter parameter) { return Differs(parameter, one, other); });
+    return parameters;
 }
 
 void ShowParameter(const CommandContext& context, Parameter parameter) {

@@ -48,6 +48,9 @@ std::vector<ImageBits> PlacesOf(Parameter parameter);
 /// Whether two images have it differently.
 bool Differs(Parameter parameter, const model::PresetImageRow& one, const model::PresetImageRow& other);
 
+/// Those that two images have differently, in the order of a load.
+std::vector<Parameter> Differing(const model::PresetImageRow& one, const model::PresetImageRow& other);
+
 /// Sets its controls in the current window as the image has it and runs none of their events. A mute, which is kept in
 /// two places, is taken from `ParamValues`. Throws RuntimeError of kind IndexOutOfRange for a frequency code without an
 /// entry. Not for names, which are texts and no codes.

@@ -81,6 +81,7 @@ void PresetFiles::LoadPresetFile() {
             // The failure was told, and says more.
         } else if (error.Kind() == ErrorKind::IndexOutOfRange) {
             // What came before the code without an entry is applied and stays.
+            parts_.Context.Current().Leave(Operation::Leaves::Pieces);
             parts_.Context.Tell(std::string("The preset was not loaded to its end. ") + error.what());
         } else {
             parts_.Context.Tell(std::string("The preset was not loaded. ") + error.what());

@@ -70,6 +70,7 @@ void ReadDialog::ReadPreset(int position) {
         Apply();
     } catch (const RuntimeError&) {
         // What came before the code without an entry is applied, and its graphs were cleared and not drawn.
+        context_.Current().Leave(Operation::Leaves::Pieces);
         RedrawAll();
         throw;
     }

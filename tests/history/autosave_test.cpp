@@ -23,6 +23,7 @@ class AutosaveTest : public RackWorld {
         const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&program.Stores.PresetImage[At(id)]);
         return {bytes, bytes + 771};
     }
+    bool Exists(int id, int number) { return std::filesystem::exists(AutosaveFile(world.Folder.Path(), id, number)); }
     void EditOne(int slot) {
         By(slot, [&] { Window(slot).Slider1[3].UserMove((Window(slot).Slider1[3].Position() + 1) % 100); });
     }
@@ -43,9 +44,26 @@ TEST_F(AutosaveTest, AChangeIsKeptAMinuteLaterAndOlderCopiesGiveWay) {
     for (int copy = 1; copy <= 9; ++copy) {
         EXPECT_EQ(Copy(5, copy), images[At(12 - copy)]) << copy;
     }
-    EXPECT_EQ(Copy(5, 10), Bytes{});
-    EXPECT_EQ(Copy(5, 0), Bytes{});
-    EXPECT_EQ(Copy(9, 1), Bytes{}) << "another device changed nothing";
+    EXPECT_FALSE(Exists(5, 10));
+    EXPECT_FALSE(Exists(5, 0));
+    EXPECT_FALSE(Exists(9, 1)) << "another device changed nothing";
+}
+
+TEST_F(AutosaveTest, TheFirstCopyHasNoOlderOne) {
+    EditOne(1);
+    Minute();
+    EXPECT_TRUE(Exists(5, 1));
+    EXPECT_FALSE(Exists(5, 2));
+}
+
+TEST_F(AutosaveTest, ACopyIsOfADeviceThatChangedSinceItsLast) {
+    EditOne(1);
+    Minute();
+    program.Stores.PresetImage[5].ViewState[60] = 7; // nobody's doing
+    EditOne(2);
+    Minute();
+    EXPECT_FALSE(Exists(5, 2));
+    EXPECT_TRUE(Exists(9, 1));
 }
 
 TEST_F(AutosaveTest, WhatIsKeptAlreadyIsNotKeptAgain) {
@@ -120,6 +138,12 @@ TEST_F(AutosaveTest, AFolderThatCannotBeWrittenIsToldOnceUntilItCan) {
     EditOne(1);
     Minute();
     EXPECT_EQ(Copy(5, 1), Image(5));
+    std::filesystem::remove_all(world.Folder.Path() / "preset");
+    world.Folder.Write("preset", Bytes{1});
+    EditOne(1);
+    Minute();
+    EXPECT_THAT(program.Main.StatusLine.Caption(),
+                ::testing::StartsWith("The copy of what plays in ID:5 was not kept. "));
 }
 
 /// Killed anywhere, every copy that is there is a whole one, and the newest is not older than the last but one written.

@@ -45,6 +45,17 @@ inline std::string Shown(const controls::TabControl& tabs) {
     return captions;
 }
 
+inline std::string Shown(const controls::Picture& picture) {
+    std::size_t sum = 0;
+    for (const controls::Picture::Stroke& stroke : picture.Strokes()) {
+        sum = 31 * sum + static_cast<std::size_t>(stroke.Pen.Red) * 3 + static_cast<std::size_t>(stroke.Pen.Blue);
+        for (const controls::Picture::Point& point : stroke.Points) {
+            sum = 31 * sum + static_cast<std::size_t>(point.X) * 7 + static_cast<std::size_t>(point.Y);
+        }
+    }
+    return std::to_string(sum);
+}
+
 /// The program with the windows of three devices of a virtual rack.
 class RackWorld : public ProgramTest {
   protected:
@@ -111,6 +122,9 @@ class RackWorld : public ProgramTest {
         const int id = Ids[At(slot)];
         program.Windows.CurrentWindow = slot;
         All all;
+        for (int channel = 0; channel < ChannelCount; ++channel) {
+            program.Response.RedrawChannel(channel); // an image that is applied draws its graphs before its master gain
+        }
         const model::PresetImageRow& image = program.Stores.PresetImage[At(id)];
         const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&image);
         all.Image.assign(bytes, bytes + sizeof image);
@@ -147,6 +161,20 @@ class RackWorld : public ProgramTest {
         EXPECT_EQ(now.Live, before.Live) << when;
         EXPECT_EQ(now.Memory, before.Memory) << when;
         EXPECT_EQ(now.LastInputType, before.LastInputType) << when;
+    }
+
+    std::vector<std::string> Drawn(int slot) {
+        std::vector<std::string> drawn;
+        for (const controls::Picture& graph : Window(slot).Picture1) {
+            drawn.push_back(Shown(graph));
+        }
+        return drawn;
+    }
+    /// What is drawn is what would be drawn now.
+    void ExpectDrawn(int slot, const std::string& when) {
+        const std::vector<std::string> drawn = Drawn(slot);
+        Look(slot);
+        EXPECT_EQ(Drawn(slot), drawn) << when;
     }
 
     void By(int slot, const std::function<void()>& event) { program.Events.Run(UserIn(slot), event); }
