@@ -12,7 +12,6 @@ namespace nrv::history {
 namespace {
 
 using presets::Parameter;
-using presets::ParameterKind;
 
 constexpr const char* ToPreset = "return to the last preset";
 constexpr std::size_t LongestWords = 90; // of a menu entry
@@ -21,7 +20,7 @@ constexpr long NoGesture = -1;           // nothing goes on from it
 
 /// Of a switch every turn is a step of its own.
 bool IsSwitch(Parameter parameter) {
-    using enum ParameterKind;
+    using enum presets::ParameterKind;
     return parameter.Kind == Mute || parameter.Kind == Phase || parameter.Kind == InputType ||
            parameter.Kind == DelayUnit;
 }

@@ -127,7 +127,7 @@ void BringViews(const CommandContext& context, Response& response, const Snapsho
     }
     response::ShowSharedViews(context, response);
     for (const char option : target.Extras[extra::Sums]) {
-        form.Option2[static_cast<std::size_t>(option)].ShowSelected();
+        form.Option2[static_cast<unsigned char>(option)].ShowSelected();
     }
 }
 

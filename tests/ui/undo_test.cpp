@@ -1,6 +1,7 @@
 // Steps taken back with real keys and mouse, before a virtual rack of two devices.
 
 #include "rack_test.h"
+#include "widget_edits.h"
 
 #include <QAction>
 #include <QKeyEvent>
@@ -186,6 +187,40 @@ class UndoTest : public RackTest {
         QVERIFY(!Entry("Undo")->isEnabled());
         Entry("Undo")->trigger();
         QCOMPARE(other_->Difference(), QString());
+    }
+
+    void EditsOfEveryKindByWidgetsAreAllUndoneAndAllRedone() {
+        const auto all = [this] {
+            std::vector<std::vector<simulator::Byte>> bytes;
+            for (const int id : {Id, OtherId}) {
+                const simulator::PresetBody live = Live(id);
+                bytes.emplace_back(live.begin(), live.end());
+                bytes.push_back({desk_->Memory(id, 16), desk_->Memory(id, 18)}); // options and mutes
+                const auto& body = desk_->Logic().Stores.PresetImage[static_cast<std::size_t>(id)].PresetBody;
+                bytes.emplace_back(body.begin(), body.end());
+            }
+            return bytes;
+        };
+        const auto first = all();
+        WidgetEdits edits(*desk_, 99);
+        for (int n = 0; n < 120; ++n) {
+            edits.Edit(n / 20 % 2);
+        }
+        const auto last = all();
+        QVERIFY(first != last);
+        for (const auto& [key, expected] : {std::pair(Qt::Key_Z, first), std::pair(Qt::Key_Y, last)}) {
+            for (const int slot : {0, 1}) {
+                desk_->BringForward(slot);
+                QTRY_COMPARE(desk_->Logic().Windows.CurrentWindow, slot);
+                QAction* const entry = Entry(key == Qt::Key_Z ? "Undo" : "Redo");
+                QWidget* const tabs = desk_->Control("SSTab1", controls::NoIndex, slot);
+                tabs->setFocus();
+                while (entry->isEnabled()) {
+                    Press(tabs, key);
+                }
+            }
+            QVERIFY(all() == expected);
+        }
     }
 
     void TheListTellsOfEditsAtTheRow() {

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 namespace nrv::ui {
 namespace {
@@ -36,13 +37,15 @@ bool GestureWatch::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
         // One that travels up the widgets is one press.
-        if (!held_) {
+        if (const quint64 when = static_cast<const QMouseEvent*>(event)->timestamp(); when != pressed_) {
+            pressed_ = when;
             Next();
         }
         held_ = true;
         key_ = 0;
         break;
     case QEvent::MouseButtonRelease:
+    case QEvent::UngrabMouse: // a box or dialog came over what was pressed
         if (held_) {
             Next();
         }

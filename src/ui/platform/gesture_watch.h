@@ -25,8 +25,9 @@ class GestureWatch : public QObject {
     void Next() { ++serial_; }
 
     long serial_ = 0;
-    bool held_ = false; ///< a mouse button is down
-    int key_ = 0;       ///< of the run, or 0
+    bool held_ = false;   ///< a mouse button is down
+    quint64 pressed_ = 0; ///< when it went down
+    int key_ = 0;         ///< of the run, or 0
     QPointer<QObject> at_;
     QElapsedTimer since_; ///< the last operation
 };
