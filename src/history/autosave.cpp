@@ -16,10 +16,6 @@ namespace fs = std::filesystem;
 
 constexpr int Incoming = 0; // the number of a copy that is written and not yet in its place
 
-std::span<const std::uint8_t> BytesOf(const model::PresetImageRow& image) {
-    return {reinterpret_cast<const std::uint8_t*>(&image), sizeof image};
-}
-
 bool Holds(const fs::path& file, std::span<const std::uint8_t> bytes) {
     std::error_code ignored;
     return fs::exists(file, ignored) && std::ranges::equal(ReadFromStart(file, bytes.size()), bytes);
@@ -52,7 +48,7 @@ void Autosave::Changed(int device) {
 
 void Autosave::Write(int device) {
     changed_[At(device)] = false;
-    const auto bytes = BytesOf(parts_.Stores.PresetImage[At(device)]);
+    const auto bytes = model::BytesOf(parts_.Stores.PresetImage[At(device)]);
     try {
         if (Holds(AutosaveFile(parts_.AppFolder, device, 1), bytes)) {
             return;

@@ -1,19 +1,9 @@
 #include "history/changes.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace nrv::history {
 namespace {
-
-constexpr std::size_t ImageSize = sizeof(model::PresetImageRow);
-
-char* BytesOf(model::PresetImageRow& image) {
-    return reinterpret_cast<char*>(&image);
-}
-const char* BytesOf(const model::PresetImageRow& image) {
-    return reinterpret_cast<const char*>(&image);
-}
 
 /// In two bytes: a title may be longer than one can tell.
 void Append(std::string& packed, std::size_t number) {
@@ -50,21 +40,24 @@ Changes::Changes(const Snapshot& before, const Snapshot& after) {
         packed_ += was;
         packed_ += is;
     };
-    const char* const was = BytesOf(before.Image);
-    const char* const is = BytesOf(after.Image);
-    for (std::size_t first = 0; first < ImageSize;) {
+    const auto was = BytesOf(before.Image);
+    const auto is = BytesOf(after.Image);
+    for (std::size_t first = 0; first < model::ImageSize;) {
         std::size_t end = first;
-        while (end < ImageSize && was[end] != is[end]) {
+        while (end < model::ImageSize && was[end] != is[end]) {
             ++end;
         }
         if (end > first) {
-            add(first, std::string(was + first, end - first), std::string(is + first, end - first));
+            const auto run = [&](const auto& bytes) {
+                return std::string(&bytes[first], &bytes[first] + (end - first));
+            };
+            add(first, run(was), run(is));
         }
         first = std::max(end, first + 1);
     }
     for (std::size_t n = 0; n < before.Extras.size(); ++n) {
         if (before.Extras[n] != after.Extras[n]) {
-            add(ImageSize + n, before.Extras[n], after.Extras[n]);
+            add(model::ImageSize + n, before.Extras[n], after.Extras[n]);
         }
     }
 }
@@ -78,10 +71,10 @@ Snapshot Changes::With(Snapshot snapshot, bool after) const {
         const std::string was = reader.Text(was_length);
         const std::string is = reader.Text(is_length);
         const std::string& taken = after ? is : was;
-        if (place < ImageSize) {
-            std::memcpy(BytesOf(snapshot.Image) + place, taken.data(), taken.size());
+        if (place < model::ImageSize) {
+            std::ranges::copy(taken, BytesOf(snapshot.Image).begin() + static_cast<std::ptrdiff_t>(place));
         } else {
-            snapshot.Extras[place - ImageSize] = taken;
+            snapshot.Extras[place - model::ImageSize] = taken;
         }
     }
     return snapshot;

@@ -12,7 +12,6 @@
 #include <array>
 #include <cstring>
 #include <optional>
-#include <span>
 #include <type_traits>
 
 namespace nrv::history {
@@ -51,27 +50,18 @@ void SetOptions(model::ParamRow& values, const Snapshot& target) {
     }
 }
 
-std::span<std::uint8_t, sizeof(model::PresetImageRow)> AsBytes(model::PresetImageRow& image) {
-    return std::span<std::uint8_t, sizeof(model::PresetImageRow)>(reinterpret_cast<std::uint8_t*>(&image),
-                                                                  sizeof(model::PresetImageRow));
-}
-std::span<const std::uint8_t, sizeof(model::PresetImageRow)> AsBytes(const model::PresetImageRow& image) {
-    return std::span<const std::uint8_t, sizeof(model::PresetImageRow)>(reinterpret_cast<const std::uint8_t*>(&image),
-                                                                        sizeof(model::PresetImageRow));
-}
-
 /// The byte whose bits belong to different things, such as the lock and the unit.
 constexpr std::size_t ByteOfBits = offsetof(model::PresetImageRow, SystemPage) + model::OptionBitsAddress;
 
 /// What is to hold where `from` became `to`, and `now` where something else changed it.
 Snapshot Target(const Snapshot& now, const Snapshot& from, const Snapshot& to) {
     Snapshot target = now;
-    const auto bytes = AsBytes(target.Image);
+    const auto bytes = BytesOf(target.Image);
     for (std::size_t n = 0; n < bytes.size(); ++n) {
-        const unsigned changed = AsBytes(from.Image)[n] ^ AsBytes(to.Image)[n];
-        const unsigned changed_since = bytes[n] ^ AsBytes(from.Image)[n];
+        const unsigned changed = BytesOf(from.Image)[n] ^ BytesOf(to.Image)[n];
+        const unsigned changed_since = bytes[n] ^ BytesOf(from.Image)[n];
         const unsigned taken = n == ByteOfBits ? changed & ~changed_since : changed_since == 0 ? changed : 0;
-        bytes[n] = static_cast<std::uint8_t>((bytes[n] & ~taken) | (AsBytes(to.Image)[n] & taken));
+        bytes[n] = static_cast<std::uint8_t>((bytes[n] & ~taken) | (BytesOf(to.Image)[n] & taken));
     }
     for (std::size_t n = 0; n < extra::Count; ++n) {
         if (now.Extras[n] == from.Extras[n]) {

@@ -27,6 +27,16 @@ static_assert(offsetof(PresetImageRow, ViewState) == 690);
 static_assert(std::is_trivially_copyable_v<PresetImageRow>);
 static_assert(std::is_standard_layout_v<PresetImageRow>);
 
+inline constexpr std::size_t ImageSize = sizeof(PresetImageRow);
+
+/// An image byte by byte, as it stands in a file.
+inline std::span<std::uint8_t, ImageSize> BytesOf(PresetImageRow& image) {
+    return std::span<std::uint8_t, ImageSize>(reinterpret_cast<std::uint8_t*>(&image), ImageSize);
+}
+inline std::span<const std::uint8_t, ImageSize> BytesOf(const PresetImageRow& image) {
+    return std::span<const std::uint8_t, ImageSize>(reinterpret_cast<const std::uint8_t*>(&image), ImageSize);
+}
+
 /// How many bytes of `PresetBody` the device stores and returns.
 inline constexpr std::size_t PresetBodyOnDevice = 432;
 

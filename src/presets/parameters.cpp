@@ -67,10 +67,6 @@ std::vector<ImageBits> SystemBits(std::size_t address, std::uint8_t bits) {
     return {{offsetof(model::PresetImageRow, SystemPage) + address, bits}};
 }
 
-const std::uint8_t* BytesOf(const model::PresetImageRow& image) {
-    return reinterpret_cast<const std::uint8_t*>(&image);
-}
-
 /// Setting its controls would run events, which are guarded. Faders run none.
 bool HasEvents(ParameterKind kind) {
     return kind == Mute || kind == InputType || kind == Crossover || kind == Peq || kind == Tone || kind == Phase ||

@@ -14,18 +14,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::span<std::uint8_t> BytesOf(model::PresetImageRow& image) {
-    return {reinterpret_cast<std::uint8_t*>(&image), sizeof image};
-}
-
 /// What is told of a file that does not hold a whole preset; empty of one that does.
 std::string Shortfall(const fs::path& file, bool was_there, std::size_t bytes) {
     const std::string name = "\"" + FileNameText(file) + "\"";
     if (!was_there) {
         return name + " was not there: it was made empty, and the settings stayed as they were.";
     }
-    if (bytes < sizeof(model::PresetImageRow)) {
-        return name + " holds " + std::to_string(bytes) + " of the " + std::to_string(sizeof(model::PresetImageRow)) +
+    if (bytes < model::ImageSize) {
+        return name + " holds " + std::to_string(bytes) + " of the " + std::to_string(model::ImageSize) +
                " bytes of a preset; what is missing stayed as it was.";
     }
     return {};
@@ -34,7 +30,7 @@ std::string Shortfall(const fs::path& file, bool was_there, std::size_t bytes) {
 /// The file's bytes up to the image's size. A name that does not exist becomes an empty file where one can be made.
 /// Throws RuntimeError.
 std::vector<std::uint8_t> ReadPreset(const fs::path& file) {
-    std::vector<std::uint8_t> bytes = ReadFromStart(file, sizeof(model::PresetImageRow));
+    std::vector<std::uint8_t> bytes = ReadFromStart(file, model::ImageSize);
     std::error_code ignored;
     if (!fs::exists(file, ignored)) {
         throw RuntimeError(ErrorKind::FileNotFound, FileNameText(file) + " was not found.");

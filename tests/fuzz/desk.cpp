@@ -178,6 +178,13 @@ void Desk::Reset() {
     p.Link.TransactionDone = true;
     p.Link.ReportLinkFailure = true;
     p.Windows.Loaded = s.Loaded;
+    for (int slot = 0; slot < controls::SlotCount; ++slot) {
+        p.History.WindowGone(slot);
+        if (s.Loaded[At(slot)]) {
+            p.Windows.CurrentWindow = slot;
+            p.History.WindowOpened();
+        }
+    }
     p.Windows.CurrentWindow = s.CurrentWindow;
     p.Windows.OpenWindowTop = s.OpenWindowTop;
     p.Response.ViewMode = s.ViewMode;

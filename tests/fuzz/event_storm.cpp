@@ -1,6 +1,7 @@
 #include "fuzz/desk.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 
 // Whatever a user does in two windows, the list and the dialogs, with the timers between, on a line that now and then
@@ -38,7 +39,7 @@ class Storm {
             InAWindow(kind % 10);
             return;
         }
-        switch (kind % 9) {
+        switch (kind % 10) {
         case 0:
             desk_.AnswerBoxes(input_.Byte());
             Tool();
@@ -65,10 +66,27 @@ class Storm {
         case 7:
             desk_.Meet({});
             break;
+        case 8:
+            desk_.AnswerBoxes(input_.Byte());
+            Step();
+            break;
         default:
             desk_.AnswerBoxes(input_.Byte());
             Leave();
             break;
+        }
+    }
+
+    /// The menu "Edit", and the timer that keeps copies.
+    void Step() {
+        controls::MDIFrmMain& main = Program().Main;
+        const std::array<controls::Button*, 6> entries = {&main.Undo, &main.Undo,    &main.Redo,
+                                                          &main.Redo, &main.Compare, &main.Revert};
+        const std::size_t entry = input_.Below(entries.size() + 1);
+        if (entry == entries.size()) {
+            main.AutosaveTimer.Tick();
+        } else if (entries[entry]->Enabled()) {
+            desk_.Run(testing::UserOutside(), [&] { entries[entry]->UserClick(); });
         }
     }
 

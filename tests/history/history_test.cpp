@@ -18,34 +18,34 @@ class HistoryTest : public RackWorld {
         const auto add = [&all](const char* name, int count, std::size_t frames, auto run) {
             for (std::size_t i = 0; i < At(count); ++i) {
                 all.push_back({std::string(name) + ' ' + std::to_string(i),
-                               [run, i](controls::FrmCtrl& form) { run(form, i); }, frames});
+                               [run, i](controls::FrmCtrl& of) { run(of, i); }, frames});
             }
         };
         const auto away = [](auto& fader) { fader.UserMove(fader.Shown() == 1 ? 2 : 1); };
         const auto other = [](controls::List& list) { list.UserSelect(list.Index() == 1 ? 2 : 1); };
         const auto type = [](controls::TextBox& box) { Type(box, box.Text() == "1000" ? "500" : "1000"); };
-        add("gain", StripCount, 1, [away](auto& form, auto i) { away(form.Slider1[i]); });
-        add("mute", StripCount, 2, [](auto& form, auto i) { form.Check1[i].UserToggle(); });
-        add("phase", StripCount, 1, [](auto& form, auto i) { form.Check2[i].UserToggle(); });
-        add("typed delay", StripCount, 1, [](auto& form, auto i) { Type(form.Text2[i], "77.777"); });
+        add("gain", StripCount, 1, [away](auto& of, auto i) { away(of.Slider1[i]); });
+        add("mute", StripCount, 2, [](auto& of, auto i) { of.Check1[i].UserToggle(); });
+        add("phase", StripCount, 1, [](auto& of, auto i) { of.Check2[i].UserToggle(); });
+        add("typed delay", StripCount, 1, [](auto& of, auto i) { Type(of.Text2[i], "77.777"); });
         add("fine delay", StripCount, 1,
-            [](auto& form, auto i) { form.UpDown1[i].UserStep(form.UpDown1[i].Shown() > 20 ? -1 : 1); });
-        add("unit", 1, 1, [](auto& form, auto) { form.Option1[1].Select(); });
-        add("input", 1, 1, [](auto& form, auto) { form.Combo4.UserSelect(1); });
-        add("section's gain", PeqCount, 1, [away](auto& form, auto i) { away(form.Slider2[i]); });
-        add("section's frequency", PeqCount, 1, [type](auto& form, auto i) { type(form.Text4[i]); });
+            [](auto& of, auto i) { of.UpDown1[i].UserStep(of.UpDown1[i].Shown() > 20 ? -1 : 1); });
+        add("unit", 1, 1, [](auto& of, auto) { of.Option1[1].Select(); });
+        add("input", 1, 1, [](auto& of, auto) { of.Combo4.UserSelect(1); });
+        add("section's gain", PeqCount, 1, [away](auto& of, auto i) { away(of.Slider2[i]); });
+        add("section's frequency", PeqCount, 1, [type](auto& of, auto i) { type(of.Text4[i]); });
         add("section's bandwidth", PeqCount, 1,
-            [](auto& form, auto i) { form.UpDown3[i].UserStep(form.UpDown3[i].Shown() > 30 ? -1 : 1); });
-        add("shelf's gain", ToneCount, 1, [away](auto& form, auto i) { away(form.Slider3[i]); });
-        add("shelf's frequency", ToneCount, 1, [type](auto& form, auto i) { type(form.Text7[i]); });
-        add("shelf's type", ToneCount, 1, [other](auto& form, auto i) { other(form.Combo1[i]); });
-        add("slope", CrossoverCount, 1, [other](auto& form, auto i) { other(form.Combo2[i]); });
-        add("crossover's frequency", CrossoverCount, 1, [type](auto& form, auto i) { type(form.Text8[i]); });
-        add("source", OutputCount, 1, [other](auto& form, auto i) { other(form.Combo3[i]); });
-        add("threshold", ChannelCount, 1, [away](auto& form, auto i) { away(form.Slider4[i]); });
-        add("release", ChannelCount, 1, [away](auto& form, auto i) { away(form.Slider5[i]); });
-        add("attack", ChannelCount, 1, [away](auto& form, auto i) { away(form.Slider6[i]); });
-        add("master", 1, 1, [away](auto& form, auto) { away(form.Slider100); });
+            [](auto& of, auto i) { of.UpDown3[i].UserStep(of.UpDown3[i].Shown() > 30 ? -1 : 1); });
+        add("shelf's gain", ToneCount, 1, [away](auto& of, auto i) { away(of.Slider3[i]); });
+        add("shelf's frequency", ToneCount, 1, [type](auto& of, auto i) { type(of.Text7[i]); });
+        add("shelf's type", ToneCount, 1, [other](auto& of, auto i) { other(of.Combo1[i]); });
+        add("slope", CrossoverCount, 1, [other](auto& of, auto i) { other(of.Combo2[i]); });
+        add("crossover's frequency", CrossoverCount, 1, [type](auto& of, auto i) { type(of.Text8[i]); });
+        add("source", OutputCount, 1, [other](auto& of, auto i) { other(of.Combo3[i]); });
+        add("threshold", ChannelCount, 1, [away](auto& of, auto i) { away(of.Slider4[i]); });
+        add("release", ChannelCount, 1, [away](auto& of, auto i) { away(of.Slider5[i]); });
+        add("attack", ChannelCount, 1, [away](auto& of, auto i) { away(of.Slider6[i]); });
+        add("master", 1, 1, [away](auto& of, auto) { away(of.Slider100); });
         return all;
     }
     std::string Undoable() { return program.Main.Undo.Caption(); }

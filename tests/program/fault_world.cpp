@@ -19,12 +19,6 @@ std::array<double, NumbersOfARow> NumbersOf(const model::ParamRow& row) {
     return numbers;
 }
 
-std::array<std::uint8_t, sizeof(model::PresetImageRow)> BytesOf(const model::PresetImageRow& row) {
-    std::array<std::uint8_t, sizeof(model::PresetImageRow)> bytes{};
-    std::memcpy(bytes.data(), &row, sizeof row);
-    return bytes;
-}
-
 /// Lines for the entries of two rows that differ, no more than anybody would read.
 class Comparison {
   public:

@@ -19,10 +19,11 @@ constexpr int UsedMark = 0x55;
 simulator::Rack RackWithPresets() {
     simulator::Rack rack = RandomRack({Id, OtherId});
     simulator::Device& device = rack.At(Id);
-    for (const auto& [position, name] : {std::pair(0, "Club Main       "), std::pair(2, "Hall            ")}) {
-        device.SetMemory(static_cast<std::size_t>(48 + position), UsedMark);
+    for (const auto& [position, name] :
+         {std::pair(std::size_t{0}, "Club Main       "), std::pair(std::size_t{2}, "Hall            ")}) {
+        device.SetMemory(48 + position, UsedMark);
         for (std::size_t n = 0; n < 16; ++n) {
-            device.SetMemory(static_cast<std::size_t>(64 + 16 * position) + n, static_cast<simulator::Byte>(name[n]));
+            device.SetMemory(64 + 16 * position + n, static_cast<simulator::Byte>(name[n]));
         }
     }
     return rack;
