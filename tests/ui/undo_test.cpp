@@ -9,7 +9,6 @@
 
 using namespace nrv;
 using namespace nrv::test;
-using testing::ImageLayout;
 
 namespace {
 

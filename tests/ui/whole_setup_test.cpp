@@ -159,7 +159,7 @@ class ReaderHands : public Hands {
 };
 
 struct Ended {
-    simulator::PresetBody Live;
+    simulator::PresetBody Live{};
     std::vector<simulator::Byte> Memory;
 };
 

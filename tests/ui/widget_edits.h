@@ -15,8 +15,8 @@ namespace nrv::test {
 enum class Input { None, Hertz, Delay };
 /// Widgets of one name, by their number.
 struct WidgetKind {
-    const char* Name;
-    int Count;
+    const char* Name = "";
+    int Count = 0;
     Input Typed = Input::None;
 };
 inline constexpr std::array WidgetKinds{WidgetKind{"Slider1", 16},
