@@ -35,8 +35,8 @@ Tour::Tour(ui::Application& application, std::filesystem::path pictures)
 
 bool Tour::Run() {
     const bool whole = Connect() && OpenDevice(ShownId, 0) && MoveGain() && MuteAndRoute() && ShapeResponse() &&
-                       SetDelays() && TakeBack() && LookAtTabs() && EditNames() && SaveAndLoad() && StoreAndRead() && CopyOutput() &&
-                       LockAndUnlock() && CloseWindow();
+                       SetDelays() && TakeBack() && LookAtTabs() && EditNames() && SaveAndLoad() && StoreAndRead() &&
+                       CopyOutput() && LockAndUnlock() && CloseWindow();
     if (whole) {
         LeaveProgram();
     }
@@ -183,9 +183,7 @@ bool Tour::TakeBack() {
     edit->popup(main->mapToGlobal(QPoint(40, 20)));
     Picture(*edit, "edit-menu");
     edit->close();
-    const auto choose = [main](const char* entry) {
-        main->findChild<QAction*>(QLatin1String(entry))->trigger();
-    };
+    const auto choose = [main](const char* entry) { main->findChild<QAction*>(QLatin1String(entry))->trigger(); };
     choose("Undo");
     Picture(*main, "undone");
     const bool undone = Form().Text2[3].Text() == "0 ms";
