@@ -156,7 +156,7 @@ TEST(AutosaveUnderFire, EveryCopyIsWholeWheneverTheProcessIsKilled) {
         if (child == 0) {
             const auto stores = std::make_unique<model::DeviceStores>();
             controls::Timer clock;
-            const std::filesystem::path path = folder.Path();
+            const std::filesystem::path& path = folder.Path();
             history::Autosave autosave({*stores, path, clock, [](const std::string&) {}});
             for (unsigned n = 0;; ++n) {
                 stores->PresetImage[5].PresetBody.fill(static_cast<std::uint8_t>(n));

@@ -10,7 +10,7 @@ class HistoryRest : public RackWorld {
   protected:
     /// A preset with views of its own.
     std::filesystem::path FileWithViews(const std::string& name) {
-        const auto file = AnyFile(name);
+        auto file = AnyFile(name);
         Bytes bytes = world.Folder.Read(name);
         for (std::size_t n = 0; n < 38; ++n) {
             bytes[690 + n] = static_cast<std::uint8_t>(Pick(2));

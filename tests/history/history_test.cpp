@@ -265,7 +265,7 @@ TEST_F(HistoryTest, WhatIsNoStepStaysWhenAStepIsTakenBack) {
     EXPECT_EQ(form.ViewBox(2, 3).Value(), viewed);
     EXPECT_EQ(program.Stores.ParamValues[5].PresetNames[6], "Kept            ");
     const auto& page = program.Stores.PresetImage[5].SystemPage;
-    EXPECT_EQ(std::string(page.begin() + 64 + 6 * 16, page.begin() + 64 + 6 * 16 + 4), "Kept");
+    EXPECT_EQ(std::string(&page[64 + 96], &page[64 + 96 + 4]), "Kept");
     EXPECT_EQ(program.Stores.ParamValues[5].PresetUsed[6], 85.0);
 }
 

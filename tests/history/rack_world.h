@@ -216,8 +216,8 @@ class RackWorld : public ProgramTest {
         By(slot, [&] { EditAny(form); });
     }
     void EditAny(controls::FrmCtrl& form) {
-        const std::size_t channel = static_cast<std::size_t>(Pick(ChannelCount));
-        const std::size_t filter = static_cast<std::size_t>(Pick(ToneCount));
+        const auto channel = static_cast<std::size_t>(Pick(ChannelCount));
+        const auto filter = static_cast<std::size_t>(Pick(ToneCount));
         switch (Pick(22)) {
         case 0:
             return AnyOf(form.Slider1).UserMove(Pick(121));
@@ -244,7 +244,7 @@ class RackWorld : public ProgramTest {
         case 11:
             return Type(AnyOf(form.Text4), std::to_string(Pick(25'000)));
         case 12:
-            return Type(AnyOf(form.Text5), model::DecimalText(5 * (1 + Pick(60)), 2));
+            return Type(AnyOf(form.Text5), model::DecimalText(5L * (1 + Pick(60)), 2));
         case 13:
             return AnyOf(form.Slider3).UserMove(Pick(37));
         case 14:

@@ -1,5 +1,7 @@
 #include "ui/windows/splash_picture.h"
 
+#include "ui/look/theme.h"
+
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
@@ -46,14 +48,14 @@ void PaintGrid(QPainter& painter, const QRectF& paper) {
             const double x =
                 paper.left() + paper.width() * std::log10(std::pow(10.0, decade) * step / LowestHz) / Decades;
             if (x > paper.left() && x < paper.right()) {
-                painter.setPen(QPen(step == 1 ? QColor(0xC9, 0xD1, 0xDA) : QColor(0xEA, 0xEE, 0xF2), 1.0));
+                painter.setPen(QPen(step == 1 ? GraphPaper().Decades : GraphPaper().FineFrequencies, 1.0));
                 painter.drawLine(QLineF(x, paper.top(), x, paper.bottom()));
             }
         }
     }
     for (int decibels = -24; decibels <= 0; decibels += 6) {
         const double y = YOf(paper, decibels);
-        painter.setPen(QPen(decibels == 0 ? QColor(0x9A, 0xA5, 0xB1) : QColor(0xEA, 0xEE, 0xF2), 1.0));
+        painter.setPen(QPen(decibels == 0 ? GraphPaper().Zero : GraphPaper().FineLevels, 1.0));
         painter.drawLine(QLineF(paper.left(), y, paper.right(), y));
     }
 }
@@ -83,14 +85,14 @@ void PaintGraph(QPainter& painter, const QRectF& paper) {
     painter.save();
     QPainterPath outline;
     outline.addRoundedRect(paper, 4.0, 4.0);
-    painter.fillPath(outline, QColor(0xFC, 0xFD, 0xFE));
+    painter.fillPath(outline, GraphPaper().Ground);
     painter.setClipPath(outline);
     PaintGrid(painter, paper);
     for (const Way& way : Ways()) {
         PaintWay(painter, paper, way);
     }
     painter.restore();
-    painter.setPen(QPen(QColor(0xCB, 0xD2, 0xDA), 1.0));
+    painter.setPen(QPen(GraphPaper().Decades, 1.0));
     painter.drawRoundedRect(paper, 4.0, 4.0);
 }
 
