@@ -149,15 +149,14 @@ TEST_F(AutosaveTest, AFolderThatCannotBeWrittenIsToldOnceUntilItCan) {
 /// Killed anywhere, every copy that is there is a whole one, and the newest is not older than the last but one written.
 TEST(AutosaveUnderFire, EveryCopyIsWholeWheneverTheProcessIsKilled) {
     TestFolder folder;
-    std::filesystem::create_directory(folder.Path() / "preset");
+    const auto stores = std::make_unique<model::DeviceStores>();
+    controls::Timer clock;
+    history::Autosave autosave({*stores, folder.Path(), clock, [](const std::string&) {}});
+    autosave.Write(5); // a child may be killed before its first one
     std::mt19937 random(5);
     for (int round = 0; round < 60; ++round) {
         const pid_t child = fork();
         if (child == 0) {
-            const auto stores = std::make_unique<model::DeviceStores>();
-            controls::Timer clock;
-            const std::filesystem::path& path = folder.Path();
-            history::Autosave autosave({*stores, path, clock, [](const std::string&) {}});
             for (unsigned n = 0;; ++n) {
                 stores->PresetImage[5].PresetBody.fill(static_cast<std::uint8_t>(n));
                 stores->PresetImage[5].SystemPage.fill(static_cast<std::uint8_t>(n));
@@ -180,7 +179,7 @@ TEST(AutosaveUnderFire, EveryCopyIsWholeWheneverTheProcessIsKilled) {
             ASSERT_EQ(bytes.find_first_not_of(bytes.front()), std::string::npos) << file;
             ++whole;
         }
-        EXPECT_GE(whole, round == 0 ? 0 : 1);
+        EXPECT_GE(whole, 1);
     }
 }
 

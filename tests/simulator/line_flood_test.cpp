@@ -85,7 +85,7 @@ TEST(LineFlood, OnALineThatStaysOpenIsWorkedOffInSeconds) {
         came += part.size();
     }
     EXPECT_EQ(came % 432, 0U);
-    EXPECT_LE(came, Outbox::MostWaiting + 4 * 432);
+    EXPECT_LE(came, Outbox::MostWaiting + 4 * std::size_t{432});
     EXPECT_EQ(terminal.Ask(Request(5, {})).at(4), 0xC3);
 }
 
