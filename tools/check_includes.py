@@ -5,7 +5,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("src", "simulator", "tests", "tour", "bench", "tools")
+FOLDERS = ("src", "simulator", "tool", "tests", "tour", "bench", "tools")
 
 # The layers of src/, from the bottom up; those of one line may include each other.
 LAYERS = (
@@ -25,7 +25,8 @@ HEIGHT = {layer: height for height, line in enumerate(LAYERS) for layer in line}
 REACH = {
     "simulator": (),
     "tools": (),
-    "tests": ("src", "simulator"),
+    "tool": ("src",),
+    "tests": ("src", "simulator", "tool"),
     "tour": ("src", "tests"),
     "bench": ("src", "simulator", "tests"),
 }

@@ -1,0 +1,103 @@
+#include "tool/command_line.h"
+
+#include "tool/keys.h"
+#include "tool/preset_file.h"
+#include "tool/show.h"
+#include "tool/trouble.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <ostream>
+
+namespace nrv::tool {
+namespace {
+
+/// What the commands write to, and how the one that was given ends.
+struct Console {
+    std::ostream& Out;
+    std::ostream& Errors;
+    std::function<Outcome()> Command;
+};
+
+std::optional<int> ChannelOrAll(const std::string& typed) {
+    return typed.empty() ? std::nullopt : std::optional(ChannelFromTyped(typed));
+}
+
+void AddShow(CLI::App& app, Console& console) {
+    struct Arguments {
+        std::string File;
+        std::string Channel;
+        bool Json = false;
+        bool Keys = false;
+    };
+    const auto given = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("show", "Every parameter of a preset in words and units");
+    command->add_option("FILE", given->File, "Preset")->required();
+    command->add_option("--channel", given->Channel, "This channel alone, such as \"Out 2\"");
+    CLI::Option* const json = command->add_flag("--json", given->Json, "As JSON, by key");
+    command->add_flag("--keys", given->Keys, "A line for each value, as \"set\" takes it")->excludes(json);
+    command->callback([given, &console] {
+        console.Command = [given, &console] {
+            const ShowAs how = given->Json ? ShowAs::Json : given->Keys ? ShowAs::Keys : ShowAs::Words;
+            Show(ReadPreset(given->File), ChannelOrAll(given->Channel), how, console.Out);
+            return Outcome::Well;
+        };
+    });
+}
+
+void AddDiff(CLI::App& app, Console& console) {
+    const auto files = std::make_shared<std::array<std::string, 2>>();
+    CLI::App* const command = app.add_subcommand("diff", "What differs between two presets, in words");
+    command->add_option("FILE", (*files)[0], "Preset")->required();
+    command->add_option("OTHER", (*files)[1], "Another")->required();
+    command->callback([files, &console] {
+        console.Command = [files, &console] {
+            return Diff(ReadPreset((*files)[0]), ReadPreset((*files)[1]), console.Out);
+        };
+    });
+}
+
+void AddCheck(CLI::App& app, Console& console) {
+    const auto file = std::make_shared<std::string>();
+    CLI::App* const command = app.add_subcommand("check", "Whether a file is a whole preset, every code in range");
+    command->add_option("FILE", *file, "Preset")->required();
+    command->callback([file, &console] { console.Command = [file, &console] { return Check(*file, console.Out); }; });
+}
+
+/// One line, whatever a message holds.
+std::string OneLine(std::string text) {
+    std::ranges::replace(text, '\n', ' ');
+    return text;
+}
+
+int Tell(Console& console, const std::string& what, Outcome outcome) {
+    console.Errors << "nrv718-preset: " << OneLine(what) << "\n";
+    return static_cast<int>(outcome);
+}
+
+} // namespace
+
+int Run(std::vector<std::string> arguments, std::ostream& out, std::ostream& errors) {
+    Console console{out, errors, {}};
+    CLI::App app("Presets of the NRV-718 on the PC and over the line", "nrv718-preset");
+    app.require_subcommand(1);
+    AddShow(app, console);
+    AddDiff(app, console);
+    AddCheck(app, console);
+    try {
+        std::ranges::reverse(arguments); // as the parser takes them
+        app.parse(std::move(arguments));
+        return static_cast<int>(console.Command());
+    } catch (const CLI::Success&) {
+        out << app.help();
+        return static_cast<int>(Outcome::Well);
+    } catch (const CLI::ParseError& error) {
+        return Tell(console, std::string(error.what()) + " (--help tells how)", Outcome::Refused);
+    } catch (const Trouble& trouble) {
+        return Tell(console, trouble.what(), trouble.EndsAs());
+    }
+}
+
+} // namespace nrv::tool
