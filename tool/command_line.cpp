@@ -2,6 +2,7 @@
 
 #include "tool/keys.h"
 #include "tool/preset_file.h"
+#include "tool/set.h"
 #include "tool/show.h"
 #include "tool/trouble.h"
 
@@ -66,6 +67,27 @@ void AddCheck(CLI::App& app, Console& console) {
     command->callback([file, &console] { console.Command = [file, &console] { return Check(*file, console.Out); }; });
 }
 
+void AddSet(CLI::App& app, Console& console) {
+    struct Arguments {
+        std::string File;
+        std::vector<std::string> Values;
+        std::string Into;
+    };
+    const auto given = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("set", "Sets values of a preset by their keys");
+    command->add_option("FILE", given->File, "Preset")->required();
+    command->add_option("KEY=VALUE", given->Values, "Such as out2.peq3.gain=-3 or in-a.delay=2.5ms")->required();
+    command->add_option("-o,--output", given->Into, "Where the preset is written")->required();
+    command->callback([given, &console] {
+        console.Command = [given, &console] {
+            model::PresetImageRow image = ReadPreset(given->File);
+            Set(image, given->Values, console.Out);
+            WritePreset(given->Into, image);
+            return Outcome::Well;
+        };
+    });
+}
+
 /// One line, whatever a message holds.
 std::string OneLine(std::string text) {
     std::ranges::replace(text, '\n', ' ');
@@ -86,6 +108,7 @@ int Run(std::vector<std::string> arguments, std::ostream& out, std::ostream& err
     AddShow(app, console);
     AddDiff(app, console);
     AddCheck(app, console);
+    AddSet(app, console);
     try {
         std::ranges::reverse(arguments); // as the parser takes them
         app.parse(std::move(arguments));
