@@ -1,14 +1,20 @@
 #include "tool/command_line.h"
 
+#include "ports/channels.h"
+#include "ports/numbering.h"
+#include "tool/curve.h"
+#include "tool/desk.h"
 #include "tool/keys.h"
 #include "tool/preset_file.h"
 #include "tool/set.h"
 #include "tool/show.h"
+#include "tool/text_file.h"
 #include "tool/trouble.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <memory>
 #include <ostream>
 
@@ -88,6 +94,53 @@ void AddSet(CLI::App& app, Console& console) {
     });
 }
 
+/// The curves of one channel, or of all.
+std::vector<NamedCurve> CurvesOf(const model::PresetImageRow& image, std::optional<int> channel, AddedInput added) {
+    CurveDesk desk(image);
+    std::vector<NamedCurve> curves;
+    for (int c = 0; c < ChannelCount; ++c) {
+        if (!channel || *channel == c) {
+            const bool adds = added != AddedInput::None && !IsInput(c);
+            const std::string suffix = adds ? std::string(" + ") + ChannelTitles[At(static_cast<int>(added) - 1)] : "";
+            curves.push_back({c, ChannelTitles[At(c)] + suffix, desk.Levels(c, added)});
+        }
+    }
+    return curves;
+}
+
+void AddCurve(CLI::App& app, Console& console) {
+    struct Arguments {
+        std::string File;
+        std::string Channel;
+        std::string Csv;
+        std::string Svg;
+        AddedInput Added = AddedInput::None;
+    };
+    const auto given = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("curve", "The frequency response as the program draws it");
+    command->add_option("FILE", given->File, "Preset")->required();
+    command->add_option("--channel", given->Channel, "This channel alone, such as \"Out 2\"");
+    command->add_option("--add", given->Added, "Adds an input to the outputs: in-a or in-b")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, AddedInput>{{"in-a", AddedInput::InA}, {"in-b", AddedInput::InB}}));
+    CLI::Option_group* const targets = command->add_option_group("targets");
+    targets->add_option("--csv", given->Csv, "Writes a table there, - for the standard output");
+    targets->add_option("--svg", given->Svg, "Writes a drawing there, - for the standard output");
+    targets->require_option(1, 2);
+    command->callback([given, &console] {
+        console.Command = [given, &console] {
+            const auto curves = CurvesOf(ReadPreset(given->File), ChannelOrAll(given->Channel), given->Added);
+            if (!given->Csv.empty()) {
+                WriteText(given->Csv, console.Out, [&](std::ostream& out) { WriteCsv(curves, out); });
+            }
+            if (!given->Svg.empty()) {
+                WriteText(given->Svg, console.Out, [&](std::ostream& out) { WriteSvg(curves, out); });
+            }
+            return Outcome::Well;
+        };
+    });
+}
+
 /// One line, whatever a message holds.
 std::string OneLine(std::string text) {
     std::ranges::replace(text, '\n', ' ');
@@ -109,6 +162,7 @@ int Run(std::vector<std::string> arguments, std::ostream& out, std::ostream& err
     AddDiff(app, console);
     AddCheck(app, console);
     AddSet(app, console);
+    AddCurve(app, console);
     try {
         std::ranges::reverse(arguments); // as the parser takes them
         app.parse(std::move(arguments));

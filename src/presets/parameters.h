@@ -30,7 +30,7 @@ enum class ParameterKind {
 };
 
 struct Parameter {
-    ParameterKind Kind;
+    ParameterKind Kind = ParameterKind::Mute;
     int Index = 0;
     friend bool operator==(const Parameter&, const Parameter&) = default;
 };
