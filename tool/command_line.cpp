@@ -4,6 +4,7 @@
 #include "ports/numbering.h"
 #include "tool/curve.h"
 #include "tool/desk.h"
+#include "tool/exchange.h"
 #include "tool/keys.h"
 #include "tool/preset_file.h"
 #include "tool/set.h"
@@ -141,6 +142,63 @@ void AddCurve(CLI::App& app, Console& console) {
     });
 }
 
+CLI::CheckedTransformer FormatNames() {
+    return CLI::CheckedTransformer(
+        std::map<std::string, FilterFormat>{{"rew", FilterFormat::Rew}, {"eqapo", FilterFormat::EqApo}});
+}
+
+void AddImport(CLI::App& app, Console& console) {
+    struct Arguments {
+        Import What;
+        std::string File;
+        std::string Channel;
+        std::string Into;
+    };
+    const auto given = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("import", "Puts the filters of another program's text into a channel");
+    command->add_option("FORMAT", given->What.Format, "rew or eqapo")->required()->transform(FormatNames());
+    command->add_option("TEXT", given->What.Text, "Text of filters")->required();
+    command->add_option("FILE", given->File, "Preset")->required();
+    command->add_option("--channel", given->Channel, "Such as \"In A\"")->required();
+    command->add_flag("--fit", given->What.WithFit, "Looks for the codes that come nearest to the curve asked for");
+    command->add_option("-o,--output", given->Into, "Where the preset is written")->required();
+    command->callback([given, &console] {
+        console.Command = [given, &console] {
+            given->What.Channel = ChannelFromTyped(given->Channel);
+            model::PresetImageRow image = ReadPreset(given->File);
+            const Outcome outcome = ImportFilters(given->What, image, console.Out, console.Errors);
+            WritePreset(given->Into, image);
+            return outcome;
+        };
+    });
+}
+
+void AddExport(CLI::App& app, Console& console) {
+    struct Arguments {
+        FilterFormat Format = FilterFormat::Rew;
+        std::string File;
+        std::string Channel;
+        std::string Into = "-";
+    };
+    const auto given = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("export", "Writes the filters of a channel as another program's text");
+    command->add_option("FORMAT", given->Format, "rew or eqapo")->required()->transform(FormatNames());
+    command->add_option("FILE", given->File, "Preset")->required();
+    command->add_option("--channel", given->Channel, "Such as \"In A\"")->required();
+    command->add_option("-o,--output", given->Into, "Where the text is written; the standard output if not given");
+    command->callback([given, &console] {
+        console.Command = [given, &console] {
+            const int channel = ChannelFromTyped(given->Channel);
+            const model::PresetImageRow image = ReadPreset(given->File);
+            Outcome outcome = Outcome::Well;
+            WriteText(given->Into, console.Out, [&](std::ostream& out) {
+                outcome = ExportFilters(given->Format, channel, image, out, console.Errors);
+            });
+            return outcome;
+        };
+    });
+}
+
 /// One line, whatever a message holds.
 std::string OneLine(std::string text) {
     std::ranges::replace(text, '\n', ' ');
@@ -163,6 +221,8 @@ int Run(std::vector<std::string> arguments, std::ostream& out, std::ostream& err
     AddCheck(app, console);
     AddSet(app, console);
     AddCurve(app, console);
+    AddImport(app, console);
+    AddExport(app, console);
     try {
         std::ranges::reverse(arguments); // as the parser takes them
         app.parse(std::move(arguments));

@@ -3,6 +3,7 @@
 #include "controls/windows.h"
 #include "model/device_stores.h"
 #include "response/curve_store.h"
+#include "response/filters.h"
 
 #include <array>
 #include <string>
@@ -66,6 +67,9 @@ class Response {
     model::DeviceStores& stores_;
     CurveStore curves_;
 };
+
+/// The kind of a tone filter, 0 to 9, from its list position: the high shelves of the inputs list fewer kinds.
+ShelfKind KindOfShelf(int filter, double position);
 
 /// The colour of a channel's curve on whichever graph it is drawn.
 controls::Colour CurveColour(int channel);
