@@ -97,11 +97,11 @@ bool IsDigit(char c) {
 struct Marks {
     std::ptrdiff_t Points;
     std::ptrdiff_t Commas;
-    std::size_t Behind;
-    char Last;
+    std::size_t Behind = 0;
+    char Last = 0;
 
     explicit Marks(std::string_view number)
-        : Points(std::ranges::count(number, '.')), Commas(std::ranges::count(number, ',')), Behind(0), Last(0) {
+        : Points(std::ranges::count(number, '.')), Commas(std::ranges::count(number, ',')) {
         const std::size_t last = number.find_last_of(".,");
         if (last != std::string_view::npos) {
             Behind = number.size() - last - 1;
