@@ -6,6 +6,7 @@
 #include "tool/desk.h"
 #include "tool/exchange.h"
 #include "tool/keys.h"
+#include "tool/line_commands.h"
 #include "tool/preset_file.h"
 #include "tool/set.h"
 #include "tool/show.h"
@@ -21,13 +22,6 @@
 
 namespace nrv::tool {
 namespace {
-
-/// What the commands write to, and how the one that was given ends.
-struct Console {
-    std::ostream& Out;
-    std::ostream& Errors;
-    std::function<Outcome()> Command;
-};
 
 std::optional<int> ChannelOrAll(const std::string& typed) {
     return typed.empty() ? std::nullopt : std::optional(ChannelFromTyped(typed));
@@ -49,7 +43,7 @@ void AddShow(CLI::App& app, Console& console) {
     command->callback([given, &console] {
         console.Command = [given, &console] {
             const ShowAs how = given->Json ? ShowAs::Json : given->Keys ? ShowAs::Keys : ShowAs::Words;
-            Show(ReadPreset(given->File), ChannelOrAll(given->Channel), how, console.Out);
+            Show(ReadPreset(given->File), ChannelOrAll(given->Channel), how, console.Streams.Out);
             return Outcome::Well;
         };
     });
@@ -62,7 +56,7 @@ void AddDiff(CLI::App& app, Console& console) {
     command->add_option("OTHER", (*files)[1], "Another")->required();
     command->callback([files, &console] {
         console.Command = [files, &console] {
-            return Diff(ReadPreset((*files)[0]), ReadPreset((*files)[1]), console.Out);
+            return Diff(ReadPreset((*files)[0]), ReadPreset((*files)[1]), console.Streams.Out);
         };
     });
 }
@@ -71,7 +65,8 @@ void AddCheck(CLI::App& app, Console& console) {
     const auto file = std::make_shared<std::string>();
     CLI::App* const command = app.add_subcommand("check", "Whether a file is a whole preset, every code in range");
     command->add_option("FILE", *file, "Preset")->required();
-    command->callback([file, &console] { console.Command = [file, &console] { return Check(*file, console.Out); }; });
+    command->callback(
+        [file, &console] { console.Command = [file, &console] { return Check(*file, console.Streams.Out); }; });
 }
 
 void AddSet(CLI::App& app, Console& console) {
@@ -88,7 +83,7 @@ void AddSet(CLI::App& app, Console& console) {
     command->callback([given, &console] {
         console.Command = [given, &console] {
             model::PresetImageRow image = ReadPreset(given->File);
-            Set(image, given->Values, console.Out);
+            Set(image, given->Values, console.Streams.Out);
             WritePreset(given->Into, image);
             return Outcome::Well;
         };
@@ -132,10 +127,10 @@ void AddCurve(CLI::App& app, Console& console) {
         console.Command = [given, &console] {
             const auto curves = CurvesOf(ReadPreset(given->File), ChannelOrAll(given->Channel), given->Added);
             if (!given->Csv.empty()) {
-                WriteText(given->Csv, console.Out, [&](std::ostream& out) { WriteCsv(curves, out); });
+                WriteText(given->Csv, console.Streams.Out, [&](std::ostream& out) { WriteCsv(curves, out); });
             }
             if (!given->Svg.empty()) {
-                WriteText(given->Svg, console.Out, [&](std::ostream& out) { WriteSvg(curves, out); });
+                WriteText(given->Svg, console.Streams.Out, [&](std::ostream& out) { WriteSvg(curves, out); });
             }
             return Outcome::Well;
         };
@@ -166,7 +161,7 @@ void AddImport(CLI::App& app, Console& console) {
         console.Command = [given, &console] {
             given->What.Channel = ChannelFromTyped(given->Channel);
             model::PresetImageRow image = ReadPreset(given->File);
-            const Outcome outcome = ImportFilters(given->What, image, console.Out, console.Errors);
+            const Outcome outcome = ImportFilters(given->What, image, console.Streams.Out, console.Streams.Errors);
             WritePreset(given->Into, image);
             return outcome;
         };
@@ -191,8 +186,8 @@ void AddExport(CLI::App& app, Console& console) {
             const int channel = ChannelFromTyped(given->Channel);
             const model::PresetImageRow image = ReadPreset(given->File);
             Outcome outcome = Outcome::Well;
-            WriteText(given->Into, console.Out, [&](std::ostream& out) {
-                outcome = ExportFilters(given->Format, channel, image, out, console.Errors);
+            WriteText(given->Into, console.Streams.Out, [&](std::ostream& out) {
+                outcome = ExportFilters(given->Format, channel, image, out, console.Streams.Errors);
             });
             return outcome;
         };
@@ -205,15 +200,22 @@ std::string OneLine(std::string text) {
     return text;
 }
 
+/// Of the innermost command that was given.
+std::string HelpOf(const CLI::App& app) {
+    const std::vector<const CLI::App*> given =
+        app.get_subcommands([](const CLI::App* command) { return command->parsed(); });
+    return given.empty() ? app.help() : HelpOf(*given.front());
+}
+
 int Tell(Console& console, const std::string& what, Outcome outcome) {
-    console.Errors << "nrv718-preset: " << OneLine(what) << "\n";
+    console.Streams.Errors << "nrv718-preset: " << OneLine(what) << "\n";
     return static_cast<int>(outcome);
 }
 
 } // namespace
 
-int Run(std::vector<std::string> arguments, std::ostream& out, std::ostream& errors) {
-    Console console{out, errors, {}};
+int Run(std::vector<std::string> arguments, const LineConsole& streams, LineSource* line) {
+    Console console{streams, line, {}};
     CLI::App app("Presets of the NRV-718 on the PC and over the line", "nrv718-preset");
     app.require_subcommand(1);
     AddShow(app, console);
@@ -223,12 +225,13 @@ int Run(std::vector<std::string> arguments, std::ostream& out, std::ostream& err
     AddCurve(app, console);
     AddImport(app, console);
     AddExport(app, console);
+    AddLine(app, console);
     try {
         std::ranges::reverse(arguments); // as the parser takes them
         app.parse(std::move(arguments));
         return static_cast<int>(console.Command());
     } catch (const CLI::Success&) {
-        out << app.help();
+        streams.Out << HelpOf(app);
         return static_cast<int>(Outcome::Well);
     } catch (const CLI::ParseError& error) {
         return Tell(console, std::string(error.what()) + " (--help tells how)", Outcome::Refused);

@@ -33,7 +33,7 @@ struct ToolDesk {
     static ToolRun Run(std::vector<std::string> arguments) {
         std::ostringstream out;
         std::ostringstream errors;
-        const int outcome = tool::Run(std::move(arguments), out, errors);
+        const int outcome = tool::Run(std::move(arguments), {out, errors}, nullptr);
         return {outcome, out.str(), errors.str()};
     }
 
