@@ -196,7 +196,7 @@ Outcome Restore(LineDesk& desk, const fs::path& folder, const std::string& passw
     const BackupRecord record = CompleteRecord(folder);
     // All files are read before anything is written.
     const model::PresetImageRow live = ReadPreset(LiveFile(folder));
-    CurveDesk{live};
+    RequireWhole(live);
     std::array<model::PresetImageRow, MemoryPositions> images{};
     for (std::size_t position = 0; position < record.Positions.size(); ++position) {
         if (record.Positions.at(position).Used) {

@@ -23,4 +23,8 @@ response::Curve CurveDesk::Levels(int channel, AddedInput added) {
     return program_->Response.DrawnLevels(channel, static_cast<int>(added));
 }
 
+void RequireWhole(const model::PresetImageRow& image) {
+    const CurveDesk shown(image);
+}
+
 } // namespace nrv::tool

@@ -38,4 +38,7 @@ class CurveDesk {
         program::Ports{port_, clock_, process_, boxes_, files_, host_, events_}, *forms_);
 };
 
+/// Throws Trouble for a preset of which a load would stop half-way.
+void RequireWhole(const model::PresetImageRow& image);
+
 } // namespace nrv::tool

@@ -92,7 +92,7 @@ void RequireUnlocked(LineDesk& desk, const std::string& password) {
 Outcome WriteLive(LineDesk& desk, const std::filesystem::path& file, const std::string& password,
                   LineConsole& console) {
     RequireUnlocked(desk, password);
-    CurveDesk(ReadPreset(file)); // a load that stops half-way leaves a device between two presets
+    RequireWhole(ReadPreset(file));
     desk.Load(file);
     console.Out << IdText(desk.Id()) << " " << Quoted(desk.Label()) << ": " << file.string() << " is loaded\n";
     if (!desk.Program().Status.Free()) {

@@ -36,7 +36,7 @@ using Work = std::function<Outcome(LineDesk& desk, LineConsole& console)>;
 std::pair<CLI::App*, std::shared_ptr<LineArguments>> AddCommand(CLI::App& line, const char* name, const char* what) {
     const auto given = std::make_shared<LineArguments>();
     CLI::App* const command = line.add_subcommand(name, what);
-    command->add_option("--port", given->Port, "\"COM 1\" to \"COM 32\" as the program names them, or a device file")
+    command->add_option("--port", given->Port, "COM 1 to COM 32 as the program names them, or a device file")
         ->required();
     return {command, given};
 }

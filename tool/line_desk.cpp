@@ -65,7 +65,7 @@ void LineDesk::RequireLine(const std::string& error) {
         return;
     }
     std::string why = error.empty() ? program_->Status.Text() : error;
-    if (why.empty()) {
+    if (why.empty() || process_.Ended) {
         why = IdText(id_) + " does not answer.";
     }
     // What follows in the program is for one who sees a list of devices.
