@@ -31,6 +31,16 @@ void TellDevice(program::Program& program, int id, std::ostream& out) {
     }
 }
 
+std::string Columns(const std::vector<std::string>& texts) {
+    constexpr std::size_t width = 8;
+    std::string line;
+    for (const std::string& text : texts) {
+        line.resize((line.size() + width - 1) / width * width, ' ');
+        line += text;
+    }
+    return line;
+}
+
 int LitLamps(const controls::FrmCtrl& form, int channel) {
     int lit = 0;
     for (int lamp = 0; lamp < Levels; ++lamp) {
@@ -104,24 +114,17 @@ Outcome WriteLive(LineDesk& desk, const std::filesystem::path& file, const std::
 Outcome Watch(LineDesk& desk, const WatchOptions& options, LineConsole& console) {
     controls::FrmCtrl& form = desk.Program().Windows.Current();
     desk.Do([&] { form.SSTab1.SetTab(controls::GainsTab); });
-    const auto column = [](std::string text) {
-        constexpr std::size_t width = 8;
-        text.resize(width, ' ');
-        return text;
-    };
-    for (const char* const title : ChannelTitles) {
-        console.Out << column(title);
-    }
-    console.Out << "\n";
+    console.Out << Columns({ChannelTitles.begin(), ChannelTitles.end()}) << "\n";
     for (int round = 0; options.Rounds == 0 || round < options.Rounds; ++round) {
         desk.TickMeters();
-        console.Out << (console.Terminal && round > 0 ? "\r" : "");
+        std::vector<std::string> texts;
         for (int channel = 0; channel < ChannelCount; ++channel) {
             const int level = LitLamps(form, channel);
             const std::string bar = std::string(At(level), '#') + std::string(At(Levels - level), '.');
-            console.Out << column(options.Bars ? bar : std::to_string(level));
+            texts.push_back(options.Bars ? bar : std::to_string(level));
         }
-        console.Out << (console.Terminal ? "" : "\n") << std::flush;
+        console.Out << (console.Terminal && round > 0 ? "\r" : "") << Columns(texts) << (console.Terminal ? "" : "\n")
+                    << std::flush;
         if (!console.Out) {
             throw Trouble("The output cannot be written.");
         }

@@ -47,6 +47,9 @@ class Setter {
         : image_(image), form_(form), field_(std::move(field)), value_(std::move(value)), out_(out) {}
 
     void Run() {
+        if (value_.starts_with("code") && value_ == ValueIn(image_).Value) {
+            return; // it stands for nothing, and stays
+        }
         switch (field_.Parameter.Kind) {
         case ParameterKind::ChannelName:
             SetName();

@@ -185,8 +185,8 @@ TEST(ToolOnTheLine, ShowsTheMeters) {
     });
     const ToolRun numbers = world.Run("watch", {"--count", "2", "--interval", "1"});
     EXPECT_EQ(numbers.Outcome, 0) << numbers.Errors;
-    const std::string line = "6       1       0       0       0       0       0       3       \n";
-    EXPECT_EQ(numbers.Out, "In A    In B    Out 1   Out 2   Out 3   Out 4   Out 5   Out 6   \n" + line + line);
+    const std::string line = "6       1       0       0       0       0       0       3\n";
+    EXPECT_EQ(numbers.Out, "In A    In B    Out 1   Out 2   Out 3   Out 4   Out 5   Out 6\n" + line + line);
     EXPECT_THAT(world.Run("watch", {"--count", "1", "--bars"}).Out, HasSubstr("######  #.....  ......  "));
 }
 

@@ -130,6 +130,20 @@ TEST(Set, RefusesWhatThereIsNotAndWritesNothing) {
     EXPECT_THAT(refused("in-a.mute=maybe"), HasSubstr("allowed are off, on"));
 }
 
+TEST(Set, LeavesACodeThatStandsForNothingAsItIs) {
+    const SetDesk desk;
+    model::PresetImageRow image = FactoryPreset();
+    image.PresetBody[66] = 32;
+    image.PresetBody[2] = 10; // a delay past its end
+    const std::string file = desk.Put("odd.n91", image);
+    std::vector<std::string> set = LinesOf(ToolDesk::Run({"show", file, "--keys"}).Out);
+    set.insert(set.begin(), {"set", file, "-o", desk.File("b.n91")});
+    EXPECT_EQ(ToolDesk::Run(set).Outcome, 0);
+    EXPECT_EQ(desk.Folder.Read("b.n91"), desk.Folder.Read("odd.n91"));
+    desk.Folder.Write("b.n91", {});
+    EXPECT_EQ(ToolDesk::Run({"set", file, "in-a.gate.attack=code 33", "-o", desk.File("b.n91")}).Outcome, 2);
+}
+
 TEST(Set, KeepsWhatIsBehindThePreset) {
     const SetDesk desk;
     std::vector<std::uint8_t> bytes = desk.Folder.Read("a.n91");
