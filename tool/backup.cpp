@@ -41,7 +41,7 @@ class Progress {
     Progress(LineDesk& desk, LineConsole& console) : desk_(desk), console_(console) {
         if (console.Terminal) {
             desk.FrameGoesOut() = [this] {
-                console_.Errors << "\r" << step_ << ": " << ++frames_ << " frames " << std::flush;
+                console_.Errors << "\r" << step_ << ": frame " << ++frames_ << ' ' << std::flush;
             };
         }
     }

@@ -48,7 +48,7 @@ _nrv718_preset() {
             [[ $below == watch ]] && words+=" --bars --count --interval"
             ;;
         esac
-    elif [[ $command == set ]] && ((COMP_CWORD > 3)) && [[ $word != *=* ]]; then
+    elif [[ $command == set ]] && ((COMP_CWORD > 2)) && [[ $word != *=* ]]; then
         words=$(nrv718-preset show "${COMP_WORDS[2]}" --keys 2>/dev/null | sed 's/=.*/=/')
         compopt -o nospace
     else

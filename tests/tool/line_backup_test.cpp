@@ -176,6 +176,18 @@ TEST(Restore, GoesOnWhereItWasCutShort) {
     EXPECT_EQ(world.Run("verify", {folder}).Outcome, 0);
 }
 
+TEST(Restore, CountsItsFramesOnATerminal) {
+    LineWorld world(PutThree);
+    const std::string folder = world.Desk.File("kept");
+    ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
+    world.Terminal = true;
+    const ToolRun restore = world.Run("restore", {folder});
+    EXPECT_EQ(restore.Outcome, 0);
+    EXPECT_THAT(restore.Errors, HasSubstr("\rposition 4: frame 450 "));
+    EXPECT_THAT(restore.Errors, HasSubstr("\rlive: frame 1 "));
+    EXPECT_THAT(restore.Out, Not(HasSubstr("frame")));
+}
+
 TEST(Restore, TellsAPositionThatItCannotEmpty) {
     LineWorld world(PutThree);
     const std::string folder = world.Desk.File("kept");

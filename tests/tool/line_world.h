@@ -42,6 +42,7 @@ class LineWorld : public tool::LineSource {
     simulator::Line Line;
     /// The device dies with this frame from the next opening of the line on; 0: it lives.
     long DiesWithFrame = 0;
+    bool Terminal = false; ///< the tool writes to one
 
     tool::LinePorts Open(const std::string&) override {
         port_ = std::make_unique<ui::QtSerialPort>(names_);
@@ -64,7 +65,7 @@ class LineWorld : public tool::LineSource {
     ToolRun RunAll(std::vector<std::string> arguments) {
         std::ostringstream out;
         std::ostringstream errors;
-        const int outcome = tool::Run(std::move(arguments), {out, errors}, this);
+        const int outcome = tool::Run(std::move(arguments), {out, errors, Terminal}, this);
         return {outcome, out.str(), errors.str()};
     }
     template <class Work>
