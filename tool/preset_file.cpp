@@ -5,7 +5,6 @@
 #include "tool/trouble.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string>
 
 namespace nrv::tool {
@@ -32,7 +31,7 @@ PresetBytes ReadPresetBytes(const fs::path& file) {
 
 model::PresetImageRow PresetOf(std::span<const std::uint8_t> bytes) {
     model::PresetImageRow image;
-    std::memcpy(&image, bytes.data(), std::min(bytes.size(), sizeof image));
+    std::ranges::copy(bytes.first(std::min(bytes.size(), sizeof image)), reinterpret_cast<std::uint8_t*>(&image));
     return image;
 }
 
