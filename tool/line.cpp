@@ -6,6 +6,7 @@
 #include "presets/memory_positions.h"
 #include "tool/desk.h"
 #include "tool/preset_file.h"
+#include "tool/progress.h"
 #include "tool/text.h"
 
 #include <algorithm>
@@ -103,7 +104,11 @@ Outcome WriteLive(LineDesk& desk, const std::filesystem::path& file, const std::
                   LineConsole& console) {
     RequireUnlocked(desk, password);
     RequireWhole(ReadPreset(file));
-    desk.Load(file);
+    {
+        Progress progress(desk, console);
+        progress.Begin("load");
+        desk.Load(file);
+    }
     console.Out << IdText(desk.Id()) << " " << Quoted(desk.Label()) << ": " << file.string() << " is loaded\n";
     if (!desk.Program().Status.Free()) {
         console.Out << desk.Program().Status.Text() << "\n";

@@ -23,7 +23,7 @@ struct LinePorts {
     Process& Run;
 };
 
-/// A port that tells of each frame that goes out.
+/// A port that tells of each frame before it goes out.
 class CountingPort final : public link::SerialPort {
   public:
     explicit CountingPort(link::SerialPort& port) : port_(port) {}
@@ -36,10 +36,10 @@ class CountingPort final : public link::SerialPort {
     void SetInBufferSize(int bytes) override { port_.SetInBufferSize(bytes); }
     void SetInputLen(int bytes) override { port_.SetInputLen(bytes); }
     void Output(std::span<const std::uint8_t> bytes) override {
-        port_.Output(bytes);
         if (FrameGoesOut) {
             FrameGoesOut();
         }
+        port_.Output(bytes);
     }
     int InBufferCount() override { return port_.InBufferCount(); }
     void ClearInBuffer() override { port_.ClearInBuffer(); }

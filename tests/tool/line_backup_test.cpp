@@ -186,6 +186,7 @@ TEST(Restore, CountsItsFramesOnATerminal) {
     EXPECT_THAT(restore.Errors, HasSubstr("\rposition 4: frame 450 "));
     EXPECT_THAT(restore.Errors, HasSubstr("\rlive: frame 1 "));
     EXPECT_THAT(restore.Out, Not(HasSubstr("frame")));
+    EXPECT_THAT(world.Run("write", {folder + "/live.n91"}).Errors, HasSubstr("\rload: frame 150 "));
 }
 
 TEST(Restore, TellsAPositionThatItCannotEmpty) {

@@ -14,17 +14,26 @@
 
 namespace nrv::testing {
 
-/// Whole seconds that go by many times as fast as the day's: a line that is dead is given up in moments.
+/// Whole seconds, which go by many times as fast from when a device is dead: it is given up in moments, and one that
+/// lives is waited for as long as ever.
 class FastClock final : public Clock {
   public:
-    double Now() override {
-        constexpr double times_faster = 20.0;
-        const std::chrono::duration<double> since = std::chrono::steady_clock::now() - start_;
-        return std::floor(since.count() * times_faster) / 86400.0;
+    double Now() override { return std::floor(Seconds()) / 86400.0; }
+    void Run(double times_as_fast) {
+        seconds_ = Seconds();
+        since_ = std::chrono::steady_clock::now();
+        times_as_fast_ = times_as_fast;
     }
 
   private:
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    double Seconds() const {
+        const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - since_;
+        return seconds_ + passed.count() * times_as_fast_;
+    }
+
+    double seconds_ = 0.0;
+    double times_as_fast_ = 1.0;
+    std::chrono::steady_clock::time_point since_ = std::chrono::steady_clock::now();
 };
 
 /// A virtual line with device 5 as COM 1, and the tool on it.
@@ -48,9 +57,11 @@ class LineWorld : public tool::LineSource {
         port_ = std::make_unique<ui::QtSerialPort>(names_);
         counting_ = std::make_unique<tool::CountingPort>(*port_);
         process_ = std::make_unique<ui::QtProcess>(*counting_);
+        clock_.Run(1.0);
         counting_->FrameGoesOut = [this, frames = 0L]() mutable {
             if (++frames == DiesWithFrame) {
                 Line.Order(simulator::Fault::Die(Id));
+                clock_.Run(40.0);
             }
         };
         return {*counting_, clock_, *process_};
