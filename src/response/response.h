@@ -38,8 +38,8 @@ class Response {
     void PlotPoint(double f, int channel) { PlotOverlayPoint(f, channel, channel); }
     /// The next point of a channel's curve on the graph of another.
     void PlotOverlayPoint(double f, int drawn, int onto);
-    /// What is drawn of a channel in a view mode, in dB, before it is put on pixels: the sum of its parts, its gain and the
-    /// master gain, and in modes 1 and 2 of an output an input's sum and gain.
+    /// What is drawn of a channel in a view mode, in dB, before it is put on pixels: the sum of its parts, its gain and
+    /// the master gain, and in modes 1 and 2 of an output an input's sum and gain.
     Curve DrawnLevels(int channel, int view_mode);
     /// The whole curve of a channel on the graph of another.
     void DrawOverlay(int drawn, int onto);
