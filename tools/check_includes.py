@@ -5,7 +5,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("src", "simulator", "tests", "tour", "bench", "tools")
+FOLDERS = ("src", "simulator", "tool", "tests", "tour", "bench", "tools")
 
 # The layers of src/, from the bottom up; those of one line may include each other.
 LAYERS = (
@@ -25,13 +25,14 @@ HEIGHT = {layer: height for height, line in enumerate(LAYERS) for layer in line}
 REACH = {
     "simulator": (),
     "tools": (),
-    "tests": ("src", "simulator"),
+    "tool": ("src",),
+    "tests": ("src", "simulator", "tool"),
     "tour": ("src", "tests"),
     "bench": ("src", "simulator", "tests"),
 }
 
 TOOLKIT = re.compile(r"Qt?[A-Z]|q[a-z]+\.h$")
-WITH_TOOLKIT = ("src/ui/", "tests/driver/", "tests/system/", "tests/ui/", "tour/", "bench/")
+WITH_TOOLKIT = ("src/ui/", "tool/qt/", "tests/driver/", "tests/system/", "tests/tool/line_", "tests/ui/", "tour/", "bench/")
 
 # Arrows that still run up, to be turned: (file, what it includes).
 KNOWN = set()

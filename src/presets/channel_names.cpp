@@ -3,6 +3,8 @@
 #include "model/tables.h"
 #include "ports/numbering.h"
 
+#include <utility>
+
 namespace nrv::presets {
 namespace {
 
@@ -18,12 +20,17 @@ bool SendName(const model::CommandContext& context, const std::string& text, int
 
 } // namespace
 
-void PadChannelName(const model::CommandContext& context, std::string& name, int channel) {
+std::string PaddedName(std::string name) {
     static constexpr std::array<std::size_t, ChannelNameLength> BlanksBefore{6, 3, 2, 2, 1, 1};
     if (name.size() < ChannelNameLength) {
         name.insert(0, BlanksBefore[name.size()], ' ');
         name.resize(ChannelNameLength, ' ');
     }
+    return name;
+}
+
+void PadChannelName(const model::CommandContext& context, std::string& name, int channel) {
+    name = PaddedName(std::move(name));
     if (IsInput(channel)) {
         return;
     }

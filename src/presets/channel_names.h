@@ -12,6 +12,9 @@ namespace nrv::presets {
 /// What the names dialog's text boxes hold, by channel.
 using NameTexts = std::array<std::string, ChannelCount>;
 
+/// A name as the device keeps it: six characters, a shorter one in the middle of blanks.
+std::string PaddedName(std::string name);
+
 /// Centres a name of fewer than six characters in six, in place, and puts an output's first six characters into the
 /// image. The image is never written with an input's name: its bytes serve other purposes.
 void PadChannelName(const model::CommandContext& context, std::string& name, int channel);

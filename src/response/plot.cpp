@@ -48,15 +48,19 @@ class RowOf {
         }
     }
 
-    int operator()(std::size_t point) const {
+    int operator()(std::size_t point) const { return NearestRow(Row(point)); }
+    /// The level that the row stands for, in dB.
+    double Level(std::size_t point) const { return (ZeroDbRow - Row(point)) / PixelsPerDb; }
+
+  private:
+    double Row(std::size_t point) const {
         double y = start_ - own_[point] * PixelsPerDb;
         if (input_ != nullptr) {
             y = y - input_gain_ - input_[point] * PixelsPerDb;
         }
-        return NearestRow(y);
+        return y;
     }
 
-  private:
     const double* own_;
     const double* input_ = nullptr;
     double start_;
@@ -111,6 +115,15 @@ void Response::Walk(int drawn, int onto, std::size_t point, std::size_t end) {
         ++point;
     }
     graph.LinesTo(line);
+}
+
+Curve Response::DrawnLevels(int channel, int view_mode) {
+    const RowOf row_of(Values(), Curves(), channel, view_mode);
+    Curve levels{};
+    for (std::size_t point = 0; point < GridPoints; ++point) {
+        levels[point] = row_of.Level(point);
+    }
+    return levels;
 }
 
 /// Clears a channel's graph and lays the chosen overlays on it.

@@ -14,20 +14,19 @@ constexpr double LastSlope = 10.0;
 constexpr double LastInputTone = 2.0;
 constexpr double LastOutputTone = 4.0;
 
-/// The kind of a tone filter, 0 to 9, from its list position: the high shelves of the inputs list fewer kinds.
-ShelfKind KindOfShelf(int filter, double position) {
-    const bool of_input = IsToneOfInput(filter);
-    const int type = static_cast<int>(std::clamp(position, 0.0, of_input ? LastInputTone : LastOutputTone));
-    const bool high_of_input = of_input && filter % 2 == 1;
-    return static_cast<ShelfKind>(high_of_input && type > 0 ? type + 2 : type);
-}
-
 Shelf ShelfOf(const model::ParamRow& values, int filter) {
     const std::size_t h = At(filter);
     return {KindOfShelf(filter, values.ToneType[h]), values.ToneGain[h], values.ToneFrequency[h]};
 }
 
 } // namespace
+
+ShelfKind KindOfShelf(int filter, double position) {
+    const bool of_input = IsToneOfInput(filter);
+    const int type = static_cast<int>(std::clamp(position, 0.0, of_input ? LastInputTone : LastOutputTone));
+    const bool high_of_input = of_input && filter % 2 == 1;
+    return static_cast<ShelfKind>(high_of_input && type > 0 ? type + 2 : type);
+}
 
 void Response::UpdatePeqCurve(int section) {
     const std::size_t s = At(section);

@@ -3,6 +3,7 @@
 #include "controls/windows.h"
 #include "model/device_stores.h"
 #include "response/curve_store.h"
+#include "response/filters.h"
 
 #include <array>
 #include <string>
@@ -37,6 +38,9 @@ class Response {
     void PlotPoint(double f, int channel) { PlotOverlayPoint(f, channel, channel); }
     /// The next point of a channel's curve on the graph of another.
     void PlotOverlayPoint(double f, int drawn, int onto);
+    /// What is drawn of a channel in a view mode, in dB, before it is put on pixels: the sum of its parts, its gain and
+    /// the master gain, and in modes 1 and 2 of an output an input's sum and gain.
+    Curve DrawnLevels(int channel, int view_mode);
     /// The whole curve of a channel on the graph of another.
     void DrawOverlay(int drawn, int onto);
     /// Draws a channel's graph anew from the stored curves: overlays first, the channel's own curve on top.
@@ -63,6 +67,9 @@ class Response {
     model::DeviceStores& stores_;
     CurveStore curves_;
 };
+
+/// The kind of a tone filter, 0 to 9, from its list position: the high shelves of the inputs list fewer kinds.
+ShelfKind KindOfShelf(int filter, double position);
 
 /// The colour of a channel's curve on whichever graph it is drawn.
 controls::Colour CurveColour(int channel);

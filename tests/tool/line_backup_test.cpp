@@ -1,0 +1,224 @@
+#include "tool/line_world.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace nrv::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+constexpr std::array<int, 3> InUse{0, 3, 7};
+
+void PutThree(simulator::Device& device) {
+    device.SetLabel("Main left");
+    device.SetLiveImage(BodyOf(1));
+    device.SetMemory(18, BodyOf(1)[71]);
+    device.PutPreset(0, "Hall \xE9\\", BodyOf(2));
+    device.PutPreset(3, "Speech", BodyOf(3));
+    device.PutPreset(7, "Night", BodyOf(4));
+}
+
+/// What a device plays and keeps, byte for byte.
+struct Held {
+    simulator::PresetBody Live;
+    int Mutes;
+    int Options;
+    std::vector<std::string> Names;
+    std::vector<simulator::PresetBody> Bodies;
+    bool operator==(const Held&) const = default;
+};
+
+Held HeldBy(LineWorld& world) {
+    return world.WithDevice([](simulator::Device& device) {
+        Held held{device.LiveImage(), device.Memory(18), device.Memory(16), {}, {}};
+        for (const int position : InUse) {
+            held.Names.push_back(device.PresetName(position));
+            held.Bodies.push_back(device.Preset(position));
+        }
+        return held;
+    });
+}
+
+/// Other presets in the same positions, another one live.
+void Wipe(LineWorld& world) {
+    world.WithDevice([](simulator::Device& device) {
+        device.SetLiveImage(BodyOf(21));
+        device.SetMemory(18, BodyOf(21)[71]);
+        for (const int position : InUse) {
+            device.PutPreset(position, "Wiped", BodyOf(22));
+        }
+        return 0;
+    });
+}
+
+TEST(Backup, ComesBackByteForByte) {
+    for (const int options : {0x20, 0x24, 0x64}) {
+        LineWorld world(PutThree);
+        world.WithDevice([&](simulator::Device& device) {
+            device.SetMemory(16, static_cast<simulator::Byte>(options));
+            return 0;
+        });
+        const Held before = HeldBy(world);
+        const std::string folder = world.Desk.File("kept");
+        const ToolRun backup = world.Run("backup", {folder});
+        ASSERT_EQ(backup.Outcome, 0) << backup.Errors;
+        EXPECT_THAT(backup.Out, HasSubstr("position 1: \"Hall \xC3\xA9\\\\\" kept\nposition 4: \"Speech\" kept\n"));
+        EXPECT_EQ(HeldBy(world), before);
+        EXPECT_EQ(world.Run("verify", {folder}).Outcome, 0);
+
+        Wipe(world);
+        const ToolRun differs = world.Run("verify", {folder});
+        EXPECT_EQ(differs.Outcome, 1);
+        EXPECT_THAT(differs.Out, HasSubstr("position 4: \"Speech\" to \"Wiped\"\n"));
+        EXPECT_THAT(differs.Out, HasSubstr("live: "));
+
+        const ToolRun restore = world.Run("restore", {folder});
+        ASSERT_EQ(restore.Outcome, 0) << restore.Errors;
+        const ToolRun verify = world.Run("verify", {folder});
+        EXPECT_EQ(verify.Outcome, 0) << verify.Out;
+        Held after = HeldBy(world);
+        EXPECT_EQ(after.Bodies, before.Bodies);
+        EXPECT_EQ(after.Names, before.Names);
+        EXPECT_EQ(after.Live, before.Live);
+        EXPECT_EQ(after.Mutes, before.Mutes);
+        EXPECT_EQ(after.Options, before.Options);
+        EXPECT_FALSE(world.Desk.Folder.Has("kept/restore.json"));
+    }
+}
+
+TEST(Backup, WritesOnlyWhereTheProgramWrites) {
+    LineWorld world(PutThree);
+    ASSERT_EQ(world.Run("backup", {world.Desk.File("kept")}).Outcome, 0);
+    for (const simulator::Frame& frame : world.Line.Frames()) {
+        EXPECT_THAT((std::array<int, 4>{0x00, 0x0B, 0x10, 0x12}), ::testing::Contains(frame[3]));
+    }
+    world.Line.ClearFrames();
+    ASSERT_EQ(world.Run("restore", {world.Desk.File("kept")}).Outcome, 0);
+    std::size_t writes = 0;
+    for (const simulator::Frame& frame : world.Line.Frames()) {
+        if (frame[3] != 0x11) {
+            continue;
+        }
+        ++writes;
+        const int address = 256 * frame[4] + frame[5];
+        const bool mark = address >= 48 && address < 56;
+        const bool name = address >= 64 && address < 192;
+        const bool preset = address >= 640 && address < 640 + 8 * 432;
+        EXPECT_TRUE(address == 16 || address == 18 || mark || name || preset) << address;
+    }
+    EXPECT_GE(writes, 3U * 450U);
+}
+
+TEST(Backup, GoesOnWhereItWasCutShort) {
+    LineWorld world(PutThree);
+    const std::string folder = world.Desk.File("kept");
+    ASSERT_EQ(world.Run("backup", {world.Desk.File("whole")}).Outcome, 0);
+    // The opening and the first fetch; the second is the last but one.
+    world.DiesWithFrame = static_cast<long>(world.Line.Frames().size()) - 1;
+    const ToolRun cut = world.Run("backup", {folder});
+    EXPECT_EQ(cut.Outcome, 3);
+    EXPECT_EQ(cut.Errors,
+              "nrv718-preset: ID:5 does not answer. The backup stands before position 4; start it again to go "
+              "on.\n");
+    EXPECT_TRUE(world.Desk.Folder.Has("kept/position-1.n91"));
+    EXPECT_FALSE(world.Desk.Folder.Has("kept/position-4.n91"));
+    EXPECT_EQ(world.Run("restore", {folder}).Outcome, 3); // it is dead
+
+    world.DiesWithFrame = 0;
+    world.Line.Revive({});
+    const ToolRun early = world.Run("verify", {folder});
+    EXPECT_EQ(early.Outcome, 2);
+    EXPECT_THAT(early.Errors, HasSubstr("the backup is not complete"));
+    const ToolRun again = world.Run("backup", {folder});
+    EXPECT_EQ(again.Outcome, 0) << again.Errors;
+    EXPECT_THAT(again.Out,
+                HasSubstr("position 1: kept already\nposition 4: \"Speech\" kept\nposition 8: \"Night\" kept\n"));
+    for (const char* file : {"live.n91", "position-1.n91", "position-4.n91", "position-8.n91", "backup.json"}) {
+        EXPECT_EQ(world.Desk.Folder.Read(std::string("kept/") + file),
+                  world.Desk.Folder.Read(std::string("whole/") + file))
+            << file;
+    }
+}
+
+TEST(Backup, MixesNoTwoBackups) {
+    LineWorld world(PutThree);
+    const std::string folder = world.Desk.File("kept");
+    ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
+    const ToolRun second = world.Run("backup", {folder});
+    EXPECT_EQ(second.Outcome, 2);
+    EXPECT_THAT(second.Errors, HasSubstr("holds a complete backup"));
+    world.Desk.Folder.WriteText("kept/backup.json", "{}");
+    EXPECT_THAT(world.Run("verify", {folder}).Errors, HasSubstr("not written by a backup"));
+    EXPECT_THAT(world.Run("verify", {world.Desk.File("none")}).Errors, HasSubstr("holds no backup"));
+}
+
+TEST(Restore, GoesOnWhereItWasCutShort) {
+    LineWorld world(PutThree);
+    const std::string folder = world.Desk.File("kept");
+    const Held before = HeldBy(world);
+    ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
+    Wipe(world);
+    world.DiesWithFrame = 850; // the opening, 450 for the first position, a part of the second
+    const ToolRun cut = world.Run("restore", {folder});
+    EXPECT_EQ(cut.Outcome, 3);
+    EXPECT_THAT(cut.Errors, HasSubstr("The restore stands before position 4; start it again to go on.\n"));
+    EXPECT_TRUE(world.Desk.Folder.Has("kept/restore.json"));
+
+    world.DiesWithFrame = 0;
+    world.Line.Revive({});
+    world.Line.ClearFrames();
+    const ToolRun again = world.Run("restore", {folder});
+    EXPECT_EQ(again.Outcome, 0) << again.Errors;
+    EXPECT_THAT(again.Out, HasSubstr("position 1: stored already\nposition 4: \"Speech\" stored\n"));
+    EXPECT_EQ(HeldBy(world), before);
+    EXPECT_EQ(world.Run("verify", {folder}).Outcome, 0);
+}
+
+TEST(Restore, CountsItsFramesOnATerminal) {
+    LineWorld world(PutThree);
+    const std::string folder = world.Desk.File("kept");
+    ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
+    world.Terminal = true;
+    const ToolRun restore = world.Run("restore", {folder});
+    EXPECT_EQ(restore.Outcome, 0);
+    EXPECT_THAT(restore.Errors, HasSubstr("\rposition 4: frame 450 "));
+    EXPECT_THAT(restore.Errors, HasSubstr("\rlive: frame 1 "));
+    EXPECT_THAT(restore.Out, Not(HasSubstr("frame")));
+    EXPECT_THAT(world.Run("write", {folder + "/live.n91"}).Errors, HasSubstr("\rload: frame 150 "));
+}
+
+TEST(Restore, TellsAPositionThatItCannotEmpty) {
+    LineWorld world(PutThree);
+    const std::string folder = world.Desk.File("kept");
+    ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
+    world.WithDevice([](simulator::Device& device) {
+        device.PutPreset(1, "Later", BodyOf(9));
+        return 0;
+    });
+    const ToolRun restore = world.Run("restore", {folder});
+    EXPECT_EQ(restore.Outcome, 1);
+    EXPECT_THAT(restore.Out, HasSubstr("position 2: was empty, and keeps \"Later\", for the device empties none\n"));
+    const ToolRun verify = world.Run("verify", {folder});
+    EXPECT_EQ(verify.Outcome, 1);
+    EXPECT_THAT(verify.Out, HasSubstr("position 2: empty to \"Later\"\n"));
+    EXPECT_THAT(verify.Out, Not(HasSubstr("live:")));
+}
+
+TEST(Restore, LeavesALockedDeviceAlone) {
+    LineWorld world(PutThree);
+    ASSERT_EQ(world.Run("backup", {world.Desk.File("kept")}).Outcome, 0);
+    world.WithDevice([](simulator::Device& device) {
+        device.SetPassword("abc");
+        device.SetLocked(true);
+        return 0;
+    });
+    const Held before = HeldBy(world);
+    EXPECT_EQ(world.Run("restore", {world.Desk.File("kept")}).Outcome, 2);
+    EXPECT_EQ(HeldBy(world), before);
+    EXPECT_EQ(world.Run("restore", {world.Desk.File("kept"), "--password", "abc"}).Outcome, 0);
+}
+
+} // namespace
+} // namespace nrv::testing

@@ -1,0 +1,243 @@
+#include "tool/command_line.h"
+
+#include "ports/channels.h"
+#include "ports/numbering.h"
+#include "tool/curve.h"
+#include "tool/desk.h"
+#include "tool/exchange.h"
+#include "tool/keys.h"
+#include "tool/line_commands.h"
+#include "tool/preset_file.h"
+#include "tool/set.h"
+#include "tool/show.h"
+#include "tool/text_file.h"
+#include "tool/trouble.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <memory>
+#include <ostream>
+
+namespace nrv::tool {
+namespace {
+
+std::optional<int> ChannelOrAll(const std::string& typed) {
+    return typed.empty() ? std::nullopt : std::optional(ChannelFromTyped(typed));
+}
+
+void AddShow(CLI::App& app, Console& console) {
+    struct Arguments {
+        std::string File;
+        std::string Channel;
+        bool Json = false;
+        bool Keys = false;
+    };
+    const auto given = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("show", "Every parameter of a preset in words and units");
+    command->add_option("FILE", given->File, "Preset")->required();
+    command->add_option("--channel", given->Channel, "This channel alone, such as \"Out 2\"");
+    CLI::Option* const json = command->add_flag("--json", given->Json, "As JSON, by key");
+    command->add_flag("--keys", given->Keys, "A line for each value, as \"set\" takes it")->excludes(json);
+    command->callback([given, &console] {
+        console.Command = [given, &console] {
+            const ShowAs how = given->Json ? ShowAs::Json : given->Keys ? ShowAs::Keys : ShowAs::Words;
+            Show(ReadPreset(given->File), ChannelOrAll(given->Channel), how, console.Streams.Out);
+            return Outcome::Well;
+        };
+    });
+}
+
+void AddDiff(CLI::App& app, Console& console) {
+    const auto files = std::make_shared<std::array<std::string, 2>>();
+    CLI::App* const command = app.add_subcommand("diff", "What differs between two presets, in words");
+    command->add_option("FILE", (*files)[0], "Preset")->required();
+    command->add_option("OTHER", (*files)[1], "Another")->required();
+    command->callback([files, &console] {
+        console.Command = [files, &console] {
+            return Diff(ReadPreset((*files)[0]), ReadPreset((*files)[1]), console.Streams.Out);
+        };
+    });
+}
+
+void AddCheck(CLI::App& app, Console& console) {
+    const auto file = std::make_shared<std::string>();
+    CLI::App* const command = app.add_subcommand("check", "Whether a file is a whole preset, every code in range");
+    command->add_option("FILE", *file, "Preset")->required();
+    command->callback(
+        [file, &console] { console.Command = [file, &console] { return Check(*file, console.Streams.Out); }; });
+}
+
+void AddSet(CLI::App& app, Console& console) {
+    struct Arguments {
+        std::string File;
+        std::vector<std::string> Values;
+        std::string Into;
+    };
+    const auto given = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("set", "Sets values of a preset by their keys");
+    command->add_option("FILE", given->File, "Preset")->required();
+    command->add_option("KEY=VALUE", given->Values, "Such as out2.peq3.gain=-3 or in-a.delay=2.5ms")->required();
+    command->add_option("-o,--output", given->Into, "Where the preset is written")->required();
+    command->callback([given, &console] {
+        console.Command = [given, &console] {
+            model::PresetImageRow image = ReadPreset(given->File);
+            Set(image, given->Values, console.Streams.Out);
+            WritePreset(given->Into, image);
+            return Outcome::Well;
+        };
+    });
+}
+
+/// The curves of one channel, or of all.
+std::vector<NamedCurve> CurvesOf(const model::PresetImageRow& image, std::optional<int> channel, AddedInput added) {
+    CurveDesk desk(image);
+    std::vector<NamedCurve> curves;
+    for (int c = 0; c < ChannelCount; ++c) {
+        if (!channel || *channel == c) {
+            const bool adds = added != AddedInput::None && !IsInput(c);
+            const std::string suffix = adds ? std::string(" + ") + ChannelTitles[At(static_cast<int>(added) - 1)] : "";
+            curves.push_back({c, ChannelTitles[At(c)] + suffix, desk.Levels(c, added)});
+        }
+    }
+    return curves;
+}
+
+void AddCurve(CLI::App& app, Console& console) {
+    struct Arguments {
+        std::string File;
+        std::string Channel;
+        std::string Csv;
+        std::string Svg;
+        AddedInput Added = AddedInput::None;
+    };
+    const auto given = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("curve", "The frequency response as the program draws it");
+    command->add_option("FILE", given->File, "Preset")->required();
+    command->add_option("--channel", given->Channel, "This channel alone, such as \"Out 2\"");
+    command->add_option("--add", given->Added, "Adds an input to the outputs: in-a or in-b")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, AddedInput>{{"in-a", AddedInput::InA}, {"in-b", AddedInput::InB}}));
+    CLI::Option_group* const targets = command->add_option_group("targets");
+    targets->add_option("--csv", given->Csv, "Writes a table there, - for the standard output");
+    targets->add_option("--svg", given->Svg, "Writes a drawing there, - for the standard output");
+    targets->require_option(1, 2);
+    command->callback([given, &console] {
+        console.Command = [given, &console] {
+            const auto curves = CurvesOf(ReadPreset(given->File), ChannelOrAll(given->Channel), given->Added);
+            if (!given->Csv.empty()) {
+                WriteText(given->Csv, console.Streams.Out, [&](std::ostream& out) { WriteCsv(curves, out); });
+            }
+            if (!given->Svg.empty()) {
+                WriteText(given->Svg, console.Streams.Out, [&](std::ostream& out) { WriteSvg(curves, out); });
+            }
+            return Outcome::Well;
+        };
+    });
+}
+
+CLI::CheckedTransformer FormatNames() {
+    return CLI::CheckedTransformer(
+        std::map<std::string, FilterFormat>{{"rew", FilterFormat::Rew}, {"eqapo", FilterFormat::EqApo}});
+}
+
+void AddImport(CLI::App& app, Console& console) {
+    struct Arguments {
+        Import What;
+        std::string File;
+        std::string Channel;
+        std::string Into;
+    };
+    const auto given = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("import", "Puts the filters of another program's text into a channel");
+    command->add_option("FORMAT", given->What.Format, "rew or eqapo")->required()->transform(FormatNames());
+    command->add_option("TEXT", given->What.Text, "Text of filters")->required();
+    command->add_option("FILE", given->File, "Preset")->required();
+    command->add_option("--channel", given->Channel, "Such as \"In A\"")->required();
+    command->add_flag("--fit", given->What.WithFit, "Looks for the codes that come nearest to the curve asked for");
+    command->add_option("-o,--output", given->Into, "Where the preset is written")->required();
+    command->callback([given, &console] {
+        console.Command = [given, &console] {
+            given->What.Channel = ChannelFromTyped(given->Channel);
+            model::PresetImageRow image = ReadPreset(given->File);
+            const Outcome outcome = ImportFilters(given->What, image, console.Streams.Out, console.Streams.Errors);
+            WritePreset(given->Into, image);
+            return outcome;
+        };
+    });
+}
+
+void AddExport(CLI::App& app, Console& console) {
+    struct Arguments {
+        FilterFormat Format = FilterFormat::Rew;
+        std::string File;
+        std::string Channel;
+        std::string Into = "-";
+    };
+    const auto given = std::make_shared<Arguments>();
+    CLI::App* const command = app.add_subcommand("export", "Writes the filters of a channel as another program's text");
+    command->add_option("FORMAT", given->Format, "rew or eqapo")->required()->transform(FormatNames());
+    command->add_option("FILE", given->File, "Preset")->required();
+    command->add_option("--channel", given->Channel, "Such as \"In A\"")->required();
+    command->add_option("-o,--output", given->Into, "Where the text is written; the standard output if not given");
+    command->callback([given, &console] {
+        console.Command = [given, &console] {
+            const int channel = ChannelFromTyped(given->Channel);
+            const model::PresetImageRow image = ReadPreset(given->File);
+            Outcome outcome = Outcome::Well;
+            WriteText(given->Into, console.Streams.Out, [&](std::ostream& out) {
+                outcome = ExportFilters(given->Format, channel, image, out, console.Streams.Errors);
+            });
+            return outcome;
+        };
+    });
+}
+
+/// One line, whatever a message holds.
+std::string OneLine(std::string text) {
+    std::ranges::replace(text, '\n', ' ');
+    return text;
+}
+
+/// Of the innermost command that was given.
+std::string HelpOf(const CLI::App& app) {
+    const std::vector<const CLI::App*> given =
+        app.get_subcommands([](const CLI::App* command) { return command->parsed(); });
+    return given.empty() ? app.help() : HelpOf(*given.front());
+}
+
+int Tell(Console& console, const std::string& what, Outcome outcome) {
+    console.Streams.Errors << "nrv718-preset: " << OneLine(what) << "\n";
+    return static_cast<int>(outcome);
+}
+
+} // namespace
+
+int Run(std::vector<std::string> arguments, const LineConsole& streams, LineSource* line) {
+    Console console{streams, line, {}};
+    CLI::App app("Presets of the NRV-718 on the PC and over the line", "nrv718-preset");
+    app.require_subcommand(1);
+    AddShow(app, console);
+    AddDiff(app, console);
+    AddCheck(app, console);
+    AddSet(app, console);
+    AddCurve(app, console);
+    AddImport(app, console);
+    AddExport(app, console);
+    AddLine(app, console);
+    try {
+        std::ranges::reverse(arguments); // as the parser takes them
+        app.parse(std::move(arguments));
+        return static_cast<int>(console.Command());
+    } catch (const CLI::Success&) {
+        streams.Out << HelpOf(app);
+        return static_cast<int>(Outcome::Well);
+    } catch (const CLI::ParseError& error) {
+        return Tell(console, std::string(error.what()) + " (--help tells how)", Outcome::Refused);
+    } catch (const Trouble& trouble) {
+        return Tell(console, trouble.what(), trouble.EndsAs());
+    }
+}
+
+} // namespace nrv::tool

@@ -1,0 +1,216 @@
+#include "tool/filter_lines.h"
+
+#include "model/number_text.h"
+#include "ports/runtime_error.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+
+namespace nrv::tool {
+namespace {
+
+/// A character of another alphabet as the ASCII that stands for it here.
+char Plain(std::uint32_t character) {
+    switch (character) {
+    case 0x00A0: // no-break, figure, thin and narrow blanks
+    case 0x2007:
+    case 0x2009:
+    case 0x202F:
+        return ' ';
+    case 0x2012: // dashes and the sign of minus
+    case 0x2013:
+    case 0x2212:
+        return '-';
+    case 0x2019:
+        return '\'';
+    default:
+        return character < 0x80 ? static_cast<char>(character) : '?';
+    }
+}
+
+std::uint32_t At(std::string_view bytes, std::size_t place) {
+    return static_cast<unsigned char>(bytes[place]);
+}
+
+std::string FromUtf16(std::string_view bytes, bool high_first) {
+    std::string text;
+    for (std::size_t n = 0; n + 1 < bytes.size(); n += 2) {
+        text += Plain(high_first ? (At(bytes, n) << 8U) + At(bytes, n + 1) : (At(bytes, n + 1) << 8U) + At(bytes, n));
+    }
+    return text;
+}
+
+/// How long the UTF-8 character at a place is; 0 where there is none.
+std::size_t LengthOfUtf8(std::string_view bytes, std::size_t place) {
+    const std::uint32_t lead = At(bytes, place);
+    const std::size_t length = lead < 0x80                    ? 1
+                               : lead >= 0xC2 && lead < 0xE0  ? 2
+                               : lead >= 0xE0 && lead < 0xF0  ? 3
+                               : lead >= 0xF0 && lead <= 0xF4 ? 4
+                                                              : 0;
+    for (std::size_t n = 1; n < length; ++n) {
+        if (place + n >= bytes.size() || (At(bytes, place + n) & 0xC0U) != 0x80U) {
+            return 0;
+        }
+    }
+    return length;
+}
+
+std::string FromBytes(std::string_view bytes) {
+    std::string text;
+    for (std::size_t place = 0; place < bytes.size();) {
+        const std::size_t length = LengthOfUtf8(bytes, place);
+        if (length == 3) {
+            text += Plain(((At(bytes, place) & 15U) << 12U) + ((At(bytes, place + 1) & 63U) << 6U) +
+                          (At(bytes, place + 2) & 63U));
+        } else if (length == 2) {
+            text += Plain(((At(bytes, place) & 31U) << 6U) + (At(bytes, place + 1) & 63U));
+        } else if (length == 0) {
+            // Windows-1252, whose dash and apostrophe stand where Latin-1 has none.
+            const std::uint32_t byte = At(bytes, place);
+            text += byte == 0x96 ? '-' : byte == 0x92 ? '\'' : Plain(byte);
+        } else {
+            text += length == 1 ? bytes[place] : '?';
+        }
+        place += std::max<std::size_t>(length, 1);
+    }
+    return text;
+}
+
+std::string Decoded(std::string_view bytes) {
+    if (bytes.starts_with("\xFF\xFE")) {
+        return FromUtf16(bytes.substr(2), false);
+    }
+    if (bytes.starts_with("\xFE\xFF")) {
+        return FromUtf16(bytes.substr(2), true);
+    }
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    return FromBytes(bytes.starts_with(mark) ? bytes.substr(mark.size()) : bytes);
+}
+
+bool IsDigit(char c) {
+    return std::isdigit(static_cast<unsigned char>(c)) != 0;
+}
+
+/// Marks of a number, and how many digits come behind the last.
+struct Marks {
+    std::ptrdiff_t Points;
+    std::ptrdiff_t Commas;
+    std::size_t Behind = 0;
+    char Last = 0;
+
+    explicit Marks(std::string_view number)
+        : Points(std::ranges::count(number, '.')), Commas(std::ranges::count(number, ',')) {
+        const std::size_t last = number.find_last_of(".,");
+        if (last != std::string_view::npos) {
+            Behind = number.size() - last - 1;
+            Last = number[last];
+        }
+    }
+    bool Single() const { return Points + Commas == 1; }
+};
+
+DecimalMark MarkOf(char c) {
+    return c == '.' ? DecimalMark::Point : DecimalMark::Comma;
+}
+
+/// What one number tells of the decimal mark.
+DecimalMark Told(std::string_view number) {
+    constexpr std::size_t group = 3;
+    const Marks marks(number);
+    if (marks.Points + marks.Commas == 0 || (marks.Single() && marks.Behind == group)) {
+        return DecimalMark::Unknown;
+    }
+    if (marks.Single() || (marks.Points > 0 && marks.Commas > 0)) {
+        return MarkOf(marks.Last);
+    }
+    return marks.Last == '.' ? DecimalMark::Comma : DecimalMark::Point; // one that is there twice groups
+}
+
+/// The number with a decimal point and no groups; none for a text that is no number so.
+std::optional<double> Read(std::string_view number, DecimalMark mark) {
+    const char decimal = mark == DecimalMark::Comma ? ',' : '.';
+    std::string plain;
+    for (const char c : number) {
+        if (c == decimal) {
+            plain += '.';
+        } else if (c != '.' && c != ',') {
+            plain += c;
+        }
+    }
+    try {
+        return model::ParseNumber(plain);
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+}
+
+std::string WithoutBlanks(std::string_view text) {
+    std::string number;
+    std::ranges::copy_if(text, std::back_inserter(number), [](char c) { return c != ' ' && c != '\t' && c != '\''; });
+    return number;
+}
+
+} // namespace
+
+std::vector<std::string> LinesOf(std::string_view bytes) {
+    std::vector<std::string> lines(1);
+    char before = 0;
+    for (const char c : Decoded(bytes)) {
+        if (c == '\r' || (c == '\n' && before != '\r')) {
+            lines.emplace_back();
+        } else if (c != '\n') {
+            lines.back() += c == '\t' || c == '\0' ? ' ' : c;
+        }
+        before = c;
+    }
+    return lines;
+}
+
+DecimalMark DecimalMarkOf(const std::vector<std::string>& lines) {
+    bool point = false;
+    bool comma = false;
+    for (const std::string& line : lines) {
+        for (std::size_t from = 0; from < line.size(); ++from) {
+            if (!IsDigit(line[from])) {
+                continue;
+            }
+            const std::size_t end = std::min(line.find_first_not_of("0123456789.,", from), line.size());
+            std::string_view number = std::string_view(line).substr(from, end - from);
+            while (!IsDigit(number.back())) {
+                number.remove_suffix(1);
+            }
+            point = point || Told(number) == DecimalMark::Point;
+            comma = comma || Told(number) == DecimalMark::Comma;
+            from = end;
+        }
+    }
+    return point == comma ? DecimalMark::Unknown : point ? DecimalMark::Point : DecimalMark::Comma;
+}
+
+std::optional<double> NumberFrom(std::string_view text, DecimalMark mark, double lowest, double highest) {
+    const std::string number = WithoutBlanks(text);
+    const Marks marks(number);
+    const DecimalMark own = Told(number);
+    if (own != DecimalMark::Unknown) {
+        return Read(number, own);
+    }
+    if (mark != DecimalMark::Unknown || !marks.Single()) {
+        return Read(number, mark);
+    }
+    // "1,250" in a text that tells nothing: the one that lies in the range.
+    const auto fits = [&](const std::optional<double>& value) {
+        return value && *value >= lowest && *value <= highest;
+    };
+    const std::optional<double> as_point = Read(number, DecimalMark::Point);
+    const std::optional<double> as_comma = Read(number, DecimalMark::Comma);
+    const std::optional<double>& decimal = marks.Last == '.' ? as_point : as_comma;
+    const std::optional<double>& grouped = marks.Last == '.' ? as_comma : as_point;
+    if (fits(decimal) != fits(grouped)) {
+        return fits(decimal) ? decimal : grouped;
+    }
+    return fits(decimal) && marks.Last == ',' ? std::nullopt : decimal;
+}
+
+} // namespace nrv::tool

@@ -1,0 +1,120 @@
+#include "tool/line_commands.h"
+
+#include "tool/text.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <utility>
+
+namespace nrv::tool {
+namespace {
+
+struct LineArguments {
+    std::string Port;
+    int Id = -1;
+    std::string File;
+    std::string Password;
+    WatchOptions Watch;
+};
+
+/// The number of "COM 3", "com3" or "3"; 0 for the name of a device file.
+int NumberOf(const std::string& port) {
+    std::string digits = Small(port);
+    std::erase(digits, ' ');
+    if (digits.starts_with("com")) {
+        digits.erase(0, 3);
+    }
+    constexpr std::size_t most_digits = 2;
+    const bool number =
+        !digits.empty() && digits.size() <= most_digits && digits.find_first_not_of("0123456789") == std::string::npos;
+    return number ? std::stoi(digits) : 0;
+}
+
+using Work = std::function<Outcome(LineDesk& desk, LineConsole& console)>;
+
+/// A command with its port, and with its device unless it finds that itself.
+std::pair<CLI::App*, std::shared_ptr<LineArguments>> AddCommand(CLI::App& line, const char* name, const char* what) {
+    const auto given = std::make_shared<LineArguments>();
+    CLI::App* const command = line.add_subcommand(name, what);
+    command->add_option("--port", given->Port, "COM 1 to COM 32 as the program names them, or a device file")
+        ->required();
+    return {command, given};
+}
+
+void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments> given, bool opens, Work work) {
+    command->callback([given = std::move(given), &console, opens, work = std::move(work)] {
+        console.Command = [given, &console, opens, work] {
+            if (console.Line == nullptr) {
+                throw Trouble("this build has no line");
+            }
+            const int number = NumberOf(given->Port);
+            LineDesk desk(console.Line->Open(number == 0 ? given->Port : ""), number == 0 ? 1 : number);
+            if (opens) {
+                desk.Open(given->Id);
+            }
+            return work(desk, console.Streams);
+        };
+    });
+}
+
+CLI::App* AddDeviceCommand(CLI::App& line, Console& console, const char* name, const char* what, const char* file,
+                           const std::function<Outcome(LineDesk&, const LineArguments&, LineConsole&)>& work) {
+    const auto [command, given] = AddCommand(line, name, what);
+    command->add_option("--id", given->Id, "The device's ID, 0 to 32")->required();
+    if (file != nullptr) {
+        command->add_option(file, given->File, file == std::string("FILE") ? "Preset" : "Folder of the backup")
+            ->required();
+    }
+    const std::string named = name;
+    if (named == "write" || named == "restore") {
+        command->add_option("--password", given->Password, "Of a device that is locked");
+    }
+    if (named == "watch") {
+        command->add_flag("--bars", given->Watch.Bars, "Bars in place of numbers");
+        command->add_option("--count", given->Watch.Rounds, "Ends after so many rounds")->check(CLI::PositiveNumber);
+        command->add_option("--interval", given->Watch.Milliseconds, "Milliseconds between two rounds")
+            ->check(CLI::Range(0, 60000));
+    }
+    WillRun(command, console, given, true,
+            [given = given, work](LineDesk& desk, LineConsole& streams) { return work(desk, *given, streams); });
+    return command;
+}
+
+} // namespace
+
+void AddLine(CLI::App& app, Console& console) {
+    CLI::App& line = *app.add_subcommand("line", "Devices on a serial line");
+    line.require_subcommand(1);
+
+    const auto [list, given] = AddCommand(line, "list", "The devices that answer, their labels and memory positions");
+    list->add_option("--id", given->Id, "This one alone");
+    WillRun(list, console, given, false, [given = given](LineDesk& desk, LineConsole& streams) {
+        return ListDevices(desk, given->Id == -1 ? std::nullopt : std::optional(given->Id), streams);
+    });
+    AddDeviceCommand(line, console, "read", "Writes what is live into a preset", "FILE",
+                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+                         return ReadLive(desk, with.File, streams);
+                     });
+    AddDeviceCommand(line, console, "write", "Loads a preset into the device", "FILE",
+                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+                         return WriteLive(desk, with.File, with.Password, streams);
+                     });
+    AddDeviceCommand(line, console, "backup", "Keeps what is live and every memory position in a folder", "FOLDER",
+                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+                         return BackUp(desk, with.File, streams);
+                     });
+    AddDeviceCommand(line, console, "restore", "Stores and loads what a backup kept", "FOLDER",
+                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+                         return Restore(desk, with.File, with.Password, streams);
+                     });
+    AddDeviceCommand(line, console, "verify", "Compares a device with a backup", "FOLDER",
+                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+                         return Verify(desk, with.File, streams);
+                     });
+    AddDeviceCommand(line, console, "watch", "The meters, 0 to 6 lamps a channel", nullptr,
+                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+                         return Watch(desk, with.Watch, streams);
+                     });
+}
+
+} // namespace nrv::tool

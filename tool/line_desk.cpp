@@ -1,0 +1,131 @@
+#include "tool/line_desk.h"
+
+#include "model/preset_image.h"
+#include "ports/runtime_error.h"
+
+#include <cstdlib>
+#include <system_error>
+
+namespace nrv::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path NewFolder() {
+    std::string pattern = (fs::temp_directory_path() / "nrv718-preset-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) {
+        throw Trouble(pattern + ": no folder can be made there; set TMPDIR to another.");
+    }
+    return pattern;
+}
+
+} // namespace
+
+void LineProcess::RunPendingEvents() {
+    process_.RunPendingEvents();
+    if (Probe == nullptr || !Probe->Running()) {
+        ticking_ = false;
+        return;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (!ticking_) {
+        ticking_ = true;
+        due_ = now + std::chrono::milliseconds(Probe->Interval());
+    } else if (now >= due_) {
+        ticking_ = false;
+        Probe->Tick();
+    }
+}
+
+LineDesk::LineDesk(const LinePorts& ports, int com_number)
+    : port_(ports.Serial), process_(ports.Run), folder_(NewFolder()),
+      program_(std::make_unique<program::Program>(
+          program::Ports{port_, ports.WallClock, process_, boxes_, files_, host_, events_}, *forms_)) {
+    process_.Probe = &program_->Main.SerialTimer;
+    program_->State.AppFolder = folder_;
+    program_->Link.ComIndex = com_number;
+    program_->Link.OpenPort();
+    if (!program_->Link.PortOpened) {
+        std::error_code ignored;
+        fs::remove_all(folder_, ignored);
+        throw Trouble(program_->Link.PortRefusal(), Outcome::NoLine);
+    }
+    program_->Link.ReopenPort(link::FrameLength);
+    program_->Link.ReportLinkFailure = true;
+}
+
+LineDesk::~LineDesk() {
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
+}
+
+void LineDesk::RequireLine(const std::string& error) {
+    const bool window_gone = opened_ && !program_->Windows.Loaded[At(program_->Windows.CurrentWindow)];
+    if (error.empty() && !process_.Ended && !window_gone) {
+        return;
+    }
+    std::string why = error.empty() ? program_->Status.Text() : error;
+    if (why.empty() || process_.Ended) {
+        why = IdText(id_) + " does not answer.";
+    }
+    // What follows in the program is for one who sees a list of devices.
+    const std::size_t row = why.find(" Double-click");
+    throw Trouble(why.substr(0, row), Outcome::NoLine);
+}
+
+void LineDesk::Do(const std::function<void()>& work) {
+    using Kind = controls::EventSource::Kind;
+    std::string error;
+    const controls::EventSource source = opened_ ? controls::EventSource{Kind::Device, program_->Windows.CurrentWindow}
+                                                 : controls::EventSource{Kind::Program};
+    events_.Run(source, [&] {
+        try {
+            work();
+        } catch (const RuntimeError& refused) {
+            error = refused.what();
+        }
+    });
+    RequireLine(error);
+}
+
+void LineDesk::TickMeters() {
+    events_.Run({controls::EventSource::Kind::Meters, program_->Windows.CurrentWindow},
+                [this] { program_->Windows.Current().Timer1.Tick(); });
+    RequireLine({});
+}
+
+void LineDesk::Open(int id) {
+    if (!IsDeviceId(id)) {
+        throw Trouble("There is no ID " + std::to_string(id) + "; IDs are 0 to " + std::to_string(DeviceCount - 1) +
+                      ".");
+    }
+    id_ = id;
+    program_->State.SpeakerRecords[At(id)].SetDeviceId(id);
+    program_->State.FoundLast = 0;
+    program_->State.FoundDevices[0] = id;
+    program_->DeviceList.Load();
+    Do([this] { program_->DeviceList.OpenDevice(0); });
+    opened_ = program_->Windows.SlotOf(id) != Operation::NoSlot;
+    if (!opened_) {
+        throw Trouble(IdText(id) + " does not answer; look at the cable and at the ID that the device shows.",
+                      Outcome::NoLine);
+    }
+    if (!program_->Status.Free()) {
+        throw Trouble(program_->Status.Text(), Outcome::NoLine);
+    }
+}
+
+void LineDesk::Fetch(int position, model::PresetImageRow& image) {
+    bool came = false;
+    Do([&] { came = program_->Link.FetchPreset(id_, static_cast<std::uint8_t>(position), model::OnDevice(image)); });
+    if (!came) {
+        throw Trouble(IdText(id_) + " does not answer.", Outcome::NoLine);
+    }
+}
+
+void LineDesk::Load(const fs::path& file) {
+    files_.File = file;
+    Do([this] { program_->Windows.Current().Command2[controls::LoadPresetTool].Clicked(); });
+}
+
+} // namespace nrv::tool

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "model/preset_image.h"
+
+#include <filesystem>
+#include <span>
+#include <vector>
+
+namespace nrv::tool {
+
+inline std::span<const std::uint8_t> BytesOf(const model::PresetImageRow& image) {
+    return {reinterpret_cast<const std::uint8_t*>(&image), sizeof image};
+}
+
+/// What a file holds of a preset, and how long it is altogether. Creates none. Throws Trouble.
+struct PresetBytes {
+    std::vector<std::uint8_t> Bytes; ///< of the preset at most
+    std::uintmax_t FileSize;
+};
+PresetBytes ReadPresetBytes(const std::filesystem::path& file);
+
+/// A whole preset; throws Trouble for a file that does not hold one.
+model::PresetImageRow ReadPreset(const std::filesystem::path& file);
+model::PresetImageRow PresetOf(std::span<const std::uint8_t> bytes);
+
+void WritePreset(const std::filesystem::path& file, const model::PresetImageRow& image);
+
+} // namespace nrv::tool
