@@ -8,10 +8,6 @@
 
 namespace nrv::tool {
 
-inline std::span<const std::uint8_t> BytesOf(const model::PresetImageRow& image) {
-    return {reinterpret_cast<const std::uint8_t*>(&image), sizeof image};
-}
-
 /// What a file holds of a preset, and how long it is altogether. Creates none. Throws Trouble.
 struct PresetBytes {
     std::vector<std::uint8_t> Bytes; ///< of the preset at most

@@ -5,7 +5,6 @@
 #include "ports/numbering.h"
 
 #include <bit>
-#include <type_traits>
 
 namespace nrv::presets {
 namespace {
@@ -22,13 +21,6 @@ CodePlace Bit(const ImageBits& bits) {
 
 int LastOf(const controls::List& list) {
     return static_cast<int>(list.Items().size()) - 1;
-}
-
-/// How the bytes of an image lie one behind the other.
-template <class Image>
-auto* BytesOf(Image& image) {
-    using Byte = std::conditional_t<std::is_const_v<Image>, const std::uint8_t, std::uint8_t>;
-    return reinterpret_cast<Byte*>(&image);
 }
 
 } // namespace
