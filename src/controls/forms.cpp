@@ -27,7 +27,7 @@ MDIFrmMain::MDIFrmMain() {
     Undo.SetCaption("Undo");
     Redo.SetCaption("Redo");
     Compare.SetCaption("Compare with the last preset");
-    Revert.SetCaption("Return to the last preset");
+    Revert.SetCaption("Revert to the last preset");
     for (Button* entry : {&Undo, &Redo, &Compare, &Revert}) {
         entry->SetEnabled(false);
     }

@@ -13,7 +13,7 @@ namespace {
 
 using presets::Parameter;
 
-constexpr const char* ToPreset = "return to the last preset";
+constexpr const char* ToPreset = "revert to the last preset";
 constexpr std::size_t LongestWords = 90; // of a menu entry
 constexpr int MostAtOnce = 10;           // frames that nobody waits for
 constexpr long NoGesture = -1;           // nothing goes on from it
@@ -153,44 +153,51 @@ bool History::Play(const std::string& name, const Snapshot& from, const Snapshot
     return parts_.Commands.Windows.Loaded[At(slot)];
 }
 
-void History::Undo() {
-    if (Rests() || Current().Done.empty()) {
-        return;
+/// The last step of those, and there is none any more: it was taken back, or gone again. Nothing where there was none,
+/// or where the device died on the way.
+std::optional<History::Step> History::Go(std::vector<Step> OfWindow::*steps, Way way) {
+    if (Rests() || (Current().*steps).empty()) {
+        return std::nullopt;
     }
     EndComparison();
     if (Rests()) {
-        return;
+        return std::nullopt;
     }
     const Snapshot now = Take(parts_.Commands, parts_.Curves);
-    Step step = Current().Done.back();
-    if (!Play("the undo", step.What.After(now), step.What.Before(now))) {
-        return;
+    Step step = (Current().*steps).back();
+    const Snapshot before = step.What.Before(now);
+    const Snapshot after = step.What.After(now);
+    const bool gone = way == Way::Back ? Play("the undo", after, before) : Play("the redo", before, after);
+    if (!gone) {
+        return std::nullopt;
     }
-    parts_.Tell("Undone: " + step.Words);
-    Current().Done.pop_back();
-    if (step.Whole) {
-        Current().Undone.push_back(std::move(step));
-    } else {
+    parts_.Tell((way == Way::Back ? "Undone: " : "Redone: ") + step.Words);
+    (Current().*steps).pop_back();
+    return step;
+}
+
+void History::Undo() {
+    if (std::optional<Step> step = Go(&OfWindow::Done, Way::Back); step && step->Whole) {
+        Current().Undone.push_back(std::move(*step));
+    } else if (step) {
         Current().Undone.clear(); // what followed it has nothing to follow
     }
 }
 
 void History::Redo() {
-    if (Rests() || Current().Undone.empty()) {
-        return;
+    if (std::optional<Step> step = Go(&OfWindow::Undone, Way::Forward)) {
+        Current().Done.push_back(std::move(*step));
     }
-    EndComparison();
-    if (Rests()) {
-        return;
+}
+
+/// The last preset's settings; nothing, which is told, where none differs.
+std::optional<Snapshot> History::OtherSettings(const Snapshot& now) const {
+    Snapshot preset = SettingsOver(now, Current().Preset);
+    if (presets::Differing(now.Image, preset.Image).empty()) {
+        parts_.Tell("Nothing differs from the last preset.");
+        return std::nullopt;
     }
-    const Snapshot now = Take(parts_.Commands, parts_.Curves);
-    Step step = Current().Undone.back();
-    if (!Play("the redo", step.What.Before(now), step.What.After(now))) {
-        return;
-    }
-    parts_.Tell("Redone: " + step.Words);
-    Current().Undone.pop_back();
-    Current().Done.push_back(std::move(step));
+    return preset;
 }
 
 void History::Compare() {
@@ -202,14 +209,13 @@ void History::Compare() {
         return;
     }
     const Snapshot now = Take(parts_.Commands, parts_.Curves);
-    const Snapshot preset = SettingsOver(now, Current().Preset);
-    if (presets::Differing(now.Image, preset.Image).empty()) {
-        parts_.Tell("Nothing differs from the last preset.");
+    const std::optional<Snapshot> preset = OtherSettings(now);
+    if (!preset) {
         return;
     }
     parts_.Keep(parts_.Commands.DeviceId()); // the preset may play for long
-    if (Play("the comparison", now, preset)) {
-        Current().Compared = Changes(now, preset);
+    if (Play("the comparison", now, *preset)) {
+        Current().Compared = Changes(now, *preset);
         parts_.Commands.Form().Window.SetMark("Last preset");
         parts_.Tell("The last preset plays. Ctrl+Space goes back to your settings; a change goes on from here.");
     }
@@ -249,15 +255,11 @@ void History::Revert() {
         KeepComparison();
     } else {
         const Snapshot now = Take(parts_.Commands, parts_.Curves);
-        const Snapshot preset = SettingsOver(now, Current().Preset);
-        if (presets::Differing(now.Image, preset.Image).empty()) {
-            parts_.Tell("Nothing differs from the last preset.");
+        const std::optional<Snapshot> preset = OtherSettings(now);
+        if (!preset || !Play("the revert", now, *preset)) {
             return;
         }
-        if (!Play("the return", now, preset)) {
-            return;
-        }
-        Push(StepOf(now, preset, ToPreset, NoGesture));
+        Push(StepOf(now, *preset, ToPreset, NoGesture));
     }
     parts_.Tell("Back at the last preset; \"Undo\" brings your settings back.");
 }

@@ -85,6 +85,9 @@ class History {
     Step StepOf(const Snapshot& before, const Snapshot& after, const std::string& title, long gesture) const;
     /// False when a frame failed and the window is gone.
     bool Play(const std::string& name, const Snapshot& from, const Snapshot& to);
+    enum class Way { Back, Forward };
+    std::optional<Step> Go(std::vector<Step> OfWindow::*steps, Way way);
+    std::optional<Snapshot> OtherSettings(const Snapshot& now) const;
     void KeepComparison();
     void TellEdits(const model::PresetImageRow& now);
 

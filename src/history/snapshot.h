@@ -14,7 +14,7 @@ namespace nrv::history {
 /// image, and texts and values that the image does not tell.
 struct Snapshot {
     model::PresetImageRow Image;
-    std::vector<std::string> Extras; ///< by `ExtraKind` and index
+    std::vector<std::string> Extras; ///< by the places in `extra`
 };
 
 /// What the entries of `Snapshot::Extras` are.

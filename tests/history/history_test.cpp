@@ -23,11 +23,11 @@ class HistoryTest : public RackWorld {
         };
         const auto away = [](auto& fader) { fader.UserMove(fader.Shown() == 1 ? 2 : 1); };
         const auto other = [](controls::List& list) { list.UserSelect(list.Index() == 1 ? 2 : 1); };
-        const auto type = [](controls::TextBox& box) { Type(box, box.Text() == "1000" ? "500" : "1000"); };
+        const auto type = [](controls::TextBox& box) { TypeInto(box, box.Text() == "1000" ? "500" : "1000"); };
         add("gain", StripCount, 1, [away](auto& of, auto i) { away(of.Slider1[i]); });
         add("mute", StripCount, 2, [](auto& of, auto i) { of.Check1[i].UserToggle(); });
         add("phase", StripCount, 1, [](auto& of, auto i) { of.Check2[i].UserToggle(); });
-        add("typed delay", StripCount, 1, [](auto& of, auto i) { Type(of.Text2[i], "77.777"); });
+        add("typed delay", StripCount, 1, [](auto& of, auto i) { TypeInto(of.Text2[i], "77.777"); });
         add("fine delay", StripCount, 1,
             [](auto& of, auto i) { of.UpDown1[i].UserStep(of.UpDown1[i].Shown() > 20 ? -1 : 1); });
         add("unit", 1, 1, [](auto& of, auto) { of.Option1[1].Select(); });
@@ -402,7 +402,7 @@ TEST_F(HistoryTest, AChangeWhileComparingGoesOnFromThePreset) {
     EXPECT_EQ(Depth(1), 3U);
     Undo(1);
     ExpectSame(Look(1), preset, "the change undone");
-    EXPECT_EQ(Undoable(), "Undo return to the last preset");
+    EXPECT_EQ(Undoable(), "Undo revert to the last preset");
     Undo(1);
     ExpectSame(Look(1), own, "the user's own");
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/decimal_text.h"
+#include "model/any_edit.h"
 #include "presets/load_trace.h"
 #include "session/program_fixture.h"
 #include "simulator/rack.h"
@@ -201,69 +201,11 @@ class RackWorld : public ProgramTest {
         return sent;
     }
 
-    static void Type(controls::TextBox& box, const std::string& text) {
-        box.UserText(text);
-        box.UserKey(controls::EnterKey);
-    }
     int Pick(int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); }
-    template <class Range>
-    auto& AnyOf(Range& range) {
-        return range[static_cast<std::size_t>(random() % range.size())];
-    }
     /// A single edit of any kind by a window's controls.
     void Edit(int slot) {
         controls::FrmCtrl& form = Window(slot);
-        By(slot, [&] { EditAny(form); });
-    }
-    void EditAny(controls::FrmCtrl& form) {
-        const auto channel = static_cast<std::size_t>(Pick(ChannelCount));
-        const auto filter = static_cast<std::size_t>(Pick(ToneCount));
-        switch (Pick(22)) {
-        case 0:
-            return AnyOf(form.Slider1).UserMove(Pick(121));
-        case 1:
-            return AnyOf(form.Check1).UserToggle();
-        case 2:
-            return AnyOf(form.Check2).UserToggle();
-        case 3:
-            return AnyOf(form.UpDown1).UserStep(Pick(95) - 47);
-        case 4:
-            return AnyOf(form.UpDown2).UserStep(Pick(5001) - 2500);
-        case 5:
-            return Type(AnyOf(form.Text2), model::DecimalText(Pick(2'600'000), 3));
-        case 6:
-            return form.Slider100.UserMove(Pick(121));
-        case 7:
-            return form.Combo4.UserSelect(Pick(2));
-        case 8:
-            return AnyOf(form.Option1).Select();
-        case 9:
-            return AnyOf(form.Slider2).UserMove(Pick(151));
-        case 10:
-            return AnyOf(form.UpDown3).UserStep(Pick(119) - 59);
-        case 11:
-            return Type(AnyOf(form.Text4), std::to_string(Pick(25'000)));
-        case 12:
-            return Type(AnyOf(form.Text5), model::DecimalText(5L * (1 + Pick(60)), 2));
-        case 13:
-            return AnyOf(form.Slider3).UserMove(Pick(37));
-        case 14:
-            return form.Combo1[filter].UserSelect(Pick(filter < 4 ? 3 : 5));
-        case 15:
-            return Type(AnyOf(form.Text7), std::to_string(Pick(25'000)));
-        case 16:
-            return AnyOf(form.Combo2).UserSelect(Pick(11));
-        case 17:
-            return Type(AnyOf(form.Text8), std::to_string(Pick(25'000)));
-        case 18:
-            return form.Slider4[channel].UserMove(Pick(channel < 2 ? 11 : 61));
-        case 19:
-            return AnyOf(form.Slider5).UserMove(Pick(19));
-        case 20:
-            return AnyOf(form.Slider6).UserMove(Pick(30));
-        default:
-            return AnyOf(form.Combo3).UserSelect(Pick(3));
-        }
+        By(slot, [&] { EditAnyParameter(form, random); });
     }
     /// Opens a dialog by its tool button and does something in it.
     void InDialog(int slot, controls::ToolButton tool, const std::function<void()>& script) {

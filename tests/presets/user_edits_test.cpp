@@ -1,10 +1,9 @@
-#include "model/decimal_text.h"
+#include "model/any_edit.h"
 #include "presets/load_window.h"
 
 namespace nrv::testing {
 namespace {
 
-using controls::EnterKey;
 using model::DecimalText;
 
 /// Whatever the user does, image, controls and values tell the same, by a decoder of the test's own.
@@ -16,66 +15,18 @@ class UserEdits : public LoadWindow {
     auto& AnyOf(Range& range) {
         return range[Any(range.size())];
     }
-    void Type(controls::TextBox& box, const std::string& text) {
-        box.UserText(text);
-        box.UserKey(EnterKey);
-    }
     void Edit() {
         switch (Pick(25)) {
         case 0:
-            return AnyOf(form.Slider1).UserMove(Pick(121));
-        case 1:
-            return AnyOf(form.Check1).UserToggle();
-        case 2:
-            return AnyOf(form.Check2).UserToggle();
-        case 3:
-            return AnyOf(form.UpDown1).UserStep(Pick(95) - 47);
-        case 4:
-            return AnyOf(form.UpDown2).UserStep(Pick(5001) - 2500);
-        case 5:
-            return Type(AnyOf(form.Text2), DecimalText(Pick(2'600'000), 3));
-        case 6:
-            return form.Slider100.UserMove(Pick(121));
-        case 7:
-            return form.Combo4.UserSelect(Pick(2));
-        case 8:
-            return AnyOf(form.Option1).Select();
-        case 9:
-            return AnyOf(form.Slider2).UserMove(Pick(151));
-        case 10:
-            return AnyOf(form.UpDown3).UserStep(Pick(119) - 59);
-        case 11:
-            return Type(AnyOf(form.Text4), std::to_string(Pick(25'000)));
-        case 12:
-            return Type(AnyOf(form.Text5), DecimalText(Pick(400), 2));
-        case 13:
-            return AnyOf(form.Slider3).UserMove(Pick(37));
-        case 14:
-            return EditToneType(Any(10));
-        case 15:
-            return Type(AnyOf(form.Text7), std::to_string(Pick(25'000)));
-        case 16:
-            return AnyOf(form.Combo2).UserSelect(Pick(11));
-        case 17:
-            return Type(AnyOf(form.Text8), std::to_string(Pick(25'000)));
-        case 18:
-            return EditThreshold(Any(8));
-        case 19:
-            return AnyOf(form.Slider5).UserMove(Pick(19));
-        case 20:
-            return AnyOf(form.Slider6).UserMove(Pick(30));
-        case 21:
-            return AnyOf(form.Combo3).UserSelect(Pick(3));
-        case 22:
             return AnyOf(form.Check3).UserToggle();
-        case 23:
+        case 1:
             return AnyOf(form.Option2).Select();
-        default:
+        case 2:
             return form.ViewBox(Pick(5), Pick(6)).UserToggle();
+        default:
+            return EditAnyParameter(form, random);
         }
     }
-    void EditToneType(std::size_t filter) { form.Combo1[filter].UserSelect(Pick(filter < 4 ? 3 : 5)); }
-    void EditThreshold(std::size_t channel) { form.Slider4[channel].UserMove(Pick(channel < 2 ? 11 : 61)); }
 
     int Code(std::size_t place) const { return image.PresetBody[place]; }
     static double Number(const std::string& text) { return std::stod(text); }
