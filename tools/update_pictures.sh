@@ -1,16 +1,12 @@
 #!/usr/bin/env bash
-# Takes the documents' pictures from those of a tour: tools/update_pictures.sh [FOLDER]
+# Takes the pictures that the documents show from those of a tour, and no other: tools/update_pictures.sh [FOLDER]
 set -eu
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 from=${1:-run-folder/pictures}
-mkdir -p docs/pictures
-take() { cp "$(ls "$from"/[0-9][0-9]-"$1".png | head -n 1)" "docs/pictures/$2.png"; }
-
-for name in splash search connection connection-list connection-twenty list window gains overview output input delays names store read \
-    copy-output copy-input password; do
-    take "$name" "$name"
+rm -rf docs/pictures
+mkdir docs/pictures
+for name in $(grep -hoE 'pictures/[a-z0-9-]+\.png' README.md docs/*.md | sort -u); do
+    name=$(basename "$name" .png)
+    # Where the tour took one of that name twice, the first.
+    cp "$(find "$from" -name "[0-9][0-9]-$name.png" | sort | head -n 1)" "docs/pictures/$name.png"
 done
-take point-in-hand point
-take locked-window locked
-take edit-menu edit-menu
-take undone undone

@@ -6,8 +6,16 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace nrv::tour {
+
+/// A number on a picture, by the name of the widget that it stands at: beside an edge (`AlignRight`), inside it
+/// (`AlignRight | AlignVCenter`), on a corner, or in the middle.
+struct Mark {
+    const char* Widget;
+    Qt::Alignment Where;
+};
 
 /// Goes through the program's main job as a user would, on whatever answers on COM 1, and takes a picture of each step.
 class Tour {
@@ -21,7 +29,7 @@ class Tour {
     // A connection, a list, a window.
     bool Connect();
     void ChooseConnection(QWidget& dialog);
-    bool OpenDevice(int id, int slot);
+    bool OpenDevice(int id, const std::string& picture);
     // The window of a device.
     bool MoveGain();
     bool MuteAndRoute();
@@ -35,6 +43,13 @@ class Tour {
     bool StoreAndRead();
     bool CopyOutput();
     bool LockAndUnlock();
+    // The guide's example, on another device.
+    bool WorkExample();
+    bool NameWays();
+    bool RouteAndCross();
+    bool Equalise();
+    bool AlignAndLimit();
+    bool StoreExample();
     bool CloseWindow();
     void LeaveProgram();
 
@@ -45,11 +60,14 @@ class Tour {
 
     /// Tells of a step, once, whether it worked.
     bool Check(bool worked, const std::string& step);
-    void Picture(QWidget& window, const std::string& name);
+    /// Of the whole window or of its upper `height` pixels. A mark whose widget the window does not show makes the tour
+    /// fail at its end.
+    void Picture(QWidget& window, const std::string& name, const std::vector<Mark>& marks = {}, int height = 0);
 
     ui::Application& application_;
     std::filesystem::path pictures_;
     int number_ = 0;
+    bool pictures_whole_ = true;
     std::string told_;
     driver::BoxAnswers boxes_;
 };

@@ -56,7 +56,11 @@ bool Tour::StoreAndRead() {
     const bool stored = WithTool(controls::StorePresetTool, QStringLiteral("FrmStore"), [this](QWidget& dialog) {
         driver::Choose(FindAs<QComboBox>(QStringLiteral("Combo1"), &dialog), 2);
         Type(Find(QStringLiteral("Text1"), &dialog), QStringLiteral("Tour"));
-        Picture(dialog, "store");
+        Picture(dialog, "store",
+                {{"List1", Qt::AlignRight | Qt::AlignTop},
+                 {"Text1", Qt::AlignRight},
+                 {"Combo1", Qt::AlignRight},
+                 {"Command1(1)", Qt::AlignRight}});
         driver::Click(Find(QStringLiteral("Command1(1)"), &dialog));
     });
     if (!stored || !Check(application_.Logic().Stores.ParamValues[5].PresetUsed[2] == 85.0, "a preset is stored")) {
@@ -99,13 +103,13 @@ bool Tour::LockAndUnlock() {
                 driver::Click(Find(QStringLiteral("Command1(0)"), &dialog));
                 driver::Click(Find(QStringLiteral("Check1"), &dialog));
                 driver::Click(Find(QStringLiteral("Command1(3)"), &dialog));
-                Picture(dialog, lock ? "locked" : "unlocked");
+                Picture(dialog, lock ? "password-lock" : "password-unlock");
                 dialog.close();
             });
         if (!done || !Check((application_.Logic().Stores.ParamValues[5].LockFlag == 1.0) == lock, "the lock changes")) {
             return false;
         }
-        Picture(*ControlWindow(), lock ? "locked-window" : "unlocked-window");
+        Picture(*ControlWindow(), lock ? "locked" : "unlocked");
     }
     return true;
 }
