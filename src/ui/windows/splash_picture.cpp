@@ -75,10 +75,12 @@ void PaintWay(QPainter& painter, const QRectF& paper, const Way& way) {
     QPainterPath body = curve;
     body.lineTo(paper.right(), paper.bottom() + paper.height());
     body.lineTo(paper.left(), paper.bottom() + paper.height());
-    QColor tint = way.Colour;
+    constexpr int lighter = 145; // per cent; on the dark paper the colours of the light one look dull
+    const QColor colour = CurrentTheme().Dark ? way.Colour.lighter(lighter) : way.Colour;
+    QColor tint = colour;
     tint.setAlpha(26);
     painter.fillPath(body, tint);
-    painter.strokePath(curve, QPen(way.Colour, 1.8));
+    painter.strokePath(curve, QPen(colour, 1.8));
 }
 
 void PaintGraph(QPainter& painter, const QRectF& paper) {
