@@ -1,28 +1,26 @@
 #include "ui/guide/guide.h"
 
 #include "ui/guide/guide_page.h"
+#include "ui/guide/guide_view.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QScreen>
-#include <QTextBlock>
-#include <QTextBrowser>
 
 namespace nrv::ui {
 namespace {
 
-constexpr QSize GuideSize(860, 700);
+constexpr QSize GuideSize(880, 720);
 
-QTextBrowser* MakeWindow(QWidget* owner) {
-    auto* window = new QTextBrowser(owner);
+GuideView* MakeWindow(QWidget* owner) {
+    auto* window = new GuideView(owner);
     window->setObjectName(QStringLiteral("Guide"));
     window->setWindowFlag(Qt::Window);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowTitle(QStringLiteral("Guide"));
     window->setAccessibleName(QStringLiteral("Guide"));
-    window->setOpenExternalLinks(false);
-    window->setSource(QUrl(QStringLiteral("qrc:/guide/user_guide.md")), QTextDocument::MarkdownResource);
     window->resize(GuideSize.boundedTo(window->screen()->availableSize() - QSize(40, 60)));
+    window->Show(QUrl(QStringLiteral("qrc:/guide/user_guide.md")));
     return window;
 }
 
@@ -50,7 +48,7 @@ void Guide::OpenFor(const QWidget* asked) {
     window_->show();
     window_->raise();
     window_->activateWindow();
-    TurnTo(page);
+    window_->TurnTo(GuideView::LinkName(page));
 }
 
 bool Guide::eventFilter(QObject* watched, QEvent* event) {
@@ -68,21 +66,6 @@ bool Guide::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     return false;
-}
-
-void Guide::TurnTo(const QString& heading) {
-    if (heading.isEmpty()) {
-        return;
-    }
-    for (QTextBlock block = window_->document()->begin(); block.isValid(); block = block.next()) {
-        if (block.blockFormat().headingLevel() > 0 && block.text() == heading) {
-            // From the end, the heading comes to the top of the window and not to its foot.
-            window_->moveCursor(QTextCursor::End);
-            window_->setTextCursor(QTextCursor(block));
-            window_->ensureCursorVisible();
-            return;
-        }
-    }
 }
 
 } // namespace nrv::ui

@@ -4,10 +4,11 @@
 #include <QPointer>
 #include <QString>
 
-class QTextBrowser;
 class QWidget;
 
 namespace nrv::ui {
+
+class GuideView;
 
 /// The user guide in a window of its own. F1 opens it at the page of what has the keyboard, in every window.
 class Guide : public QObject {
@@ -23,9 +24,8 @@ class Guide : public QObject {
 
   private:
     void OpenFor(const QWidget* asked);
-    void TurnTo(const QString& heading);
 
-    QPointer<QTextBrowser> window_;
+    QPointer<GuideView> window_;
 };
 
 } // namespace nrv::ui
