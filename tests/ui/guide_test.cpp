@@ -3,6 +3,7 @@
 #include "rack_test.h"
 
 #include <QMenuBar>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
 
@@ -68,11 +69,12 @@ class GuideTest : public RackTest {
             const QString page = tab == controls::GainsTab      ? QStringLiteral("Gains")
                                  : tab == controls::DelaysTab   ? QStringLiteral("Delays")
                                  : tab == controls::OverviewTab ? QStringLiteral("Overview")
-                                                                : QStringLiteral("In A to Out 6");
+                                                                : tab < 2                       ? QStringLiteral("In A and In B")
+                                                                : QStringLiteral("Out 1 to Out 6");
             QCOMPARE(PageOf(desk_->Control("SSTab1")), page);
         }
         desk_->ShowTab(3);
-        QCOMPARE(PageOf(desk_->Control("Slider2", 26)), QStringLiteral("In A to Out 6"));
+        QCOMPARE(PageOf(desk_->Control("Slider2", 26)), QStringLiteral("Out 1 to Out 6"));
         QCOMPARE(PageOf(desk_->Control("Command2", controls::SavePresetTool)), QStringLiteral("Presets on the PC"));
         QCOMPARE(PageOf(desk_->Control("Command2", controls::ReadPresetTool)), QStringLiteral("Presets in the device"));
         QCOMPARE(PageOf(desk_->Control("Command2", controls::PasswordTool)), QStringLiteral("Password"));
@@ -117,7 +119,24 @@ class GuideTest : public RackTest {
                 }
             }
         }
-        QCOMPARE(pictures, 19);
+        QCOMPARE(pictures, 26);
+    }
+
+    void ItsLinksTurnToTheirPages() {
+        desk_->ShowTab(controls::GainsTab);
+        QCOMPARE(PageOf(desk_->Control("SSTab1")), QStringLiteral("Gains"));
+        QTextBrowser* const guide = OpenGuide();
+        guide->moveCursor(QTextCursor::Start);
+        QTest::keyClick(guide, Qt::Key_Tab);
+        QTest::keyClick(guide, Qt::Key_Tab);
+        QTest::keyClick(guide, Qt::Key_Return);
+        QCOMPARE(Page(), QStringLiteral("The list of devices")); // the second line of the contents
+    }
+
+    void NothingInItIsCutOffAtItsSides() {
+        desk_->ShowTab(controls::GainsTab);
+        PageOf(desk_->Control("SSTab1"));
+        QCOMPARE(OpenGuide()->horizontalScrollBar()->maximum(), 0);
     }
 
     void TheMenuOpensItAndWhatTheGateHoldsBackDoesNot() {

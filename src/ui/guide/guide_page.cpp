@@ -12,9 +12,10 @@ namespace nrv::ui {
 namespace {
 
 QString OfTab(int tab) {
-    constexpr const char* channels = "In A to Out 6";
-    constexpr std::array<const char*, controls::TabCount> pages = {
-        channels, channels, channels, channels, channels, channels, channels, channels, "Gains", "Delays", "Overview"};
+    constexpr const char* input = "In A and In B";
+    constexpr const char* output = "Out 1 to Out 6";
+    constexpr std::array<const char*, controls::TabCount> pages = {input,  input,  output,  output,   output,    output,
+                                                                   output, output, "Gains", "Delays", "Overview"};
     return QLatin1String(pages[At(tab)]);
 }
 
@@ -30,8 +31,8 @@ QString OfTool(int tool) {
 
 QString OfName(const QString& name) {
     static const QHash<QString, const char*> pages = {
-        {QStringLiteral("frmSplash"), "Start"},
-        {QStringLiteral("FrmSelect"), "Start"},
+        {QStringLiteral("frmSplash"), "Finding devices"},
+        {QStringLiteral("FrmSelect"), "The connection dialog"},
         {QStringLiteral("MDIFrmMain"), "The list of devices"},
         {QStringLiteral("FrmSearchNet"), "The list of devices"},
         {QStringLiteral("FrmCtrl"), "The window of a device"},
@@ -42,7 +43,7 @@ QString OfName(const QString& name) {
         {QStringLiteral("FrmEditLabel"), "Edit Names"},
         {QStringLiteral("FrmCopyIn"), "Copy Input, Copy Output"},
         {QStringLiteral("FrmCopyOut"), "Copy Input, Copy Output"},
-        {QStringLiteral("MessageBox"), "Messages"},
+        {QStringLiteral("MessageBox"), "Boxes"},
     };
     return QLatin1String(pages.value(name, ""));
 }
