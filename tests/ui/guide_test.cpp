@@ -69,7 +69,7 @@ class GuideTest : public RackTest {
             const QString page = tab == controls::GainsTab      ? QStringLiteral("Gains")
                                  : tab == controls::DelaysTab   ? QStringLiteral("Delays")
                                  : tab == controls::OverviewTab ? QStringLiteral("Overview")
-                                                                : tab < 2                       ? QStringLiteral("In A and In B")
+                                 : tab < 2                      ? QStringLiteral("In A and In B")
                                                                 : QStringLiteral("Out 1 to Out 6");
             QCOMPARE(PageOf(desk_->Control("SSTab1")), page);
         }
