@@ -58,7 +58,7 @@ void History::OperationEnds() {
     const bool changed = same_window && !Same(begun_->Before.Image, parts_.Commands.Image());
     if (changed || (same_window && leaves != Operation::Leaves::Edits)) {
         const Snapshot now = Take(parts_.Commands, parts_.Curves);
-        if (changed && !own_) {
+        if (!own_) {
             Record(begun_->Before, now);
         }
         if (leaves == Operation::Leaves::Preset) {

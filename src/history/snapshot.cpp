@@ -109,13 +109,7 @@ void BringViews(const CommandContext& context, Response& response, const Snapsho
         form.Check3[At(channel)].ShowValue(view[model::ShowCursorStart + At(channel)]);
         response::ShowCursor(context, channel);
     }
-    for (int row = 0; row < ViewsPerOutput; ++row) {
-        for (int output = 0; output < OutputCount; ++output) {
-            form.ViewBox(row, output)
-                .ShowValue(view[model::ViewBoxStart + model::ViewBoxesInRow * At(row) + At(output)]);
-        }
-    }
-    response::ShowSharedViews(context, response);
+    response::ShowSharedViews(context, response); // the boxes and options of the outputs
     for (const char option : target.Extras[extra::Sums]) {
         form.Option2[static_cast<unsigned char>(option)].ShowSelected();
     }

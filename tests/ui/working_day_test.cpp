@@ -242,11 +242,18 @@ class WorkingDayTest : public RackTest {
 
 void WorkingDayTest::HoldsAllDay() {
     const int day = EditsOfTheDay();
-    const int warm = day / 2; // by then each thing has happened, and caches are full
     std::size_t heap = 0;
     int descriptors = 0;
     std::size_t frames = 0;
     int rounds = 0;
+    int quarter = 1;
+    // No window remembers a step when the plug was pulled, so what the heap holds then can be compared.
+    const auto end_quarter = [&] {
+        impatience_.reset(); // eleven windows take their time
+        PullThePlug();
+        edited_ += 5;
+        ++quarter;
+    };
     while (edited_ < day) {
         const int slot = AnySlot();
         impatience_.emplace(); // anew: it bears with one test for some seconds
@@ -261,22 +268,21 @@ void WorkingDayTest::HoldsAllDay() {
         if (++rounds % 4 == 0) {
             Happen(slot);
         }
+        if (quarter < 4 && edited_ >= quarter * day / 4) {
+            end_quarter();
+        }
         if (QTest::currentTestFailed()) {
             return;
         }
-        if (edited_ % (day / 4) < 5) {
-            impatience_.reset(); // eleven windows take their time
-            PullThePlug();
-            edited_ += 5;
-            if (QTest::currentTestFailed()) {
-                return;
-            }
-        }
         frames += desk_->TakeFrames().size();
-        if (heap == 0 && edited_ >= warm) {
+        if (heap == 0 && quarter == 3) { // by then each thing has happened, and caches are full
             heap = HeapInUse();
             descriptors = OpenDescriptors();
         }
+    }
+    end_quarter();
+    if (QTest::currentTestFailed()) {
+        return;
     }
     QCOMPARE(Disagreement(), QString());
     const double grown = static_cast<double>(HeapInUse()) - static_cast<double>(heap);
@@ -286,7 +292,7 @@ void WorkingDayTest::HoldsAllDay() {
     QVERIFY(frames > static_cast<std::size_t>(day) / 2);
     QVERIFY(openings_ > 0 && loads_ > 0 && stores_ > 0 && deaths_ > 0);
     QCOMPARE(OpenDescriptors(), descriptors);
-    QVERIFY2(grown < 1536.0 * 1024.0, QByteArray::number(grown));
+    QVERIFY2(grown < 1024.0 * 1024.0, QByteArray::number(grown));
     QVERIFY(!desk_->Logic().Windows.ControlEventsOff);
     QVERIFY(!desk_->Logic().Link.Current.Running());
 }
