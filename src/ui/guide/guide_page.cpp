@@ -21,11 +21,11 @@ QString OfTab(int tab) {
 
 /// By the number of the tool button.
 QString OfTool(int tool) {
-    constexpr std::array<const char*, controls::ToolButtonCount> pages = {
-        "Presets on the PC",      "Presets on the PC", "Presets in the device",
-        "Presets in the device",  "Password",          "Unconnect device",
-        "The tool buttons",       "Edit Names",        "Copy Input, Copy Output",
-        "Copy Input, Copy Output"};
+    constexpr std::array pages = {"Presets on the PC",      "Presets on the PC", "Presets in the device",
+                                  "Presets in the device",  "Password",          "Unconnect device",
+                                  "The tool buttons",       "Edit Names",        "Copy Input, Copy Output",
+                                  "Copy Input, Copy Output"};
+    static_assert(pages.size() == controls::ToolButtonCount);
     return QLatin1String(pages[At(tool)]);
 }
 
