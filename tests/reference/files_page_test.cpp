@@ -189,6 +189,29 @@ TEST(FilesPage, TheTablesOfAPresetLeaveNoByteOut) {
     ExpectNoGap(tables.View, 81);
 }
 
+/// What a new device has in the bytes of a table that mean nothing and are told to be 0.
+void ExpectZeros(const Section& section, std::size_t table, std::size_t start) {
+    for (const Row& row : section.Tables.at(table)) {
+        if (row.at(2) == "nothing" && row.at(3).size() == 1) {
+            EXPECT_EQ(std::to_string(model::FactoryImage[start + std::stoul(row.at(0))]), row.at(3)) << start;
+        }
+    }
+}
+
+TEST(FilesPage, BytesThatMeanNothingAreZeroInANewDevice) {
+    const PresetTables tables;
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        ExpectZeros(tables.Preset, IsInput(channel) ? 1 : 2, tables.Block(channel));
+        for (int section = 0; section < PeqCountOf(channel); ++section) {
+            ExpectZeros(tables.Preset, 3, tables.InChannel(channel, "PEQ") + 5 * nrv::At(section));
+        }
+    }
+    for (int output = 0; output < OutputCount; ++output) {
+        ExpectZeros(tables.Preset, 4, tables.InChannel(ChannelOfOutput(output), "high-pass"));
+        ExpectZeros(tables.Preset, 4, tables.InChannel(ChannelOfOutput(output), "low-pass"));
+    }
+}
+
 /// Finds what an action changed in the image, and holds it against what the page gives.
 class PresetBytes : public ReferenceDesk {
   public:

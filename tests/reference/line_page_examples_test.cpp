@@ -1,4 +1,5 @@
 #include "reference/reference_desk.h"
+#include "simulator/device.h"
 
 // Every worked example of docs/line.md is done, and the bytes of the page are what has to go out.
 
@@ -135,6 +136,28 @@ TEST(LinePage, ItsExamplesAreWhatTheProgramSendsAndReads) {
         }
     }
     EXPECT_EQ(done.size(), TheActions().size());
+}
+
+/// The rack has a reading of the protocol of its own.
+TEST(LinePage, ItsAnswersAreTheVirtualRacks) {
+    simulator::Device device(9, "Label of the dev");
+    device.PutPreset(0, "Hall", device.LiveImage());
+    device.SetLevels(simulator::Levels{4, 3, 6});
+    int answers = 0;
+    for (const Section& section : LinePage()) {
+        for (const Example& example : section.Examples) {
+            simulator::Frame request{};
+            for (const std::string& line : example.Lines) {
+                if (line.starts_with("-> ")) {
+                    std::ranges::copy(BytesOfHex(line.substr(3)), request.begin());
+                } else if (line.starts_with("<- ")) {
+                    ++answers;
+                    EXPECT_EQ(device.Handle(request, {}), BytesOfHex(line.substr(3))) << example.Sentence;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(answers, 3);
 }
 
 TEST(LinePage, WhatIsNotLookedAtInAnAnswerChangesNothing) {
