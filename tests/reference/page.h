@@ -74,7 +74,12 @@ inline std::vector<Section> SectionsOf(const std::string& page) {
         if (indented) {
             sections.back().Examples.back().Lines.push_back(line.substr(4));
         } else if (!line.empty()) {
-            paragraph = in_paragraph ? paragraph + " " + line : line;
+            if (in_paragraph) {
+                paragraph += ' ';
+            } else {
+                paragraph.clear();
+            }
+            paragraph += line;
         }
         in_example = indented;
         in_paragraph = !line.empty() && !indented;
