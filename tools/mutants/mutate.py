@@ -221,7 +221,7 @@ def broken_file(path, kinds, first):
 
 def build(options):
     WORK.mkdir(parents=True, exist_ok=True)
-    for name in ("src", "tests", "simulator", "tool", "cmake", "tools", "resources"):
+    for name in ("src", "tests", "simulator", "tool", "cmake", "tools", "resources", "docs"):
         shutil.copytree(TREE / name, COPY / name, dirs_exist_ok=True)
     for name in ("CMakeLists.txt", "CMakePresets.json"):
         shutil.copy(TREE / name, COPY / name)
