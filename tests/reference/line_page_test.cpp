@@ -172,7 +172,7 @@ TEST(LinePage, TellsOfEveryCommandThatThereIs) {
     for (std::sregex_iterator match(header.begin(), header.end(), enumerator), end; match != end; ++match) {
         of_link.insert(std::stoi((*match)[1], nullptr, 16));
     }
-    EXPECT_EQ(of_link.size(), 20U);
+    EXPECT_GE(of_link.size(), 20U);
     std::set<int> sent;
     for (const Frame& frame : Frames()) {
         sent.insert(frame[3]);
