@@ -180,7 +180,7 @@ void ExpectNoGap(const Fields& fields, std::size_t end) {
 }
 
 TEST(FilesPage, TheTablesOfAPresetLeaveNoByteOut) {
-    const PresetTables tables;
+    const PresetTables tables{};
     ExpectNoGap(tables.Blocks, 771);
     ExpectNoGap(tables.Input, 72);
     ExpectNoGap(tables.Output, 48);
@@ -199,7 +199,7 @@ void ExpectZeros(const Section& section, std::size_t table, std::size_t start) {
 }
 
 TEST(FilesPage, BytesThatMeanNothingAreZeroInANewDevice) {
-    const PresetTables tables;
+    const PresetTables tables{};
     for (int channel = 0; channel < ChannelCount; ++channel) {
         ExpectZeros(tables.Preset, IsInput(channel) ? 1 : 2, tables.Block(channel));
         for (int section = 0; section < PeqCountOf(channel); ++section) {
@@ -228,19 +228,20 @@ class PresetBytes : public ReferenceDesk {
     }
     void ExpectFilter(std::size_t start, const std::string& what, controls::TextBox& frequency,
                       const std::function<void()>& second, controls::Fader& gain) {
-        Expect({start + tables.At(tables.Filter, "frequency").First}, what + " frequency",
+        Expect({start + PresetTables::At(tables.Filter, "frequency").First}, what + " frequency",
                [&] { TypeInto(frequency, "11875"); });
-        Expect({start + tables.At(tables.Filter, "bandwidth or type").First}, what + " second", second);
-        Expect({start + tables.At(tables.Filter, "gain").First}, what + " gain", [&] { gain.UserMove(1); });
+        Expect({start + PresetTables::At(tables.Filter, "bandwidth or type").First}, what + " second", second);
+        Expect({start + PresetTables::At(tables.Filter, "gain").First}, what + " gain", [&] { gain.UserMove(1); });
     }
     void ExpectSide(std::size_t start, int side) {
-        Expect({start + tables.At(tables.Side, "frequency").First}, "side",
+        Expect({start + PresetTables::At(tables.Side, "frequency").First}, "side",
                [&] { TypeInto(form.Text8[At(side)], "11875"); });
-        Expect({start + tables.At(tables.Side, "slope").First}, "side", [&] { form.Combo2[At(side)].UserSelect(7); });
+        Expect({start + PresetTables::At(tables.Side, "slope").First}, "side",
+               [&] { form.Combo2[At(side)].UserSelect(7); });
     }
     static std::size_t At(int index) { return nrv::At(index); }
 
-    const PresetTables tables;
+    const PresetTables tables{};
 };
 
 TEST(FilesPage, EveryChannelsFieldsAreWhereItsControlsWrite) {
@@ -297,7 +298,7 @@ TEST(FilesPage, AnOutputsOwnFieldsAreWhereItsControlsWrite) {
 }
 
 TEST(FilesPage, TheSystemPageHoldsWhatAnOpeningReads) {
-    const PresetTables tables;
+    const PresetTables tables{};
     std::set<std::size_t> told;
     for (const auto& [field, place] : tables.System) {
         for (std::size_t n = 0; n < place.Size; ++n) {
