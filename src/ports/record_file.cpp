@@ -1,5 +1,6 @@
 #include "ports/record_file.h"
 
+#include "ports/platform.h"
 #include "ports/runtime_error.h"
 
 #include <algorithm>
@@ -12,21 +13,15 @@
 #include <string>
 #include <system_error>
 
-#ifndef _WIN32
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
-
 namespace nrv {
 namespace {
 
 namespace fs = std::filesystem;
+using platform::ErrorNow;
 
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::uintmax_t MostCopied = 1U << 20; // a file of more is no record's, and is written in place
-constexpr int MostLinks = 40;                   // as many as the system itself follows
 constexpr int PlainNewNames = 10;  // names tried beside a file, which those that died on the way may have left,
 constexpr int RandomNewNames = 10; // before names that nobody can have left, before it is written in place
 
@@ -43,14 +38,15 @@ using Stream = std::unique_ptr<std::FILE, CloseFile>;
     Refuse(file, what, error == ENOSPC ? ErrorKind::DiskFull : ErrorKind::FileAccess, std::strerror(error));
 }
 
-int ErrorNow() {
-    return errno == 0 ? EIO : errno;
+/// A number of errno, whatever the system counts in.
+int ErrorOf(const std::error_code& error) {
+    return error.default_error_condition().value();
 }
 
 /// Unbuffered, so that a write that failed leaves nothing behind that would be tried again. Null sets errno.
 Stream Open(const fs::path& file, const char* mode) {
     errno = 0;
-    Stream stream(std::fopen(file.string().c_str(), mode));
+    Stream stream(platform::Open(file, mode));
     if (stream) {
         std::setvbuf(stream.get(), nullptr, _IONBF, 0);
     }
@@ -66,7 +62,7 @@ bool IsThere(const fs::path& target, const fs::path& file, const char* what) {
         return false;
     }
     if (status.type() == fs::file_type::none) {
-        Refuse(file, what, error.value());
+        Refuse(file, what, ErrorOf(error));
     }
     if (!fs::is_regular_file(status)) {
         Refuse(file, what, ErrorKind::FileAccess, fs::is_directory(status) ? "it is a folder" : "it is not a file");
@@ -95,56 +91,18 @@ Bytes Read(const fs::path& target, const fs::path& file, std::size_t most) {
     return bytes;
 }
 
-/// True when the bytes are on the disk, or when the file system knows no such wish.
-bool Sync([[maybe_unused]] std::FILE* stream) {
-#ifdef _WIN32
-    return true;
-#else
-    return fsync(fileno(stream)) == 0 || errno == EINVAL || errno == ENOSYS;
-#endif
-}
-
-void SyncFolder([[maybe_unused]] const fs::path& folder) {
-#ifndef _WIN32
-    const int handle = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY);
-    if (handle >= 0) {
-        fsync(handle);
-        close(handle);
-    }
-#endif
-}
-
-/// Gives a new file the owner and the permissions of the one it is to replace. 0, or the error.
-int TakeOver(std::FILE* stream, const fs::path& beside, const fs::path& target) {
-    std::error_code error;
-#ifdef _WIN32
-    static_cast<void>(stream);
-#else
-    struct stat old = {};
-    if (stat(target.c_str(), &old) != 0 || fchown(fileno(stream), old.st_uid, old.st_gid) != 0) {
-        return ErrorNow();
-    }
-#endif
-    fs::permissions(beside, fs::status(target, error).permissions(), error);
-    return error.value();
-}
-
 /// 0, or the error that stopped it.
 int Write(std::FILE* stream, std::span<const std::uint8_t> bytes) {
     errno = 0;
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size() && Sync(stream);
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size() && platform::Sync(stream);
     return written ? 0 : ErrorNow();
 }
 
 /// The file that a name stands for, though it may not exist yet: a link stays a link, and what it leads to is written.
 fs::path Followed(const fs::path& file) {
-    std::error_code ignored;
-    fs::path target = file;
-    for (int links = 0; fs::is_symlink(fs::symlink_status(target, ignored)); ++links) {
-        if (links == MostLinks) {
-            Refuse(file, "written", ELOOP);
-        }
-        target = target.parent_path() / fs::read_symlink(target, ignored);
+    fs::path target;
+    if (const int error = platform::Follow(file, target); error != 0) {
+        Refuse(file, "written", error);
     }
     return target;
 }
@@ -172,20 +130,17 @@ int Replace(const fs::path& target, bool existed, std::span<const std::uint8_t> 
     if (!stream) {
         return ErrorNow();
     }
-    int error = existed ? TakeOver(stream.get(), beside, target) : 0;
+    int error = existed ? platform::TakeOver(stream.get(), beside, target) : 0;
     if (error == 0) {
         error = Write(stream.get(), whole);
     }
     stream.reset();
-    std::error_code failed;
     if (error == 0) {
-        fs::rename(beside, target, failed);
-        error = failed.value();
+        error = platform::Replace(beside, target);
     }
-    if (error == 0) {
-        SyncFolder(target.parent_path());
-    } else {
-        fs::remove(beside, failed);
+    if (error != 0) {
+        std::error_code ignored;
+        fs::remove(beside, ignored);
     }
     return error;
 }
@@ -251,7 +206,7 @@ void WriteAtStart(const fs::path& file, std::span<const std::uint8_t> record) {
             Refuse(file, "written", ErrorNow());
         }
         // A second name of the file would go on standing for the old one.
-        replaceable = copied && fs::hard_link_count(target, ignored) == 1;
+        replaceable = copied && platform::HasOneName(target);
     }
     Bytes whole(record.begin(), record.end());
     if (old.size() > whole.size()) {
@@ -267,15 +222,18 @@ void WriteAtStart(const fs::path& file, std::span<const std::uint8_t> record) {
 }
 
 std::string FileNameText(const fs::path& file) {
+    const fs::path name = file.filename();
+    std::string text;
+    const auto add = [&text](std::uint32_t code) { text += code < 256 ? static_cast<char>(code) : '?'; };
     try {
-        std::string text;
-        for (const char32_t character : file.filename().u32string()) {
-            text += character < 256 ? static_cast<char>(character) : '?';
+        std::ranges::for_each(name.u32string(), add);
+    } catch (const std::exception&) { // no Unicode: as it stands
+        text.clear();
+        for (const fs::path::value_type unit : name.native()) {
+            add(static_cast<std::make_unsigned_t<fs::path::value_type>>(unit));
         }
-        return text;
-    } catch (const std::exception&) {
-        return file.filename().string(); // a name that is no UTF-8
     }
+    return text;
 }
 
 } // namespace nrv
