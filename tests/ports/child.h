@@ -1,8 +1,7 @@
 #pragma once
 
-#include "ports/runtime_error.h"
-
 #include <array>
+#include <exception>
 #include <functional>
 #include <grp.h>
 #include <linux/capability.h>
@@ -70,23 +69,6 @@ inline std::string AsOrdinaryUser(const std::function<std::string()>& job) {
         }
         return job();
     });
-}
-
-/// "done", or the kind of the error that the job threw.
-inline std::string OutcomeOf(const std::function<void()>& job) {
-    try {
-        job();
-        return "done";
-    } catch (const RuntimeError& error) {
-        switch (error.Kind()) {
-        case ErrorKind::FileAccess:
-            return "FileAccess";
-        case ErrorKind::DiskFull:
-            return "DiskFull";
-        default:
-            return "another kind";
-        }
-    }
 }
 
 } // namespace nrv::testing

@@ -1,4 +1,5 @@
 #include "ports/child.h"
+#include "ports/outcome.h"
 #include "ports/record_file.h"
 #include "support/test_folder.h"
 

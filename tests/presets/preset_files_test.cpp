@@ -1,106 +1,7 @@
-#include "ports/child.h"
-#include "presets/load_window.h"
-#include "presets/preset_files.h"
-
-#include <cstring>
+#include "presets/files_window.h"
 
 namespace nrv::testing {
 namespace {
-
-using Image = std::array<std::uint8_t, 771>;
-
-constexpr std::size_t OptionBits = 433 + 16;
-constexpr std::size_t MuteBits = 433 + 18;
-constexpr std::size_t SumButtons = 690 + 40;
-
-/// Presets between the window of device 9 and files in a folder.
-class PresetFilesTest : public LoadWindow {
-  protected:
-    PresetFilesTest() {
-        Choose("a.n91");
-        const auto answer = world.Port.Answer;
-        world.Port.Answer = [this, answer](const Frame& frame) {
-            pointers.push_back(program.Main.Window.MousePointer());
-            return answer(frame);
-        };
-    }
-    void Choose(const std::string& name) { world.Files.File = world.Folder.Path() / name; }
-    void Save() {
-        program.Events.Run(UserIn(0), [this] { form.Command2[1].UserClick(); });
-    }
-    void Load() {
-        program.Events.Run(UserIn(0), [this] { form.Command2[0].UserClick(); });
-    }
-    Image Bytes771() const {
-        Image bytes{};
-        std::memcpy(bytes.data(), &image, bytes.size());
-        return bytes;
-    }
-    void Put(const Image& bytes) { std::memcpy(static_cast<void*>(&image), bytes.data(), bytes.size()); }
-    static Bytes AsFile(const Image& bytes) { return {bytes.begin(), bytes.end()}; }
-    /// Any image that a window can hold: any byte, but frequencies that the table has, one mute byte in both of its
-    /// places and the same sum button on every output.
-    Image RandomImage() {
-        Image bytes{};
-        for (std::uint8_t& byte : bytes) {
-            byte = static_cast<std::uint8_t>(random() % 256);
-        }
-        const Body body = RandomBody(random);
-        std::ranges::copy(body, bytes.begin());
-        bytes[MuteBits] = bytes[71];
-        std::fill_n(bytes.begin() + SumButtons, 6, static_cast<std::uint8_t>(random() % 3));
-        return bytes;
-    }
-    void ExpectSame(const Image& bytes, const Image& expected) {
-        for (std::size_t n = 0; n < bytes.size(); ++n) {
-            ASSERT_EQ(bytes[n], expected[n]) << "byte " << n;
-        }
-    }
-    std::string Status() const { return program.Main.StatusLine.Caption(); }
-    void ExpectAtRest() const {
-        EXPECT_EQ(program.Main.Window.MousePointer(), controls::Pointer::Default);
-        EXPECT_FALSE(program.Windows.ControlEventsOff);
-        EXPECT_FALSE(program.Link.TxSuppressed);
-        EXPECT_FALSE(program.Link.CheckSuppressed);
-        EXPECT_FALSE(program.Response.PlotSuspended);
-    }
-    /// Their list's own event sends a frame more.
-    int SourcesThatDiffer(const Image& file) const {
-        int count = 0;
-        for (std::size_t output = 0; output < 6; ++output) {
-            count += form.Combo3[output].Index() != file[185 + 48 * output] ? 1 : 0;
-        }
-        return count;
-    }
-    static std::string StoppedLoad(int after, int changed_sources) {
-        return "ID:9 does not answer; the load stopped after " + std::to_string(after) + " of " +
-               std::to_string(153 + changed_sources) + " frames. Double-click its row to connect it again.";
-    }
-    /// What a load says and does for a user for whom file permissions count.
-    std::string LoadAsOrdinaryUser() {
-        return AsOrdinaryUser([this] {
-            const Image before = Bytes771();
-            Load();
-            std::string said = std::to_string(world.Port.Sent.size()) + " frames";
-            for (const MessageBox& box : world.Boxes.Shown) {
-                said += box.Icon == BoxIcon::Exclamation ? ", ! " : ", ";
-                said += box.Title + ':' + box.Text;
-            }
-            return said + (Status().empty() ? "" : ", " + Status()) + (Bytes771() == before ? "" : ", changed");
-        });
-    }
-    void Allow(const std::string& name, unsigned permissions) const {
-        std::filesystem::permissions(world.Folder.Path() / name, std::filesystem::perms(permissions));
-    }
-    void ExpectNothingDone(const Image& before, const std::string& title) {
-        ExpectSame(Bytes771(), before);
-        EXPECT_EQ(form.Window.Caption(), title);
-        EXPECT_TRUE(world.Port.Sent.empty());
-        ExpectAtRest();
-    }
-
-    std::vector<controls::Pointer> pointers; ///< at each frame
-};
 
 TEST_F(PresetFilesTest, SaveWritesTheImageAsItStands) {
     const Image before = RandomImage();
@@ -158,43 +59,6 @@ TEST_F(PresetFilesTest, SaveThatFailsIsToldAtTheFootAndNowhereElse) {
     EXPECT_EQ(form.Window.Caption(), title);
 }
 
-TEST_F(PresetFilesTest, SaveToADeviceIsRefused) {
-    ASSERT_TRUE(std::filesystem::is_character_file("/dev/null"));
-    const std::string title = form.Window.Caption();
-    world.Files.File = "/dev/null";
-    Save();
-    EXPECT_EQ(Status(), "The preset was not saved. null could not be written: it is not a file.");
-    EXPECT_EQ(form.Window.Caption(), title);
-}
-
-TEST_F(PresetFilesTest, FileThatMayNotBeReadChangesNothing) {
-    world.Folder.Write("a.n91", AsFile(RandomImage()));
-    Allow("a.n91", 0000);
-    Allow("", 0777);
-    const std::string said = LoadAsOrdinaryUser();
-    EXPECT_EQ(said, "0 frames, The preset was not loaded. a.n91 could not be read: Permission denied.");
-}
-
-TEST_F(PresetFilesTest, FileThatMayOnlyBeReadIsLoaded) {
-    values.MuteWithPreset = 1.0;
-    image.SystemPage[16] = 0x04;
-    Image file = Bytes771();
-    file[1] = 90; // gain of In A
-    world.Folder.Write("a.n91", AsFile(file));
-    Allow("a.n91", 0444);
-    Allow("", 0555);
-    const std::string said = LoadAsOrdinaryUser();
-    EXPECT_EQ(said, "153 frames, changed");
-    EXPECT_EQ(world.Folder.Read("a.n91"), AsFile(file));
-}
-
-TEST_F(PresetFilesTest, NameThatCannotBeMadeInItsFolderIsFileNotFound) {
-    Allow("", 0555);
-    const std::string said = LoadAsOrdinaryUser();
-    EXPECT_EQ(said, "0 frames, !  Error: File not found. Try again.");
-    EXPECT_FALSE(world.Folder.Has("a.n91"));
-}
-
 TEST_F(PresetFilesTest, FolderUnderTheNameChangesNothing) {
     std::filesystem::create_directory(world.Folder.Path() / "a.n91");
     program.Stores.LastInputType = 1.0;
@@ -207,13 +71,12 @@ TEST_F(PresetFilesTest, FolderUnderTheNameChangesNothing) {
     EXPECT_EQ(Status(), "The preset was not loaded. a.n91 could not be read: it is a folder.");
 }
 
-TEST_F(PresetFilesTest, MissingFolderAndLinkIntoOneAreFileNotFound) {
-    std::filesystem::create_symlink("absent/a.n91", world.Folder.Path() / "link.n91");
+TEST_F(PresetFilesTest, MissingFolderIsFileNotFound) {
     world.Folder.Write("file", {1});
     program.Stores.LastInputType = 1.0;
     const Image before = Bytes771();
     const std::string title = form.Window.Caption();
-    for (const char* name : {"absent/a.n91", "link.n91", "file/a.n91"}) {
+    for (const char* name : {"absent/a.n91", "file/a.n91"}) {
         SCOPED_TRACE(name);
         Choose(name);
         world.Boxes.Shown.clear();
@@ -225,17 +88,6 @@ TEST_F(PresetFilesTest, MissingFolderAndLinkIntoOneAreFileNotFound) {
         EXPECT_EQ(Status(), "");
     }
     EXPECT_FALSE(world.Folder.Has("absent"));
-}
-
-TEST_F(PresetFilesTest, LinkToANameThatCanBeMadeBecomesAnEmptyFile) {
-    values.MuteWithPreset = 1.0;
-    std::filesystem::create_symlink("made.n91", world.Folder.Path() / "link.n91");
-    Choose("link.n91");
-    Load();
-    EXPECT_TRUE(world.Folder.Has("made.n91"));
-    EXPECT_TRUE(world.Folder.Read("made.n91").empty());
-    EXPECT_EQ(form.Window.Caption(), "ID:9 NRV 916 - Last preset loaded: come from PC - link.n91");
-    EXPECT_TRUE(world.Boxes.Shown.empty());
 }
 
 TEST_F(PresetFilesTest, NameThatDoesNotExistBecomesAnEmptyFileAndTheImageIsApplied) {

@@ -69,7 +69,8 @@ class ScriptedPort final : public link::SerialPort {
     void ComeBack() { Present = true; }
     /// How many frames with a command went out.
     long CountSent(std::uint8_t command) const {
-        return std::ranges::count_if(Sent, [command](const Frame& frame) { return frame[3] == command; });
+        return static_cast<long>(
+            std::ranges::count_if(Sent, [command](const Frame& frame) { return frame[3] == command; }));
     }
 
     void SetCommPort(int number) override {

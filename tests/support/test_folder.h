@@ -2,12 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
+#include <random>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace nrv::testing {
@@ -16,11 +16,11 @@ namespace nrv::testing {
 class TestFolder {
   public:
     TestFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "nrv718-test-XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr) {
-            throw std::runtime_error("no folder for the test");
-        }
-        path_ = pattern;
+        std::random_device chance;
+        do {
+            path_ = std::filesystem::temp_directory_path() / ("nrv718-test-" + std::to_string(chance()));
+        } while (!std::filesystem::create_directory(path_));
+        std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
     }
     ~TestFolder() {
         std::error_code ignored;
