@@ -45,6 +45,7 @@ TEST_F(AutosaveTest, AChangeIsKeptAMinuteLaterAndOlderCopiesGiveWay) {
 }
 
 TEST_F(AutosaveTest, TheFirstCopyHasNoOlderOne) {
+    std::filesystem::create_directory(world.Folder / "preset");
     EditOne(1);
     Minute();
     EXPECT_TRUE(Exists(5, 1));
