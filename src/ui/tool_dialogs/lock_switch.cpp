@@ -1,29 +1,18 @@
 #include "ui/tool_dialogs/lock_switch.h"
 
 #include "ui/look/painting.h"
+#include "ui/look/picture.h"
 #include "ui/look/theme.h"
+#include "ui/look/tool_icons.h"
 
 #include <QEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
 
 namespace nrv::ui {
 namespace {
 
 constexpr double KnobWidth = 30.0;
-
-/// A padlock around the origin, about 12 pixels high; an open one has its shackle lifted out on the right.
-QPainterPath SwitchPadlock(bool closed) {
-    QPainterPath path;
-    path.addRoundedRect(QRectF(-5.0, -1.0, 10.0, 7.0), 1.2, 1.2);
-    const double lift = closed ? 0.0 : -1.8;
-    path.moveTo(-3.0, -1.0);
-    path.lineTo(-3.0, -3.0 + lift);
-    path.arcTo(QRectF(-3.0, -6.0 + lift, 6.0, 6.0), 180.0, -180.0);
-    path.lineTo(3.0, closed ? -1.0 : -2.6);
-    return path;
-}
 
 } // namespace
 
@@ -66,10 +55,9 @@ void LockSwitch::paintEvent(QPaintEvent*) {
         face = Mixed(face, theme.Focus, 0.10);
     }
     DrawBox(painter, knob, face, Mixed(face, theme.Dim, 0.4), 3.0);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(knob.center());
-    painter.setPen(QPen(isEnabled() ? theme.Text : theme.Disabled, 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(SwitchPadlock(isChecked()));
+    QRectF padlock(0.0, 0.0, ToolIconSize, ToolIconSize);
+    padlock.moveCenter(knob.center());
+    DrawPicture(painter, padlock, Padlock(isChecked()), isEnabled() ? theme.Text : theme.Disabled);
 }
 
 } // namespace nrv::ui
