@@ -218,6 +218,7 @@ int Run(std::vector<std::string> arguments, const LineConsole& streams, LineSour
     Console console{streams, line, {}};
     CLI::App app("Presets of the NRV-718 on the PC and over the line", "nrv718-preset");
     app.require_subcommand(1);
+    app.set_version_flag("--version", "nrv718-preset " NRV718_VERSION, "The version");
     AddShow(app, console);
     AddDiff(app, console);
     AddCheck(app, console);
@@ -230,6 +231,9 @@ int Run(std::vector<std::string> arguments, const LineConsole& streams, LineSour
         std::ranges::reverse(arguments); // as the parser takes them
         app.parse(std::move(arguments));
         return static_cast<int>(console.Command());
+    } catch (const CLI::CallForVersion&) {
+        streams.Out << app.version() << "\n";
+        return static_cast<int>(Outcome::Well);
     } catch (const CLI::Success&) {
         streams.Out << HelpOf(app);
         return static_cast<int>(Outcome::Well);

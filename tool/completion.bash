@@ -30,7 +30,7 @@ _nrv718_preset() {
         ;;
     esac
     if ((COMP_CWORD == 1)); then
-        words="show diff check set curve import export line --help"
+        words="show diff check set curve import export line --help --version"
     elif ((COMP_CWORD == 2)) && [[ $command == line ]]; then
         words="list read write backup restore verify watch"
     elif ((COMP_CWORD == 2)) && [[ $command == import || $command == export ]]; then

@@ -30,6 +30,7 @@ Application::Application(const std::filesystem::path& folder, const Substitutes&
     std::setlocale(LC_MESSAGES, "C");
     host_.SetEvents(Events());
     host_.SetGuide([this] { guide_.Open(); });
+    host_.SetFolder(QString::fromStdString(folder.string()));
     host_.SetToolDialogs([this](ToolDialog dialog, QWidget* parent) {
         return MakeToolDialog(dialog, forms_, {boundary_, controls::EventSource::Kind::Dialog}, parent);
     });

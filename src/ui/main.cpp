@@ -9,6 +9,7 @@ int main(int argc, char** argv) {
     QApplication toolkit(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("nrv718"));
     QGuiApplication::setApplicationDisplayName(QString());
+    QGuiApplication::setDesktopFileName(QStringLiteral("nrv718")); // whose icon a desktop shows
     nrv::ui::ApplyTheme(toolkit);
     nrv::ui::Application application(std::filesystem::current_path());
     application.Start();

@@ -18,6 +18,7 @@ class QWidget;
 
 namespace nrv::ui {
 
+class AboutWindow;
 class ConnectionDialog;
 class DeviceListWindow;
 class MainWindow;
@@ -61,6 +62,8 @@ class QtWindowHost : public WindowHost {
     void SetToolDialogs(ToolDialogFactory factory) { tool_dialog_factory_ = std::move(factory); }
     /// What the menu "Help" opens.
     void SetGuide(std::function<void()> open);
+    /// The folder of the program's files, as "About" tells it.
+    void SetFolder(const QString& folder);
     /// The splash window is what the program starts with.
     void ShowSplash();
 
@@ -101,6 +104,7 @@ class QtWindowHost : public WindowHost {
     std::unique_ptr<SplashWindow> splash_;
     QPointer<ConnectionDialog> connection_;
     std::unique_ptr<MainWindow> main_;
+    QPointer<AboutWindow> about_;
     QPointer<DeviceListWindow> list_;
     std::array<QPointer<MdiChild>, controls::SlotCount> control_windows_;
     std::array<QPointer<MdiChild>, controls::SlotCount> leaving_; ///< taken off the screen, their events not yet over

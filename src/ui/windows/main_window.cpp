@@ -61,16 +61,25 @@ void MainWindow::BuildMenu() {
     Subscribe(*exit, record_.Exit, [this, exit](controls::Aspect) { exit->setEnabled(record_.Exit.Enabled()); });
     QObject::connect(exit, &QAction::triggered, this, [this] { entry_.Run([&] { record_.Exit.UserClick(); }); });
     BuildEditMenu();
+    BuildHelpMenu();
+}
+
+/// Its windows are no part of an operation.
+void MainWindow::BuildHelpMenu() {
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("Help"));
+    const auto add = [this, help](const QString& name, const QString& text, const std::function<void()>& open) {
+        QAction* entry = help->addAction(text);
+        entry->setObjectName(name);
+        QObject::connect(entry, &QAction::triggered, this, [&open] {
+            if (open) {
+                open();
+            }
+        });
+    };
     // The key is the guide's own, in dialogs too; here it is told.
-    QAction* guide = help->addAction(QStringLiteral("&Guide\tF1"));
-    guide->setObjectName(QStringLiteral("Guide"));
-    QObject::connect(guide, &QAction::triggered, this, [this] {
-        if (OpenGuide) {
-            OpenGuide();
-        }
-    });
+    add(QStringLiteral("Guide"), QStringLiteral("&Guide\tF1"), OpenGuide);
+    add(QStringLiteral("OpenAbout"), QStringLiteral("&About"), OpenAbout);
 }
 
 void MainWindow::BuildEditMenu() {

@@ -20,6 +20,7 @@ class MainWindow : public QMainWindow {
 
     QMdiArea& Area() { return *area_; }
     std::function<void()> OpenGuide;
+    std::function<void()> OpenAbout;
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -29,6 +30,7 @@ class MainWindow : public QMainWindow {
   private:
     void BuildMenu();
     void BuildEditMenu();
+    void BuildHelpMenu();
     void BuildStatusLine();
     void BindTimers();
     void Place();
