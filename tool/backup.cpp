@@ -1,4 +1,3 @@
-#include "model/number_text.h"
 #include "ports/numbering.h"
 #include "tool/backup_folder.h"
 #include "tool/desk.h"
@@ -18,10 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Done = std::array<bool, MemoryPositions>;
-
-std::string Quoted(const std::string& name) {
-    return '"' + Shown(model::TrimBlanks(name)) + '"';
-}
 
 std::string PositionText(std::size_t position) {
     return "position " + std::to_string(position + 1);
@@ -49,6 +44,20 @@ bool HasPreset(const fs::path& file) {
     return fs::exists(file, ignored) && fs::file_size(file, ignored) == sizeof(model::PresetImageRow);
 }
 
+/// Presets of the user's own are not written over.
+void RequireNoPresets(const fs::path& folder) {
+    std::vector<fs::path> files{LiveFile(folder)};
+    for (std::size_t position = 0; position < std::size_t{MemoryPositions}; ++position) {
+        files.push_back(PositionFile(folder, position));
+    }
+    for (const fs::path& file : files) {
+        std::error_code ignored;
+        if (fs::exists(file, ignored)) {
+            throw Trouble(file.string() + ": is there and of no backup; give another folder.");
+        }
+    }
+}
+
 BackupRecord CompleteRecord(const fs::path& folder) {
     const std::optional<BackupRecord> record = ReadRecord(folder);
     if (!record) {
@@ -67,6 +76,17 @@ void StorePosition(LineDesk& desk, std::size_t position, const model::PresetImag
     desk.Do([&] { desk.Program().StoreDialog.StorePreset(static_cast<int>(position), name); });
 }
 
+/// Whether a position holds a preset under a name; what a store writes of it, that is.
+bool Holds(LineDesk& desk, std::size_t position, const model::PresetImageRow& image, const std::string& name) {
+    const auto end = [](const model::PresetImageRow& of) { return of.PresetBody.begin() + model::PresetBodyOnDevice; };
+    const BackupRecord::Position found = RecordOf(desk).Positions.at(position);
+    if (!found.Used || found.Name != name) {
+        return false;
+    }
+    const model::PresetImageRow fetched = FetchPosition(desk, position);
+    return std::equal(fetched.PresetBody.begin(), end(fetched), image.PresetBody.begin());
+}
+
 /// What a load leaves to the user: the mutes where the device takes none from a preset, and the socket.
 void SetWhatALoadLeaves(LineDesk& desk, const model::PresetImageRow& live) {
     controls::FrmCtrl& form = desk.Program().Windows.Current();
@@ -82,14 +102,14 @@ void SetWhatALoadLeaves(LineDesk& desk, const model::PresetImageRow& live) {
 
 /// Tells what differs, each line with its place; whether anything does.
 bool TellDifference(const std::string& place, const model::PresetImageRow& kept, const model::PresetImageRow& found,
-                    std::ostream& out) {
+                    Progress& progress) {
     std::ostringstream words;
     if (Diff(kept, found, words) == Outcome::Well) {
         return false;
     }
     std::istringstream lines(words.str());
     for (std::string line; std::getline(lines, line);) {
-        out << place << ": " << line << "\n";
+        progress.Tell(place + ": " + line);
     }
     return true;
 }
@@ -122,10 +142,11 @@ Outcome BackUp(LineDesk& desk, const fs::path& folder, LineConsole& console) {
     }
     Progress progress(desk, console);
     if (!earlier) {
-        WritePreset(LiveFile(folder), desk.Image());
+        RequireNoPresets(folder);
         WriteRecord(folder, record);
-        progress.Tell("live: kept");
     }
+    WritePreset(LiveFile(folder), desk.Image());
+    progress.Tell("live: kept");
     for (std::size_t position = 0; position < record.Positions.size(); ++position) {
         const fs::path file = PositionFile(folder, position);
         if (!record.Positions.at(position).Used) {
@@ -167,13 +188,16 @@ Outcome Restore(LineDesk& desk, const fs::path& folder, const std::string& passw
     const BackupRecord found = RecordOf(desk);
     Done done = ReadRestored(folder, desk.Id());
     Progress progress(desk, console);
+    if (record.Device != desk.Id() || record.Label != desk.Label()) {
+        progress.Tell("The backup is of " + IdText(record.Device) + " " + Quoted(record.Label) + ".");
+    }
     std::string at = "the first position";
     Outcome outcome = Outcome::Well;
     try {
         for (std::size_t position = 0; position < record.Positions.size(); ++position) {
             const BackupRecord::Position& kept = record.Positions.at(position);
             at = PositionText(position);
-            if (kept.Used && done.at(position)) {
+            if (kept.Used && done.at(position) && Holds(desk, position, images.at(position), kept.Name)) {
                 progress.Tell(at + ": stored already");
             } else if (kept.Used) {
                 progress.Begin(at);
@@ -189,7 +213,7 @@ Outcome Restore(LineDesk& desk, const fs::path& folder, const std::string& passw
         }
         at = "what was live";
         progress.Begin("live");
-        desk.Load(LiveFile(folder));
+        desk.Load(live);
         SetWhatALoadLeaves(desk, live);
     } catch (const Trouble& trouble) {
         throw Trouble(std::string(trouble.what()) + " The restore stands before " + at + "; start it again to go on.",
@@ -205,7 +229,7 @@ Outcome Verify(LineDesk& desk, const fs::path& folder, LineConsole& console) {
     const BackupRecord record = CompleteRecord(folder);
     const BackupRecord found = RecordOf(desk);
     Progress progress(desk, console);
-    bool differs = TellDifference("live", Playing(ReadPreset(LiveFile(folder))), Playing(desk.Image()), console.Out);
+    bool differs = TellDifference("live", Playing(ReadPreset(LiveFile(folder))), Playing(desk.Image()), progress);
     if (record.Label != found.Label) {
         progress.Tell("label: " + Quoted(record.Label) + " to " + Quoted(found.Label));
         differs = true;
@@ -228,7 +252,7 @@ Outcome Verify(LineDesk& desk, const fs::path& folder, LineConsole& console) {
             from.ViewState = fetched.ViewState;
             from.SystemPage[model::MuteBitsAddress] = from.PresetBody[model::MuteBitsCopy];
             from.PresetBody[model::PresetBodyOnDevice] = fetched.PresetBody[model::PresetBodyOnDevice];
-            differs = TellDifference(place, from, fetched, console.Out) || differs;
+            differs = TellDifference(place, from, fetched, progress) || differs;
         }
     }
     progress.Tell(IdText(desk.Id()) + " " + Quoted(desk.Label()) + ": " +

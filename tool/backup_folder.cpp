@@ -4,8 +4,8 @@
 #include "tool/text_file.h"
 #include "tool/trouble.h"
 
-#include <iostream>
 #include <nlohmann/json.hpp>
+#include <ostream>
 #include <system_error>
 
 namespace nrv::tool {
@@ -21,28 +21,25 @@ fs::path RestoredFile(const fs::path& folder) {
     return folder / "restore.json";
 }
 
-/// A file is the old one or the whole new one.
 void WriteJson(const fs::path& file, const ordered_json& json) {
-    const fs::path incoming = file.string() + ".new";
-    WriteText(incoming, std::cout, [&](std::ostream& out) { out << json.dump(2) << "\n"; });
-    std::error_code error;
-    fs::rename(incoming, file, error);
-    if (error) {
-        throw Trouble(file.string() + ": " + error.message() + ".");
-    }
+    WriteText(file, [&](std::ostream& out) { out << json.dump(2) << "\n"; });
 }
 
 /// None for a file that is not there.
 template <class Use>
-void ReadJson(const fs::path& file, Use use) {
+void ReadJson(const fs::path& file, const char* what_to_do, Use use) {
     std::error_code ignored;
     if (!fs::exists(file, ignored)) {
         return;
     }
+    const std::string text = ReadText(file);
+    const auto refuse = [&] { throw Trouble(file.string() + ": cannot be read as part of a backup; " + what_to_do); };
     try {
-        use(ordered_json::parse(ReadText(file)));
+        use(ordered_json::parse(text));
     } catch (const ordered_json::exception&) {
-        throw Trouble(file.string() + ": not written by a backup; give another folder.");
+        refuse();
+    } catch (const Trouble&) { // a name that is none
+        refuse();
     }
 }
 
@@ -58,7 +55,7 @@ fs::path PositionFile(const fs::path& folder, std::size_t position) {
 
 std::optional<BackupRecord> ReadRecord(const fs::path& folder) {
     std::optional<BackupRecord> record;
-    ReadJson(RecordFile(folder), [&](const ordered_json& json) {
+    ReadJson(RecordFile(folder), "give another folder.", [&](const ordered_json& json) {
         BackupRecord read;
         read.Device = json.at("device").get<int>();
         read.Label = Typed(json.at("label").get<std::string>());
@@ -86,7 +83,7 @@ void WriteRecord(const fs::path& folder, const BackupRecord& record) {
 
 std::array<bool, MemoryPositions> ReadRestored(const fs::path& folder, int device) {
     std::array<bool, MemoryPositions> done{};
-    ReadJson(RestoredFile(folder), [&](const ordered_json& json) {
+    ReadJson(RestoredFile(folder), "remove it, and the restore begins anew.", [&](const ordered_json& json) {
         if (json.at("device").get<int>() == device) {
             done = json.at("stored").get<std::array<bool, MemoryPositions>>();
         }

@@ -23,14 +23,14 @@
 namespace nrv::tool {
 namespace {
 
-std::optional<int> ChannelOrAll(const std::string& typed) {
-    return typed.empty() ? std::nullopt : std::optional(ChannelFromTyped(typed));
+std::optional<int> ChannelOrAll(const std::optional<std::string>& typed) {
+    return typed ? std::optional(ChannelFromTyped(*typed)) : std::nullopt;
 }
 
 void AddShow(CLI::App& app, Console& console) {
     struct Arguments {
         std::string File;
-        std::string Channel;
+        std::optional<std::string> Channel;
         bool Json = false;
         bool Keys = false;
     };
@@ -107,7 +107,7 @@ std::vector<NamedCurve> CurvesOf(const model::PresetImageRow& image, std::option
 void AddCurve(CLI::App& app, Console& console) {
     struct Arguments {
         std::string File;
-        std::string Channel;
+        std::optional<std::string> Channel;
         std::string Csv;
         std::string Svg;
         AddedInput Added = AddedInput::None;
@@ -125,6 +125,12 @@ void AddCurve(CLI::App& app, Console& console) {
     targets->require_option(1, 2);
     command->callback([given, &console] {
         console.Command = [given, &console] {
+            for (const std::string& into : {given->Csv, given->Svg}) {
+                RequireOther(into, given->File);
+            }
+            if (!given->Csv.empty() && given->Csv == given->Svg) {
+                throw Trouble(given->Csv + ": is given for the table and for the drawing; give each a place.");
+            }
             const auto curves = CurvesOf(ReadPreset(given->File), ChannelOrAll(given->Channel), given->Added);
             if (!given->Csv.empty()) {
                 WriteText(given->Csv, console.Streams.Out, [&](std::ostream& out) { WriteCsv(curves, out); });
@@ -159,6 +165,7 @@ void AddImport(CLI::App& app, Console& console) {
     command->add_option("-o,--output", given->Into, "Where the preset is written")->required();
     command->callback([given, &console] {
         console.Command = [given, &console] {
+            RequireOther(given->Into, given->What.Text);
             given->What.Channel = ChannelFromTyped(given->Channel);
             model::PresetImageRow image = ReadPreset(given->File);
             const Outcome outcome = ImportFilters(given->What, image, console.Streams.Out, console.Streams.Errors);
@@ -183,6 +190,7 @@ void AddExport(CLI::App& app, Console& console) {
     command->add_option("-o,--output", given->Into, "Where the text is written; the standard output if not given");
     command->callback([given, &console] {
         console.Command = [given, &console] {
+            RequireOther(given->Into, given->File);
             const int channel = ChannelFromTyped(given->Channel);
             const model::PresetImageRow image = ReadPreset(given->File);
             Outcome outcome = Outcome::Well;

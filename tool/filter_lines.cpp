@@ -2,6 +2,7 @@
 
 #include "model/number_text.h"
 #include "ports/runtime_error.h"
+#include "tool/text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -128,19 +129,48 @@ DecimalMark Told(std::string_view number) {
     return marks.Last == '.' ? DecimalMark::Comma : DecimalMark::Point; // one that is there twice groups
 }
 
-/// The number with a decimal point and no groups; none for a text that is no number so.
-std::optional<double> Read(std::string_view number, DecimalMark mark) {
-    const char decimal = mark == DecimalMark::Comma ? ',' : '.';
-    std::string plain;
-    for (const char c : number) {
-        if (c == decimal) {
-            plain += '.';
-        } else if (c != '.' && c != ',') {
-            plain += c;
+bool AllDigits(std::string_view text) {
+    return std::ranges::all_of(text, IsDigit);
+}
+
+/// Whole numbers behind each other, such as "1 250", are one when each but the first is of three digits and all are
+/// parted alike. None for what is no such number.
+std::optional<std::string> WithoutGroups(std::string_view whole) {
+    constexpr std::size_t group = 3;
+    const std::size_t first = whole.find_first_not_of("0123456789");
+    if (first == std::string_view::npos) {
+        return std::string(whole);
+    }
+    const std::string_view mark = whole.substr(first, 1);
+    if (first == 0 || first > group || std::string_view(" '.,").find(mark) == std::string_view::npos) {
+        return std::nullopt;
+    }
+    std::string digits(whole.substr(0, first));
+    const std::vector<std::string> groups = Split(whole.substr(first + 1), mark);
+    for (const std::string& next : groups) {
+        if (next.size() != group || !AllDigits(next)) {
+            return std::nullopt;
         }
+        digits += next;
+    }
+    return digits;
+}
+
+/// The number with a decimal point and no groups; none for a text that is no number so.
+std::optional<double> Read(std::string_view text, DecimalMark mark) {
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+')) {
+        text.remove_prefix(1);
+        text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    }
+    const std::size_t decimal = std::min(text.find(mark == DecimalMark::Comma ? ',' : '.'), text.size());
+    const std::optional<std::string> whole = WithoutGroups(text.substr(0, decimal));
+    const std::string_view behind = text.substr(std::min(decimal + 1, text.size()));
+    if (!whole || !AllDigits(behind)) {
+        return std::nullopt;
     }
     try {
-        return model::ParseNumber(plain);
+        return model::ParseNumber((negative ? "-" : "") + *whole + "." + std::string(behind));
     } catch (const RuntimeError&) {
         return std::nullopt;
     }
@@ -148,7 +178,7 @@ std::optional<double> Read(std::string_view number, DecimalMark mark) {
 
 std::string WithoutBlanks(std::string_view text) {
     std::string number;
-    std::ranges::copy_if(text, std::back_inserter(number), [](char c) { return c != ' ' && c != '\t' && c != '\''; });
+    std::ranges::copy_if(text, std::back_inserter(number), [](char c) { return c != ' ' && c != '\''; });
     return number;
 }
 
@@ -161,7 +191,7 @@ std::vector<std::string> LinesOf(std::string_view bytes) {
         if (c == '\r' || (c == '\n' && before != '\r')) {
             lines.emplace_back();
         } else if (c != '\n') {
-            lines.back() += c == '\t' || c == '\0' ? ' ' : c;
+            lines.back() += c == '\t' || c == '\0' ? ' ' : std::iscntrl(static_cast<unsigned char>(c)) != 0 ? '?' : c;
         }
         before = c;
     }
@@ -194,17 +224,17 @@ std::optional<double> NumberFrom(std::string_view text, DecimalMark mark, double
     const Marks marks(number);
     const DecimalMark own = Told(number);
     if (own != DecimalMark::Unknown) {
-        return Read(number, own);
+        return Read(text, own);
     }
     if (mark != DecimalMark::Unknown || !marks.Single()) {
-        return Read(number, mark);
+        return Read(text, mark);
     }
     // "1,250" in a text that tells nothing: the one that lies in the range.
     const auto fits = [&](const std::optional<double>& value) {
         return value && *value >= lowest && *value <= highest;
     };
-    const std::optional<double> as_point = Read(number, DecimalMark::Point);
-    const std::optional<double> as_comma = Read(number, DecimalMark::Comma);
+    const std::optional<double> as_point = Read(text, DecimalMark::Point);
+    const std::optional<double> as_comma = Read(text, DecimalMark::Comma);
     const std::optional<double>& decimal = marks.Last == '.' ? as_point : as_comma;
     const std::optional<double>& grouped = marks.Last == '.' ? as_comma : as_point;
     if (fits(decimal) != fits(grouped)) {

@@ -73,13 +73,23 @@ struct Values {
     std::optional<double> Slope;
 };
 
-void TakeBandwidth(LineReader& line, Values& values) {
+double QOfBandwidth(LineReader& line) {
     if (line.Take("bw oct") || line.Take("bandwidth oct")) {
-        values.Q = QOfOctaves(line.Number("the bandwidth", 0.0, 10.0));
-    } else if (line.Take("bw/60")) {
-        constexpr double parts = 60.0;
-        values.Q = QOfOctaves(line.Number("the bandwidth", 0.0, 600.0) / parts);
+        return QOfOctaves(line.Number("the bandwidth", 0.0, 10.0));
     }
+    if (line.Take("bw/60")) {
+        constexpr double parts = 60.0;
+        return QOfOctaves(line.Number("the bandwidth", 0.0, 600.0) / parts);
+    }
+    throw Refusal{"the bandwidth cannot be read"};
+}
+
+/// What is there twice could mean either.
+void PutOnce(std::optional<double>& into, double value, const char* what) {
+    if (into) {
+        throw Refusal{std::string(what) + " stands there twice"};
+    }
+    into = value;
 }
 
 Values TakeValues(LineReader& line) {
@@ -87,29 +97,25 @@ Values TakeValues(LineReader& line) {
     while (!line.AtEnd()) {
         const std::string word = line.NextWord();
         if (line.Take("fc")) {
-            values.Hz = line.Number("the frequency", LowestAudible, HighestAudible);
+            PutOnce(values.Hz, line.Number("the frequency", LowestAudible, HighestAudible), "the frequency");
             if (line.Take("khz")) {
                 *values.Hz *= 1000.0;
             } else {
                 line.Take("hz");
             }
         } else if (line.Take("gain")) {
-            values.GainDb = line.Number("the gain", -99.0, 99.0);
+            PutOnce(values.GainDb, line.Number("the gain", -99.0, 99.0), "the gain");
             line.Take("db");
         } else if (line.Take("q")) {
-            values.Q = line.Number("the Q", 0.0, 100.0);
+            PutOnce(values.Q, line.Number("the Q", 0.0, 100.0), "the Q");
         } else if (word.starts_with("bw") || word == "bandwidth") {
-            const std::optional<double> before = values.Q;
-            TakeBandwidth(line, values);
-            if (values.Q == before) {
-                throw Refusal{"the bandwidth cannot be read"};
-            }
+            PutOnce(values.Q, QOfBandwidth(line), "the bandwidth");
         } else if (line.Take("t60 target")) {
             line.Number("the T60 target", 0.0, AnyNumber);
             line.Take("ms");
             line.Take("s");
         } else if (!values.Hz && std::isdigit(static_cast<unsigned char>(word.front())) != 0) {
-            values.Slope = line.Number("the slope", 0.0, 99.0);
+            PutOnce(values.Slope, line.Number("the slope", 0.0, 99.0), "the slope");
             line.Take("db");
         } else {
             throw Refusal{"\"" + word + "\" is not understood"};
@@ -148,6 +154,16 @@ AskedFilter FilterOf(const KindWords& kind, const Values& values) {
     }
     if (!(filter.Q > 0.0) || !(filter.Hz > 0.0)) {
         throw Refusal{"Q and frequency are more than 0"};
+    }
+    if (values.GainDb.value_or(0.0) != 0.0 && !has_gain) {
+        throw Refusal{"there is a gain, which this kind does not have"};
+    }
+    if (values.Q && filter.Order == 1) {
+        throw Refusal{"there is a Q, which a first order does not have"};
+    }
+    if (values.Slope && (values.Q || filter.Kind == Peak || !has_gain || filter.Order == 1)) {
+        throw Refusal{"there is a slope, where " +
+                      std::string(values.Q ? "the Q says the same" : "this kind takes none")};
     }
     if (values.Slope) {
         filter.Q = QOfSlope(*values.Slope, filter.GainDb);

@@ -1,7 +1,6 @@
 #include "tool/line.h"
 
 #include "lock/password_dialog.h"
-#include "model/number_text.h"
 #include "ports/channels.h"
 #include "presets/memory_positions.h"
 #include "tool/desk.h"
@@ -17,10 +16,6 @@ namespace nrv::tool {
 namespace {
 
 constexpr int Levels = controls::LampsPerChannel;
-
-std::string Quoted(const std::string& name) {
-    return '"' + Shown(model::TrimBlanks(name)) + '"';
-}
 
 void TellDevice(program::Program& program, int id, std::ostream& out) {
     const model::ParamRow& values = program.Stores.ParamValues[At(id)];
@@ -102,12 +97,13 @@ void RequireUnlocked(LineDesk& desk, const std::string& password) {
 
 Outcome WriteLive(LineDesk& desk, const std::filesystem::path& file, const std::string& password,
                   LineConsole& console) {
+    const model::PresetImageRow image = ReadPreset(file);
+    RequireWhole(image);
     RequireUnlocked(desk, password);
-    RequireWhole(ReadPreset(file));
     {
         Progress progress(desk, console);
         progress.Begin("load");
-        desk.Load(file);
+        desk.Load(image);
     }
     console.Out << IdText(desk.Id()) << " " << Quoted(desk.Label()) << ": " << file.string() << " is loaded\n";
     if (!desk.Program().Status.Free()) {
@@ -119,25 +115,33 @@ Outcome WriteLive(LineDesk& desk, const std::filesystem::path& file, const std::
 Outcome Watch(LineDesk& desk, const WatchOptions& options, LineConsole& console) {
     controls::FrmCtrl& form = desk.Program().Windows.Current();
     desk.Do([&] { form.SSTab1.SetTab(controls::GainsTab); });
-    console.Out << Columns({ChannelTitles.begin(), ChannelTitles.end()}) << "\n";
-    for (int round = 0; options.Rounds == 0 || round < options.Rounds; ++round) {
-        desk.TickMeters();
+    const std::string head = Columns({ChannelTitles.begin(), ChannelTitles.end()});
+    // A line that is broken into two has no begin to go back to.
+    const bool in_place = static_cast<std::size_t>(console.TerminalWidth) > head.size() + 1;
+    console.Out << head << "\n" << std::flush;
+    const auto end_line = [&] { console.Out << (in_place ? "\n" : "") << std::flush; };
+    for (int round = 0; (options.Rounds == 0 || round < options.Rounds) && console.Out; ++round) {
+        try {
+            desk.TickMeters();
+        } catch (const Trouble&) {
+            end_line();
+            if (desk.Interrupted()) {
+                return Outcome::Well;
+            }
+            throw;
+        }
         std::vector<std::string> texts;
         for (int channel = 0; channel < ChannelCount; ++channel) {
             const int level = LitLamps(form, channel);
             const std::string bar = std::string(At(level), '#') + std::string(At(Levels - level), '.');
             texts.push_back(options.Bars ? bar : std::to_string(level));
         }
-        console.Out << (console.Terminal && round > 0 ? "\r" : "") << Columns(texts) << (console.Terminal ? "" : "\n")
-                    << std::flush;
-        if (!console.Out) {
-            throw Trouble("The output cannot be written.");
-        }
+        console.Out << (in_place && round > 0 ? "\r" : "") << Columns(texts) << (in_place ? "" : "\n") << std::flush;
         if (round + 1 != options.Rounds) {
             desk.Pause(options.Milliseconds);
         }
     }
-    console.Out << (console.Terminal ? "\n" : "");
+    end_line();
     return Outcome::Well;
 }
 

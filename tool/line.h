@@ -16,7 +16,7 @@ namespace nrv::tool {
 struct LineConsole {
     std::ostream& Out;
     std::ostream& Errors;
-    bool Terminal = false;
+    int TerminalWidth = 0; ///< in characters; 0 for no terminal
 };
 
 /// The devices that answer, with their labels and memory positions; of all IDs, or one alone.

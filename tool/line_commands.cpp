@@ -1,9 +1,11 @@
 #include "tool/line_commands.h"
 
+#include "ports/numbering.h"
 #include "tool/text.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace nrv::tool {
@@ -11,7 +13,7 @@ namespace {
 
 struct LineArguments {
     std::string Port;
-    int Id = -1;
+    std::optional<int> Id;
     std::string File;
     std::string Password;
     WatchOptions Watch;
@@ -41,6 +43,10 @@ std::pair<CLI::App*, std::shared_ptr<LineArguments>> AddCommand(CLI::App& line, 
     return {command, given};
 }
 
+CLI::Option* AddId(CLI::App* command, LineArguments& given, const char* what) {
+    return command->add_option("--id", given.Id, what)->check(CLI::Range(0, DeviceCount - 1));
+}
+
 void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments> given, bool opens, Work work) {
     command->callback([given = std::move(given), &console, opens, work = std::move(work)] {
         console.Command = [given, &console, opens, work] {
@@ -50,7 +56,7 @@ void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments>
             const int number = NumberOf(given->Port);
             LineDesk desk(console.Line->Open(number == 0 ? given->Port : ""), number == 0 ? 1 : number);
             if (opens) {
-                desk.Open(given->Id);
+                desk.Open(*given->Id);
             }
             return work(desk, console.Streams);
         };
@@ -60,7 +66,7 @@ void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments>
 CLI::App* AddDeviceCommand(CLI::App& line, Console& console, const char* name, const char* what, const char* file,
                            const std::function<Outcome(LineDesk&, const LineArguments&, LineConsole&)>& work) {
     const auto [command, given] = AddCommand(line, name, what);
-    command->add_option("--id", given->Id, "The device's ID, 0 to 32")->required();
+    AddId(command, *given, "The device's ID, 0 to 32")->required();
     if (file != nullptr) {
         command->add_option(file, given->File, file == std::string("FILE") ? "Preset" : "Folder of the backup")
             ->required();
@@ -87,10 +93,9 @@ void AddLine(CLI::App& app, Console& console) {
     line.require_subcommand(1);
 
     const auto [list, given] = AddCommand(line, "list", "The devices that answer, their labels and memory positions");
-    list->add_option("--id", given->Id, "This one alone");
-    WillRun(list, console, given, false, [given = given](LineDesk& desk, LineConsole& streams) {
-        return ListDevices(desk, given->Id == -1 ? std::nullopt : std::optional(given->Id), streams);
-    });
+    AddId(list, *given, "This one alone, 0 to 32");
+    WillRun(list, console, given, false,
+            [given = given](LineDesk& desk, LineConsole& streams) { return ListDevices(desk, given->Id, streams); });
     AddDeviceCommand(line, console, "read", "Writes what is live into a preset", "FILE",
                      [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
                          return ReadLive(desk, with.File, streams);

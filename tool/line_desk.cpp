@@ -2,24 +2,28 @@
 
 #include "model/preset_image.h"
 #include "ports/runtime_error.h"
+#include "tool/preset_file.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <system_error>
 
 namespace nrv::tool {
-namespace {
 
 namespace fs = std::filesystem;
 
-fs::path NewFolder() {
+WorkFolder::WorkFolder() {
     std::string pattern = (fs::temp_directory_path() / "nrv718-preset-XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr) {
         throw Trouble(pattern + ": no folder can be made there; set TMPDIR to another.");
     }
-    return pattern;
+    path_ = pattern;
 }
 
-} // namespace
+WorkFolder::~WorkFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
 
 void LineProcess::RunPendingEvents() {
     process_.RunPendingEvents();
@@ -38,34 +42,33 @@ void LineProcess::RunPendingEvents() {
 }
 
 LineDesk::LineDesk(const LinePorts& ports, int com_number)
-    : port_(ports.Serial), process_(ports.Run), folder_(NewFolder()),
+    : interrupted_(ports.Interrupted), port_(ports.Serial, ports.Interrupted), process_(ports.Run),
       program_(std::make_unique<program::Program>(
           program::Ports{port_, ports.WallClock, process_, boxes_, files_, host_, events_}, *forms_)) {
     process_.Probe = &program_->Main.SerialTimer;
-    program_->State.AppFolder = folder_;
+    program_->State.AppFolder = folder_.Path();
     program_->Link.ComIndex = com_number;
     program_->Link.OpenPort();
     if (!program_->Link.PortOpened) {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
         throw Trouble(program_->Link.PortRefusal(), Outcome::NoLine);
     }
-    program_->Link.ReopenPort(link::FrameLength);
+    try {
+        program_->Link.ReopenPort(link::FrameLength);
+    } catch (const RuntimeError& refused) {
+        throw Trouble(refused.what(), Outcome::NoLine);
+    }
     program_->Link.ReportLinkFailure = true;
-}
-
-LineDesk::~LineDesk() {
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
 }
 
 void LineDesk::RequireLine(const std::string& error) {
     const bool window_gone = opened_ && !program_->Windows.Loaded[At(program_->Windows.CurrentWindow)];
-    if (error.empty() && !process_.Ended && !window_gone) {
+    if (error.empty() && !process_.Ended && !window_gone && !interrupted_) {
         return;
     }
     std::string why = error.empty() ? program_->Status.Text() : error;
-    if (why.empty() || process_.Ended) {
+    if (interrupted_ && !why.starts_with("Interrupted")) {
+        why = "Interrupted.";
+    } else if (why.empty() || process_.Ended) {
         why = IdText(id_) + " does not answer.";
     }
     // What follows in the program is for one who sees a list of devices.
@@ -86,6 +89,13 @@ void LineDesk::Do(const std::function<void()>& work) {
         }
     });
     RequireLine(error);
+}
+
+void LineDesk::Pause(int milliseconds) {
+    constexpr int longest = 50;
+    for (int left = milliseconds; left > 0 && !interrupted_; left -= longest) {
+        process_.Sleep(std::min(left, longest));
+    }
 }
 
 void LineDesk::TickMeters() {
@@ -123,8 +133,9 @@ void LineDesk::Fetch(int position, model::PresetImageRow& image) {
     }
 }
 
-void LineDesk::Load(const fs::path& file) {
-    files_.File = file;
+void LineDesk::Load(const model::PresetImageRow& image) {
+    files_.File = folder_.Path() / "load.n91";
+    WritePreset(*files_.File, image);
     Do([this] { program_->Windows.Current().Command2[controls::LoadPresetTool].Clicked(); });
 }
 

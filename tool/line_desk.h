@@ -4,10 +4,12 @@
 #include "link/serial_port.h"
 #include "ports/clock.h"
 #include "ports/process.h"
+#include "ports/runtime_error.h"
 #include "program/program.h"
 #include "tool/quiet_ports.h"
 #include "tool/trouble.h"
 
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -21,12 +23,14 @@ struct LinePorts {
     link::SerialPort& Serial;
     Clock& WallClock;
     Process& Run;
+    const std::atomic<bool>& Interrupted; ///< the user, or the system, wants the command to end
 };
 
-/// A port that tells of each frame before it goes out.
+/// A port that tells of each frame before it goes out. Once the command is to end it carries no further frame.
 class CountingPort final : public link::SerialPort {
   public:
-    explicit CountingPort(link::SerialPort& port) : port_(port) {}
+    CountingPort(link::SerialPort& port, const std::atomic<bool>& interrupted)
+        : port_(port), interrupted_(interrupted) {}
     std::function<void()> FrameGoesOut;
 
     void SetCommPort(int number) override { port_.SetCommPort(number); }
@@ -36,17 +40,29 @@ class CountingPort final : public link::SerialPort {
     void SetInBufferSize(int bytes) override { port_.SetInBufferSize(bytes); }
     void SetInputLen(int bytes) override { port_.SetInputLen(bytes); }
     void Output(std::span<const std::uint8_t> bytes) override {
+        RequireTime();
         if (FrameGoesOut) {
             FrameGoesOut();
         }
         port_.Output(bytes);
     }
-    int InBufferCount() override { return port_.InBufferCount(); }
+    int InBufferCount() override {
+        RequireTime();
+        return port_.InBufferCount();
+    }
     void ClearInBuffer() override { port_.ClearInBuffer(); }
     std::vector<std::uint8_t> Input() override { return port_.Input(); }
 
   private:
+    /// The program's own road for a line that fails.
+    void RequireTime() const {
+        if (interrupted_) {
+            throw RuntimeError(ErrorKind::PortUnavailable, "Interrupted.");
+        }
+    }
+
     link::SerialPort& port_;
+    const std::atomic<bool>& interrupted_;
 };
 
 /// The event loop with one timer, that of a probe. The end of the process is noted, and goes no further.
@@ -81,13 +97,27 @@ class YesBoxes final : public MessageBoxes {
     }
 };
 
+/// For the copies that the program keeps of what plays; gone with it.
+class WorkFolder {
+  public:
+    /// Throws Trouble.
+    WorkFolder();
+    ~WorkFolder();
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
 /// The program on a line, without windows: a device's window is a record, and each command an operation of its user.
 /// Everything that fails on the line throws Trouble of the outcome NoLine.
 class LineDesk {
   public:
     /// Opens the port of a number.
     LineDesk(const LinePorts& ports, int com_number);
-    ~LineDesk();
     LineDesk(const LineDesk&) = delete;
     LineDesk& operator=(const LineDesk&) = delete;
 
@@ -99,10 +129,12 @@ class LineDesk {
     void TickMeters();
     /// Fetches a memory position, 0 to 7, into the first bytes of an image.
     void Fetch(int position, model::PresetImageRow& image);
-    /// Loads a preset file: the button "Load Preset from PC".
-    void Load(const std::filesystem::path& file);
+    /// Loads a preset: the button "Load Preset from PC", on a file of its own.
+    void Load(const model::PresetImageRow& image);
 
-    void Pause(int milliseconds) { process_.Sleep(milliseconds); }
+    /// Ends early when the command is to end.
+    void Pause(int milliseconds);
+    bool Interrupted() const { return interrupted_; }
 
     program::Program& Program() { return *program_; }
     int Id() const { return id_; }
@@ -114,12 +146,13 @@ class LineDesk {
   private:
     void RequireLine(const std::string& error);
 
+    const std::atomic<bool>& interrupted_;
     CountingPort port_;
     LineProcess process_;
     YesBoxes boxes_;
     GivenFile files_;
     NoWindows host_;
-    std::filesystem::path folder_; ///< of the copies that the program keeps of what plays
+    WorkFolder folder_;
     std::unique_ptr<program::Forms> forms_ = std::make_unique<program::Forms>();
     controls::EventBoundary events_{forms_->Windows};
     std::unique_ptr<program::Program> program_;

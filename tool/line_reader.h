@@ -20,7 +20,9 @@ struct Refusal {
 /// One line behind its colon, read from left to right.
 class LineReader {
   public:
-    LineReader(std::string_view rest, DecimalMark mark) : rest_(Small(rest)), mark_(mark) {}
+    LineReader(std::string_view rest, DecimalMark mark) : line_(Small(rest)), rest_(line_), mark_(mark) {}
+    LineReader(const LineReader&) = delete;
+    LineReader& operator=(const LineReader&) = delete;
 
     /// The next words, if they are these and end there.
     bool Take(std::string_view words) {
@@ -29,7 +31,7 @@ class LineReader {
         for (const char c : words) {
             if (c == ' ') {
                 const std::size_t next = rest_.find_first_not_of(' ', at);
-                if (next == at || next == std::string::npos) {
+                if (next == at || next == std::string_view::npos) {
                     return false;
                 }
                 at = next;
@@ -40,17 +42,19 @@ class LineReader {
         if (at < rest_.size() && std::isalnum(static_cast<unsigned char>(rest_[at])) != 0) {
             return false;
         }
-        rest_.erase(0, at);
+        rest_.remove_prefix(at);
         return true;
     }
     double Number(const std::string& what, double lowest, double highest) {
         SkipBlanks();
         const std::size_t end = std::min(rest_.find_first_not_of("0123456789.,+-' "), rest_.size());
-        const std::optional<double> number = NumberFrom(rest_.substr(0, end), mark_, lowest, highest);
+        const std::string text = model::TrimBlanks(rest_.substr(0, end));
+        const std::optional<double> number = NumberFrom(text, mark_, lowest, highest);
         if (!number) {
-            throw Refusal{what + " \"" + model::TrimBlanks(rest_.substr(0, end)) + "\" cannot be read as one number"};
+            throw Refusal{what + " \"" + (text.empty() ? std::string(NextWord()) : text) +
+                          "\" cannot be read as one number"};
         }
-        rest_.erase(0, end);
+        rest_.remove_prefix(end);
         return *number;
     }
     bool AtEnd() {
@@ -59,14 +63,14 @@ class LineReader {
     }
     std::string NextWord() {
         SkipBlanks();
-        return rest_.substr(0, rest_.find(' '));
+        return std::string(rest_.substr(0, rest_.find(' ')));
     }
-    void DropWord() { rest_.erase(0, NextWord().size()); }
 
   private:
-    void SkipBlanks() { rest_.erase(0, std::min(rest_.find_first_not_of(' '), rest_.size())); }
+    void SkipBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(' '), rest_.size())); }
 
-    std::string rest_;
+    std::string line_;
+    std::string_view rest_;
     DecimalMark mark_;
 };
 

@@ -1,8 +1,6 @@
 #include "tool/preset_file.h"
 
 #include "ports/record_file.h"
-#include "ports/runtime_error.h"
-#include "tool/trouble.h"
 
 #include <algorithm>
 #include <string>
@@ -10,6 +8,12 @@
 namespace nrv::tool {
 
 namespace fs = std::filesystem;
+
+Trouble TroubleWith(const fs::path& file, const RuntimeError& refused) {
+    const std::string what = refused.what();
+    const std::string name = FileNameText(file) + " ";
+    return Trouble(file.string() + ": " + (what.starts_with(name) ? what.substr(name.size()) : what));
+}
 
 PresetBytes ReadPresetBytes(const fs::path& file) {
     std::error_code error;
@@ -25,7 +29,7 @@ PresetBytes ReadPresetBytes(const fs::path& file) {
         }
         return read;
     } catch (const RuntimeError& refused) {
-        throw Trouble(file.string() + ": " + refused.what());
+        throw TroubleWith(file, refused);
     }
 }
 
@@ -49,7 +53,7 @@ void WritePreset(const fs::path& file, const model::PresetImageRow& image) {
     try {
         WriteAtStart(file, BytesOf(image));
     } catch (const RuntimeError& refused) {
-        throw Trouble(file.string() + ": " + refused.what());
+        throw TroubleWith(file, refused);
     }
 }
 

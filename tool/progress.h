@@ -7,14 +7,12 @@
 
 namespace nrv::tool {
 
-/// How many frames have gone out since a step began, on a terminal.
+/// How many frames have gone out since a step began, on a terminal: one line, never longer than the terminal is wide.
 class Progress {
   public:
     Progress(LineDesk& desk, LineConsole& console) : desk_(desk), console_(console) {
-        if (console.Terminal) {
-            desk.FrameGoesOut() = [this] {
-                console_.Errors << "\r" << step_ << ": frame " << ++frames_ << ' ' << std::flush;
-            };
+        if (console.TerminalWidth > 0) {
+            desk.FrameGoesOut() = [this] { Show(step_ + ": frame " + std::to_string(++frames_)); };
         }
     }
     ~Progress() {
@@ -31,20 +29,26 @@ class Progress {
     }
     void Tell(const std::string& what) {
         Clear();
-        frames_ = 0;
         console_.Out << what << "\n" << std::flush;
     }
 
   private:
+    void Show(const std::string& line) {
+        // The last column stays free: a cursor behind it would be on the next line.
+        shown_ = line.substr(0, static_cast<std::size_t>(console_.TerminalWidth - 1));
+        console_.Errors << "\r" << shown_ << std::flush;
+    }
     void Clear() {
-        if (console_.Terminal && frames_ > 0) {
-            console_.Errors << "\r" << std::string(step_.size() + 20, ' ') << "\r" << std::flush;
+        if (!shown_.empty()) {
+            console_.Errors << "\r" << std::string(shown_.size(), ' ') << "\r" << std::flush;
+            shown_.clear();
         }
     }
 
     LineDesk& desk_;
     LineConsole& console_;
     std::string step_;
+    std::string shown_;
     int frames_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "tool/text.h"
 
+#include "model/number_text.h"
 #include "tool/trouble.h"
 
 #include <array>
@@ -53,6 +54,10 @@ std::string Shown(std::string_view latin1) {
         }
     }
     return text;
+}
+
+std::string Quoted(std::string_view latin1) {
+    return '"' + Shown(model::TrimBlanks(latin1)) + '"';
 }
 
 std::string Typed(std::string_view utf8) {

@@ -11,6 +11,9 @@ namespace nrv::tool {
 /// As the terminal shows it: a control character or a backslash is written "\x00" or "\\".
 std::string Shown(std::string_view latin1);
 
+/// A name of a device or a memory position as the terminal shows it, in quotes and without the blanks around it.
+std::string Quoted(std::string_view latin1);
+
 /// A text typed on a terminal as single bytes, the escapes of `Shown` read back. Throws Trouble for a character that
 /// has no such byte.
 std::string Typed(std::string_view utf8);

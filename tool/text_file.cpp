@@ -1,11 +1,15 @@
 #include "tool/text_file.h"
 
+#include "ports/record_file.h"
+#include "ports/runtime_error.h"
+#include "tool/preset_file.h"
 #include "tool/trouble.h"
 
 #include <cerrno>
 #include <cstring>
 #include <fstream>
 #include <ostream>
+#include <sstream>
 #include <system_error>
 
 namespace nrv::tool {
@@ -38,24 +42,49 @@ std::string ReadText(const fs::path& file) {
     stream.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(stream.gcount()));
     if (text.size() > Longest) {
-        Refuse(file, "longer than 4 MiB, which is no text of filters");
+        Refuse(file, "longer than 4 MiB, and no text that is read here");
     }
     return text;
+}
+
+void WriteText(const fs::path& file, const std::function<void(std::ostream&)>& write) {
+    std::error_code ignored;
+    if (fs::exists(file, ignored) && !fs::is_regular_file(file, ignored) && !fs::is_directory(file, ignored)) {
+        std::ofstream device(file, std::ios::binary);
+        write(device);
+        device.close();
+        if (!device) {
+            Refuse(file, "could not be written: " + ErrorNow());
+        }
+        return;
+    }
+    std::ostringstream text;
+    write(text);
+    const std::string bytes = std::move(text).str();
+    try {
+        WriteAtStart(file, {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+    } catch (const RuntimeError& refused) {
+        throw TroubleWith(file, refused);
+    }
+    std::error_code error;
+    fs::resize_file(file, bytes.size(), error); // what was longer is not a part of it
+    if (error) {
+        Refuse(file, "could not be written: " + error.message());
+    }
 }
 
 void WriteText(const fs::path& file, std::ostream& standard_output, const std::function<void(std::ostream&)>& write) {
     if (file == "-") {
         write(standard_output);
-        return;
+    } else {
+        WriteText(file, write);
     }
-    std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-    if (!stream) {
-        Refuse(file, ErrorNow());
-    }
-    write(stream);
-    stream.close();
-    if (!stream) {
-        Refuse(file, "could not be written: " + ErrorNow());
+}
+
+void RequireOther(const fs::path& written, const fs::path& read) {
+    std::error_code ignored;
+    if (fs::equivalent(written, read, ignored)) {
+        Refuse(written, "is what is read; give another name to write to");
     }
 }
 

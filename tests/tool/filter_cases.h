@@ -211,7 +211,7 @@ inline std::vector<FilterCase> FilterCases() {
          "Out 2",
          {peak(7, 100, 1, 1, 1, 1, 100, 1.4), peak(8, 200, 1, 1, 2, 1, 200, 1.4), peak(9, 400, 1, 1, 3, 1, 400, 1.4),
           peak(10, 800, 1, 1, 4, 1, 800, 1.4)},
-         {"1: refused: the frequency \"\" cannot be read as one number", "2: refused: there is no gain",
+         {"1: refused: the frequency \"abc\" cannot be read as one number", "2: refused: there is no gain",
           "3: refused: there is neither Q nor bandwidth", "4: refused: neither ON nor OFF",
           "5: refused: \"xy\" is no kind of filter that is known here", "6: refused: Q and frequency are more than 0",
           "11: refused: PK 1600 Hz 1 dB Q 1: all 4 sections of Out 2 are in use"},
@@ -302,7 +302,7 @@ inline std::vector<FilterCase> FilterCases() {
          Utf16("# one\rFilter 1: ON PK Fc 251 Hz Gain 2.3 dB Q 1.41\rFilter 2: ON PK Fc x Hz Gain 2 dB Q 1\r", false),
          "Out 6",
          {peak(2, 251, 2.3, 1.41, 1, 2.2, 250, 1)},
-         {"3: refused: the frequency \"\" cannot be read as one number"},
+         {"3: refused: the frequency \"x\" cannot be read as one number"},
          {}},
     };
 }

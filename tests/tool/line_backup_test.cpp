@@ -150,7 +150,7 @@ TEST(Backup, MixesNoTwoBackups) {
     EXPECT_EQ(second.Outcome, 2);
     EXPECT_THAT(second.Errors, HasSubstr("holds a complete backup"));
     world.Desk.Folder.WriteText("kept/backup.json", "{}");
-    EXPECT_THAT(world.Run("verify", {folder}).Errors, HasSubstr("not written by a backup"));
+    EXPECT_THAT(world.Run("verify", {folder}).Errors, HasSubstr("cannot be read as part of a backup"));
     EXPECT_THAT(world.Run("verify", {world.Desk.File("none")}).Errors, HasSubstr("holds no backup"));
 }
 
@@ -180,13 +180,13 @@ TEST(Restore, CountsItsFramesOnATerminal) {
     LineWorld world(PutThree);
     const std::string folder = world.Desk.File("kept");
     ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
-    world.Terminal = true;
+    world.TerminalWidth = 80;
     const ToolRun restore = world.Run("restore", {folder});
     EXPECT_EQ(restore.Outcome, 0);
-    EXPECT_THAT(restore.Errors, HasSubstr("\rposition 4: frame 450 "));
-    EXPECT_THAT(restore.Errors, HasSubstr("\rlive: frame 1 "));
+    EXPECT_THAT(restore.Errors, HasSubstr("\rposition 4: frame 450\r"));
+    EXPECT_THAT(restore.Errors, HasSubstr("\rlive: frame 1\r"));
     EXPECT_THAT(restore.Out, Not(HasSubstr("frame")));
-    EXPECT_THAT(world.Run("write", {folder + "/live.n91"}).Errors, HasSubstr("\rload: frame 150 "));
+    EXPECT_THAT(world.Run("write", {folder + "/live.n91"}).Errors, HasSubstr("\rload: frame 150\r"));
 }
 
 TEST(Restore, TellsAPositionThatItCannotEmpty) {

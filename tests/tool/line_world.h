@@ -7,6 +7,7 @@
 #include "ui/platform/qt_process.h"
 #include "ui/platform/qt_serial_port.h"
 
+#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <functional>
@@ -51,20 +52,24 @@ class LineWorld : public tool::LineSource {
     simulator::Line Line;
     /// The device dies with this frame from the next opening of the line on; 0: it lives.
     long DiesWithFrame = 0;
-    bool Terminal = false; ///< the tool writes to one
+    long InterruptedByFrame = 0; ///< as a signal would; 0: never
+    int TerminalWidth = 0;       ///< of the terminal that the tool writes to
 
     tool::LinePorts Open(const std::string&) override {
         port_ = std::make_unique<ui::QtSerialPort>(names_);
-        counting_ = std::make_unique<tool::CountingPort>(*port_);
+        interrupted_ = false;
+        counting_ = std::make_unique<tool::CountingPort>(*port_, interrupted_);
         process_ = std::make_unique<ui::QtProcess>(*counting_);
         clock_.Run(1.0);
         counting_->FrameGoesOut = [this, frames = 0L]() mutable {
-            if (++frames == DiesWithFrame) {
+            ++frames;
+            interrupted_ = interrupted_ || frames == InterruptedByFrame;
+            if (frames == DiesWithFrame) {
                 Line.Order(simulator::Fault::Die(Id));
                 clock_.Run(40.0);
             }
         };
-        return {*counting_, clock_, *process_};
+        return {*counting_, clock_, *process_, interrupted_};
     }
 
     /// A command of the line for device 5.
@@ -76,7 +81,7 @@ class LineWorld : public tool::LineSource {
     ToolRun RunAll(std::vector<std::string> arguments) {
         std::ostringstream out;
         std::ostringstream errors;
-        const int outcome = tool::Run(std::move(arguments), {out, errors, Terminal}, this);
+        const int outcome = tool::Run(std::move(arguments), {out, errors, TerminalWidth}, this);
         return {outcome, out.str(), errors.str()};
     }
     template <class Work>
@@ -99,6 +104,7 @@ class LineWorld : public tool::LineSource {
     ui::ComPortNames names_{QString::fromStdString(Desk.Folder.Path().string()),
                             [] { return std::vector<ui::PortInfo>{}; }};
     FastClock clock_;
+    std::atomic<bool> interrupted_ = false;
     std::unique_ptr<ui::QtSerialPort> port_;
     std::unique_ptr<tool::CountingPort> counting_;
     std::unique_ptr<ui::QtProcess> process_;

@@ -1,11 +1,36 @@
 #include "tool/qt/qt_line.h"
 
+#include <array>
+#include <atomic>
+#include <csignal>
 #include <filesystem>
 #include <vector>
 
 namespace nrv::tool {
+namespace {
+
+std::atomic<bool> interrupted = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal sets it");
+
+void WatchSignals() {
+    for (const int signal : std::array{SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction action = {};
+        action.sa_handler = [](int) { interrupted = true; };
+        action.sa_flags = static_cast<int>(SA_RESETHAND);
+        // What ignores a signal, such as "nohup", goes on ignoring it.
+        struct sigaction before = {};
+        if (sigaction(signal, nullptr, &before) == 0 && before.sa_handler != SIG_IGN) {
+            sigaction(signal, &action, nullptr);
+        }
+    }
+    // A reader who goes away ends no write to a device half-way.
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+} // namespace
 
 LinePorts QtLine::Open(const std::string& device) {
+    WatchSignals();
     application_ = std::make_unique<QCoreApplication>(count_, arguments_);
     if (device.empty()) {
         names_ = std::make_unique<ui::ComPortNames>(QString::fromStdString(std::filesystem::current_path().string()));
@@ -19,7 +44,7 @@ LinePorts QtLine::Open(const std::string& device) {
     }
     port_ = std::make_unique<ui::QtSerialPort>(*names_);
     process_ = std::make_unique<ui::QtProcess>(*port_);
-    return {*port_, clock_, *process_};
+    return {*port_, clock_, *process_, interrupted};
 }
 
 } // namespace nrv::tool

@@ -12,7 +12,8 @@
 
 namespace nrv::tool {
 
-/// The line on the toolkit's serial port. What it needs of the toolkit is made when a line is asked for.
+/// The line on the toolkit's serial port. What it needs of the toolkit is made when a line is asked for; from then on
+/// a signal ends the work as a line that fails does, and a second one the process.
 class QtLine final : public LineSource {
   public:
     QtLine(int& count, char** arguments) : count_(count), arguments_(arguments) {}
