@@ -14,7 +14,7 @@ namespace {
 using Complex = std::complex<double>;
 
 double Decibels(const Complex& h) {
-    return 20.0 * std::log10(std::abs(h));
+    return 10.0 * std::log10(std::norm(h));
 }
 
 /// a is the square root of the gain.

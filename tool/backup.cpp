@@ -132,15 +132,17 @@ Outcome BackUp(LineDesk& desk, const fs::path& folder, LineConsole& console) {
     if (error) {
         throw Trouble(folder.string() + ": " + error.message() + ".");
     }
-    BackupRecord record = RecordOf(desk);
     const std::optional<BackupRecord> earlier = ReadRecord(folder);
     if (earlier && earlier->Complete) {
         throw Trouble(folder.string() + ": holds a complete backup; give another folder.");
     }
-    if (earlier && !earlier->SameDevice(record)) {
-        throw Trouble(folder.string() + ": holds the begin of a backup of something else; give another folder.");
-    }
     Progress progress(desk, console);
+    progress.Begin("reading");
+    desk.Confirm();
+    BackupRecord record = RecordOf(desk);
+    if (earlier && !earlier->SameDevice(record)) {
+        throw Trouble(folder.string() + ": holds a part of a backup of something else; give another folder.");
+    }
     if (!earlier) {
         RequireNoPresets(folder);
         WriteRecord(folder, record);
@@ -227,8 +229,10 @@ Outcome Restore(LineDesk& desk, const fs::path& folder, const std::string& passw
 
 Outcome Verify(LineDesk& desk, const fs::path& folder, LineConsole& console) {
     const BackupRecord record = CompleteRecord(folder);
-    const BackupRecord found = RecordOf(desk);
     Progress progress(desk, console);
+    progress.Begin("reading");
+    desk.Confirm();
+    const BackupRecord found = RecordOf(desk);
     bool differs = TellDifference("live", Playing(ReadPreset(LiveFile(folder))), Playing(desk.Image()), progress);
     if (record.Label != found.Label) {
         progress.Tell("label: " + Quoted(record.Label) + " to " + Quoted(found.Label));

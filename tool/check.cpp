@@ -1,11 +1,9 @@
 #include "model/preset_image.h"
 #include "ports/channels.h"
-#include "presets/parameter_codes.h"
-#include "presets/parameter_words.h"
+#include "tool/parameters.h"
 #include "tool/preset_file.h"
 #include "tool/show.h"
 
-#include <memory>
 #include <ostream>
 
 namespace nrv::tool {
@@ -45,12 +43,13 @@ std::string NameOf(presets::Parameter parameter, const std::string& field) {
 }
 
 void CheckCodes(const model::PresetImageRow& image, Findings& findings) {
-    const auto form = std::make_unique<controls::FrmCtrl>();
     for (const presets::Parameter parameter : presets::Parameters()) {
-        const std::vector<presets::Field> fields = presets::FieldsOf(parameter, image, *form);
-        for (const presets::CodePlace& place : presets::CodesOf(parameter, *form)) {
-            findings.AddCode(place.Byte, presets::CodeIn(image, place), place.Top,
-                             NameOf(parameter, fields[place.Field].Name));
+        for (const presets::CodePlace& place : CodesOf(parameter)) {
+            const int code = presets::CodeIn(image, place);
+            if (code > place.Top) {
+                findings.AddCode(place.Byte, code, place.Top,
+                                 NameOf(parameter, FieldsOf(parameter, image)[place.Field].Name));
+            }
         }
         if (parameter.Kind == presets::ParameterKind::ChannelName) {
             for (const presets::ImageBits& place : presets::PlacesOf(parameter)) {

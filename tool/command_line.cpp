@@ -210,8 +210,9 @@ std::string OneLine(std::string text) {
 
 /// Of the innermost command that was given.
 std::string HelpOf(const CLI::App& app) {
-    const std::vector<const CLI::App*> given =
-        app.get_subcommands([](const CLI::App* command) { return command->parsed(); });
+    // A group of options is a command without a name.
+    const std::vector<const CLI::App*> given = app.get_subcommands(
+        [](const CLI::App* command) { return command->parsed() && !command->get_name().empty(); });
     return given.empty() ? app.help() : HelpOf(*given.front());
 }
 

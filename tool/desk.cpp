@@ -7,9 +7,13 @@
 namespace nrv::tool {
 
 CurveDesk::CurveDesk(const model::PresetImageRow& image) {
+    program_->Link.DemoMode = true;
+    program_->Windows.WindowSlots[0] = {true, 1, 0};
+    Show(image);
+}
+
+void CurveDesk::Show(const model::PresetImageRow& image) {
     program::Program& program = *program_;
-    program.Link.DemoMode = true;
-    program.Windows.WindowSlots[0] = {true, 1, 0};
     program.Commands.Image() = image;
     const FlagGuard unplotted(program.Response.PlotSuspended);
     try {

@@ -17,8 +17,12 @@ enum class AddedInput { None = 0, InA = 1, InB = 2 };
 /// The program with a preset in its only window, and neither line nor display.
 class CurveDesk {
   public:
-    /// Throws Trouble for a preset that the program cannot bring to life.
+    /// As `Show`.
     explicit CurveDesk(const model::PresetImageRow& image);
+
+    /// Brings another preset to life in place of the one before. Throws Trouble for one that the program cannot; its
+    /// curves are then those of neither.
+    void Show(const model::PresetImageRow& image);
 
     /// In dB at each point of `response::PlotGrid`, as the program draws it.
     response::Curve Levels(int channel, AddedInput added);

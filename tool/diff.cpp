@@ -1,11 +1,10 @@
 #include "ports/numbering.h"
-#include "presets/parameter_words.h"
+#include "tool/parameters.h"
 #include "tool/preset_file.h"
 #include "tool/show.h"
 #include "tool/text.h"
 
 #include <array>
-#include <memory>
 #include <ostream>
 
 namespace nrv::tool {
@@ -50,13 +49,12 @@ int OthersBetween(std::size_t from, std::size_t end, const model::PresetImageRow
 } // namespace
 
 Outcome Diff(const model::PresetImageRow& one, const model::PresetImageRow& other, std::ostream& out) {
-    const auto form = std::make_unique<controls::FrmCtrl>();
     bool differs = false;
     for (const presets::Parameter parameter : presets::Parameters()) {
         if (!presets::Differs(parameter, one, other)) {
             continue;
         }
-        const std::string words = presets::ChangeInWords(parameter, one, other, *form);
+        const std::string words = ChangeInWords(parameter, one, other);
         const bool told = !words.ends_with(": ") && !words.empty();
         out << (told ? Shown(words) : BytesInWords(parameter, one, other)) << "\n";
         differs = true;

@@ -3,12 +3,10 @@
 #include "model/tables.h"
 #include "ports/channels.h"
 #include "ports/numbering.h"
-#include "presets/parameter_codes.h"
-#include "presets/parameter_words.h"
 #include "response/response.h"
 #include "tool/exchange.h"
+#include "tool/parameters.h"
 
-#include <memory>
 #include <ostream>
 #include <vector>
 
@@ -53,7 +51,7 @@ class Exporter {
     /// The codes of a parameter; none when one of them stands for nothing.
     std::vector<int> Codes(Parameter parameter) {
         std::vector<int> codes;
-        for (const presets::CodePlace& place : presets::CodesOf(parameter, *form_)) {
+        for (const presets::CodePlace& place : CodesOf(parameter)) {
             codes.push_back(presets::CodeIn(image_, place));
             if (codes.back() > place.Top) {
                 Refuse(parameter, "holds a code that stands for nothing; \"check\" tells which");
@@ -140,7 +138,6 @@ class Exporter {
     int channel_;
     const model::PresetImageRow& image_;
     std::ostream& errors_;
-    std::unique_ptr<controls::FrmCtrl> form_ = std::make_unique<controls::FrmCtrl>();
     std::vector<Line> lines_;
     bool left_out_ = false;
 };

@@ -2,14 +2,13 @@
 #include "model/graph_scale.h"
 #include "model/tables.h"
 #include "ports/numbering.h"
-#include "presets/parameter_codes.h"
 #include "response/filters.h"
 #include "response/response.h"
+#include "tool/parameters.h"
 #include "tool/placing.h"
 
 #include <array>
 #include <cmath>
-#include <memory>
 
 namespace nrv::tool {
 namespace {
@@ -65,9 +64,9 @@ Curve CurveOf(const Part& part, const std::array<int, 3>& codes) {
     return curve;
 }
 
-Part PartOf(Parameter parameter, const model::PresetImageRow& image, const controls::FrmCtrl& form) {
+Part PartOf(Parameter parameter, const model::PresetImageRow& image) {
     Part part{parameter, {}, {}, 0, {}};
-    const std::vector<presets::CodePlace> places = presets::CodesOf(parameter, form);
+    const std::vector<presets::CodePlace> places = CodesOf(parameter);
     for (std::size_t n = 0; n < places.size(); ++n) {
         part.Places.at(n) = places[n];
         part.Codes.at(n) = presets::CodeIn(image, places[n]);
@@ -161,10 +160,9 @@ Difference DifferenceOf(const Curve& asked, const Curve& played) {
 }
 
 void Fit(const Placing& placing, model::PresetImageRow& image) {
-    const auto form = std::make_unique<controls::FrmCtrl>();
     std::vector<Part> parts;
     for (const PlacedFilter& placed : placing.Filters) {
-        parts.push_back(PartOf(placed.Parameter, image, *form));
+        parts.push_back(PartOf(placed.Parameter, image));
     }
     const Curve asked = AskedCurve(placing);
     const Difference start = DifferenceOf(asked, SumOf(parts));

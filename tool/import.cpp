@@ -1,13 +1,12 @@
 #include "model/encodings.h"
 #include "model/number_text.h"
 #include "ports/channels.h"
-#include "presets/parameter_words.h"
 #include "tool/desk.h"
 #include "tool/exchange.h"
+#include "tool/parameters.h"
 #include "tool/placing.h"
 #include "tool/text_file.h"
 
-#include <memory>
 #include <ostream>
 
 namespace nrv::tool {
@@ -25,11 +24,11 @@ void TellLines(const std::vector<LineNote>& notes, const std::string& file, cons
 }
 
 /// What a filter became: "PEQ 1: gain -5.2 dB, frequency 63 Hz, bandwidth 0.35 oct".
-std::string Became(presets::Parameter parameter, const model::PresetImageRow& image, const controls::FrmCtrl& form) {
+std::string Became(presets::Parameter parameter, const model::PresetImageRow& image) {
     std::string words = presets::PlaceOf(parameter);
     words = words.substr(words.find(", ") + 2) + ":";
     bool first = true;
-    for (const presets::Field& field : presets::FieldsOf(parameter, image, form)) {
+    for (const presets::Field& field : FieldsOf(parameter, image)) {
         words += (first ? " " : ", ") + field.Name + " " + field.Value + (field.Unit.empty() ? "" : " " + field.Unit);
         first = false;
     }
@@ -38,14 +37,13 @@ std::string Became(presets::Parameter parameter, const model::PresetImageRow& im
 
 void TellFilters(const Placing& placing, const std::string& file, const model::PresetImageRow& image,
                  std::ostream& out) {
-    const auto form = std::make_unique<controls::FrmCtrl>();
     for (const PlacedFilter& placed : placing.Filters) {
         for (const AskedFilter& filter : placed.Asked) {
             out << file << ":" << filter.Line << ": " << InWords(filter);
             if (filter.Kind == FilterKind::Peak) {
                 out << " (" << model::NumberText(model::ToDecimal(OctavesOfQ(filter.Q), 3)) << " oct)";
             }
-            out << " -> " << Became(placed.Parameter, image, *form) << "\n";
+            out << " -> " << Became(placed.Parameter, image) << "\n";
         }
     }
 }
@@ -77,7 +75,8 @@ Outcome ImportFilters(const Import& import, model::PresetImageRow& image, std::o
     }
     TellLines(text.Told, import.Text, "", out);
     TellFilters(placing, import.Text, changed, out);
-    out << "Difference from what was asked for, 20 Hz to 20 kHz: " << InWords(difference()) << "\n";
+    out << "Difference from what was asked for, " << (placing.Refused.empty() ? "" : "the refused left out, ")
+        << "20 Hz to 20 kHz: " << InWords(difference()) << "\n";
     if (import.WithFit) {
         out << "Before the fit: " << InWords(nearest) << "\n";
     }

@@ -2,6 +2,7 @@
 
 #include "ports/channels.h"
 #include "ports/numbering.h"
+#include "tool/parameters.h"
 #include "tool/text.h"
 #include "tool/trouble.h"
 
@@ -44,21 +45,17 @@ std::string PartOfKey(std::string_view words) {
     return part;
 }
 
-std::string KeyOf(presets::Parameter parameter, const presets::Field& field) {
-    const std::string place = presets::PlaceOf(parameter);
+std::string KeyOf(const std::string& place, const std::string& name) {
     std::string key;
     if (!place.empty()) {
         for (const std::string& part : Split(place, ", ")) {
             key += PartOfKey(part) + '.';
         }
     }
-    return key + PartOfKey(field.Name);
+    return key + PartOfKey(name);
 }
 
-} // namespace
-
-std::optional<int> ChannelOf(presets::Parameter parameter) {
-    const std::string place = presets::PlaceOf(parameter);
+std::optional<int> ChannelOf(const std::string& place) {
     for (int channel = 0; channel < ChannelCount; ++channel) {
         if (place.starts_with(ChannelTitles[At(channel)])) {
             return channel;
@@ -67,17 +64,24 @@ std::optional<int> ChannelOf(presets::Parameter parameter) {
     return std::nullopt;
 }
 
-std::vector<KeyedField> AllFields(const controls::FrmCtrl& form) {
+std::vector<KeyedField> FieldsInOrder() {
     const model::PresetImageRow any{};
     std::vector<KeyedField> fields;
     for (const presets::Parameter parameter : presets::Parameters()) {
-        const std::vector<presets::Field> of_parameter = presets::FieldsOf(parameter, any, form);
+        const std::string place = presets::PlaceOf(parameter);
+        const std::vector<presets::Field> of_parameter = FieldsOf(parameter, any);
         for (std::size_t n = 0; n < of_parameter.size(); ++n) {
-            fields.push_back({KeyOf(parameter, of_parameter[n]), parameter, n});
+            fields.push_back({KeyOf(place, of_parameter[n].Name), place, ChannelOf(place), parameter, n});
         }
     }
-    std::ranges::stable_sort(fields, {},
-                             [](const KeyedField& field) { return ChannelOf(field.Parameter).value_or(-1); });
+    std::ranges::stable_sort(fields, {}, [](const KeyedField& field) { return field.Channel.value_or(-1); });
+    return fields;
+}
+
+} // namespace
+
+const std::vector<KeyedField>& AllFields() {
+    static const std::vector<KeyedField> fields = FieldsInOrder();
     return fields;
 }
 

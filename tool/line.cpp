@@ -76,6 +76,11 @@ Outcome ListDevices(LineDesk& desk, std::optional<int> id, LineConsole& console)
 }
 
 Outcome ReadLive(LineDesk& desk, const std::filesystem::path& file, LineConsole& console) {
+    {
+        Progress progress(desk, console);
+        progress.Begin("reading");
+        desk.Confirm();
+    }
     WritePreset(file, desk.Image());
     console.Out << IdText(desk.Id()) << " " << Quoted(desk.Label()) << ": what is live is in " << file.string() << "\n";
     return Outcome::Well;

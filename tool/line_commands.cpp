@@ -19,17 +19,25 @@ struct LineArguments {
     WatchOptions Watch;
 };
 
-/// The number of "COM 3", "com3" or "3"; 0 for the name of a device file.
-int NumberOf(const std::string& port) {
+/// The number of "COM 3", "com3" or "3", whether there is one or not; none for the name of a device file.
+std::optional<int> NumberOf(const std::string& port) {
     std::string digits = Small(port);
     std::erase(digits, ' ');
     if (digits.starts_with("com")) {
         digits.erase(0, 3);
     }
-    constexpr std::size_t most_digits = 2;
-    const bool number =
-        !digits.empty() && digits.size() <= most_digits && digits.find_first_not_of("0123456789") == std::string::npos;
-    return number ? std::stoi(digits) : 0;
+    constexpr std::size_t most_digits = 4;
+    if (digits.size() > most_digits || digits.find_first_not_of("0123456789") != std::string::npos) {
+        return std::nullopt;
+    }
+    return digits.empty() ? 0 : std::stoi(digits);
+}
+
+/// A device file under the name that the user gave it, and not under the number that it has in the program.
+std::string UnderItsName(std::string text, const std::string& device) {
+    const std::string numbered = "COM 1 (" + device + ")";
+    const std::size_t at = text.find(numbered);
+    return at == std::string::npos ? text : text.replace(at, numbered.size(), device);
 }
 
 using Work = std::function<Outcome(LineDesk& desk, LineConsole& console)>;
@@ -53,12 +61,17 @@ void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments>
             if (console.Line == nullptr) {
                 throw Trouble("this build has no line");
             }
-            const int number = NumberOf(given->Port);
-            LineDesk desk(console.Line->Open(number == 0 ? given->Port : ""), number == 0 ? 1 : number);
-            if (opens) {
-                desk.Open(*given->Id);
+            const std::optional<int> number = NumberOf(given->Port);
+            const std::string device = number ? "" : given->Port;
+            try {
+                LineDesk desk(console.Line->Open(device), number.value_or(1));
+                if (opens) {
+                    desk.Open(*given->Id);
+                }
+                return work(desk, console.Streams);
+            } catch (const Trouble& trouble) {
+                throw Trouble(UnderItsName(trouble.what(), device), trouble.EndsAs());
             }
-            return work(desk, console.Streams);
         };
     });
 }

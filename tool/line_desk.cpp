@@ -1,5 +1,6 @@
 #include "tool/line_desk.h"
 
+#include "model/device_stores.h"
 #include "model/preset_image.h"
 #include "ports/runtime_error.h"
 #include "tool/preset_file.h"
@@ -125,12 +126,64 @@ void LineDesk::Open(int id) {
     }
 }
 
-void LineDesk::Fetch(int position, model::PresetImageRow& image) {
-    bool came = false;
-    Do([&] { came = program_->Link.FetchPreset(id_, static_cast<std::uint8_t>(position), model::OnDevice(image)); });
-    if (!came) {
-        throw Trouble(IdText(id_) + " does not answer.", Outcome::NoLine);
+bool LineDesk::Reading::operator==(const Reading& other) const {
+    return Label == other.Label && std::ranges::equal(BytesOf(Image), BytesOf(other.Image)) && Used == other.Used &&
+           Names == other.Names;
+}
+
+LineDesk::Reading LineDesk::LastReading() {
+    // As the opening does: what is live has one mute byte, and the copy in the preset follows it.
+    model::StoreMuteBits(Image().SystemPage[model::MuteBitsAddress], Image());
+    Reading reading{Label(), Image(), {}, {}};
+    std::copy_n(Values().PresetUsed.begin(), MemoryPositions, reading.Used.begin());
+    std::copy_n(Values().PresetNames.begin(), MemoryPositions, reading.Names.begin());
+    return reading;
+}
+
+template <class Read>
+auto LineDesk::ReadTwice(Read read) -> decltype(read()) {
+    constexpr int most = 8;
+    auto before = read();
+    for (int n = 1; n < most; ++n) {
+        auto now = read();
+        if (now == before) {
+            return now;
+        }
+        before = std::move(now);
     }
+    throw Trouble("No two answers of " + IdText(id_) +
+                      " are alike: the line is disturbed, or two devices have this ID.",
+                  Outcome::NoLine);
+}
+
+void LineDesk::Confirm() {
+    bool first = true;
+    ReadTwice([&] {
+        if (!first) {
+            bool read = false;
+            Do([this] { program_->List.Timer1.Tick(); });
+            Do([&] { read = program_->Devices.ReadDeviceState(id_); });
+            if (!read) {
+                throw Trouble(IdText(id_) + " does not answer any more.", Outcome::NoLine);
+            }
+        }
+        first = false;
+        return LastReading();
+    });
+}
+
+void LineDesk::Fetch(int position, model::PresetImageRow& image) {
+    using Preset = std::array<std::uint8_t, link::BulkLength>;
+    const auto fetched = ReadTwice([&] {
+        Preset preset{};
+        bool came = false;
+        Do([&] { came = program_->Link.FetchPreset(id_, static_cast<std::uint8_t>(position), preset); });
+        if (!came) {
+            throw Trouble(IdText(id_) + " does not answer.", Outcome::NoLine);
+        }
+        return preset;
+    });
+    std::ranges::copy(fetched, image.PresetBody.begin());
 }
 
 void LineDesk::Load(const model::PresetImageRow& image) {

@@ -2,6 +2,8 @@
 
 #include "controls/event_boundary.h"
 #include "link/serial_port.h"
+#include "model/preset_image.h"
+#include "ports/channels.h"
 #include "ports/clock.h"
 #include "ports/process.h"
 #include "ports/runtime_error.h"
@@ -9,6 +11,7 @@
 #include "tool/quiet_ports.h"
 #include "tool/trouble.h"
 
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <filesystem>
@@ -127,7 +130,10 @@ class LineDesk {
     void Do(const std::function<void()>& work);
     /// The same with the meters' timer.
     void TickMeters();
-    /// Fetches a memory position, 0 to 7, into the first bytes of an image.
+    /// Reads label, live settings and memory page of the open device until two readings in a row are alike: an answer
+    /// carries nothing by which a disturbed one could be told.
+    void Confirm();
+    /// Fetches a memory position, 0 to 7, into the first bytes of an image, until two in a row are alike.
     void Fetch(int position, model::PresetImageRow& image);
     /// Loads a preset: the button "Load Preset from PC", on a file of its own.
     void Load(const model::PresetImageRow& image);
@@ -144,7 +150,20 @@ class LineDesk {
     std::function<void()>& FrameGoesOut() { return port_.FrameGoesOut; }
 
   private:
+    /// What `Confirm` compares.
+    struct Reading {
+        std::string Label;
+        model::PresetImageRow Image;
+        std::array<double, MemoryPositions> Used;
+        std::array<std::string, MemoryPositions> Names;
+        bool operator==(const Reading& other) const;
+    };
+
     void RequireLine(const std::string& error);
+    Reading LastReading();
+    /// Reads until two in a row are equal. Throws Trouble.
+    template <class Read>
+    auto ReadTwice(Read read) -> decltype(read());
 
     const std::atomic<bool>& interrupted_;
     CountingPort port_;

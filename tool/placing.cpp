@@ -4,12 +4,11 @@
 #include "model/number_text.h"
 #include "ports/channels.h"
 #include "ports/numbering.h"
-#include "presets/parameter_codes.h"
+#include "tool/parameters.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <memory>
 
 namespace nrv::tool {
 namespace {
@@ -111,7 +110,7 @@ class Placer {
     }
 
     void Put(Parameter parameter, std::size_t field, int code) {
-        presets::PutCode(image_, presets::CodesOf(parameter, *form_)[field], code);
+        presets::PutCode(image_, CodesOf(parameter)[field], code);
     }
 
     void PlaceOne(const AskedFilter& filter) {
@@ -192,7 +191,6 @@ class Placer {
 
     int channel_;
     model::PresetImageRow& image_;
-    std::unique_ptr<controls::FrmCtrl> form_ = std::make_unique<controls::FrmCtrl>();
     Placing result_;
     int sections_ = 0;
     std::array<bool, TonePerInput> shelves_{};
@@ -205,7 +203,6 @@ Placing Place(const FilterText& text, int channel, model::PresetImageRow& image)
 }
 
 model::PresetImageRow OnlyFilters(const Placing& placing, int channel, const model::PresetImageRow& image) {
-    const auto form = std::make_unique<controls::FrmCtrl>();
     model::PresetImageRow only = image;
     const auto is_asked = [&placing](Parameter parameter) {
         return std::ranges::find(placing.Filters, parameter, &PlacedFilter::Parameter) != placing.Filters.end();
@@ -213,13 +210,13 @@ model::PresetImageRow OnlyFilters(const Placing& placing, int channel, const mod
     for (int tone = FirstToneOf(channel); tone < FirstToneOf(channel) + ToneCountOf(channel); ++tone) {
         const Parameter parameter{ParameterKind::Tone, tone};
         if (!is_asked(parameter)) {
-            presets::PutCode(only, presets::CodesOf(parameter, *form)[2], 0);
+            presets::PutCode(only, CodesOf(parameter)[2], 0);
         }
     }
     for (int side = 0; side < SidesPerOutput && !IsInput(channel); ++side) {
         const Parameter parameter{ParameterKind::Crossover, FirstSideOf(OutputOf(channel)) + side};
         if (!is_asked(parameter)) {
-            presets::PutCode(only, presets::CodesOf(parameter, *form)[1], 0);
+            presets::PutCode(only, CodesOf(parameter)[1], 0);
         }
     }
     return only;

@@ -6,15 +6,14 @@
 #include "model/tables.h"
 #include "ports/numbering.h"
 #include "presets/channel_names.h"
-#include "presets/parameter_codes.h"
 #include "tool/keys.h"
+#include "tool/parameters.h"
 #include "tool/quantity.h"
 #include "tool/text.h"
 #include "tool/trouble.h"
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <ostream>
 #include <utility>
 
@@ -42,9 +41,8 @@ std::string Kernel(std::string_view words) {
 /// The way of one assignment into the image.
 class Setter {
   public:
-    Setter(model::PresetImageRow& image, const controls::FrmCtrl& form, KeyedField field, std::string value,
-           std::ostream& out)
-        : image_(image), form_(form), field_(std::move(field)), value_(std::move(value)), out_(out) {}
+    Setter(model::PresetImageRow& image, KeyedField field, std::string value, std::ostream& out)
+        : image_(image), field_(std::move(field)), value_(std::move(value)), out_(out) {}
 
     void Run() {
         if (value_.starts_with("code") && value_ == ValueIn(image_).Value) {
@@ -71,9 +69,7 @@ class Setter {
         throw Trouble(field_.Key + "=" + value_ + ": " + why + ".");
     }
 
-    Field ValueIn(const model::PresetImageRow& image) const {
-        return presets::FieldsOf(field_.Parameter, image, form_)[field_.Index];
-    }
+    Field ValueIn(const model::PresetImageRow& image) const { return FieldsOf(field_.Parameter, image)[field_.Index]; }
 
     /// Tells a value that is not the one that was asked for.
     void Tell(double asked, const std::string& unit) const {
@@ -126,14 +122,14 @@ class Setter {
         if (away(next) < away(nearest)) {
             nearest = next;
         }
-        const std::vector<presets::CodePlace> places = presets::CodesOf(field_.Parameter, form_);
+        const std::vector<presets::CodePlace> places = CodesOf(field_.Parameter);
         presets::PutCode(image_, places[0], nearest.Coarse);
         presets::PutCode(image_, places[1], nearest.Fine);
         Tell(model::ToDecimal(asked, 3), "ms");
     }
 
     void SetCode() {
-        presets::CodePlace place = presets::CodesOf(field_.Parameter, form_)[field_.Index];
+        presets::CodePlace place = CodesOf(field_.Parameter)[field_.Index];
         std::vector<Field> entries;
         model::PresetImageRow scratch = image_;
         for (int code = 0; code <= place.Top; ++code) {
@@ -221,7 +217,6 @@ class Setter {
     }
 
     model::PresetImageRow& image_;
-    const controls::FrmCtrl& form_;
     KeyedField field_;
     std::string value_;
     std::ostream& out_;
@@ -253,8 +248,7 @@ class Setter {
 } // namespace
 
 void Set(model::PresetImageRow& image, const std::vector<std::string>& assignments, std::ostream& out) {
-    const auto form = std::make_unique<controls::FrmCtrl>();
-    const std::vector<KeyedField> fields = AllFields(*form);
+    const std::vector<KeyedField>& fields = AllFields();
     for (const std::string& assignment : assignments) {
         const std::size_t equals = assignment.find('=');
         if (equals == std::string::npos) {
@@ -265,7 +259,7 @@ void Set(model::PresetImageRow& image, const std::vector<std::string>& assignmen
         if (field == fields.end()) {
             RefuseKey(key, fields);
         }
-        Setter(image, *form, *field, model::TrimBlanks(assignment.substr(equals + 1)), out).Run();
+        Setter(image, *field, model::TrimBlanks(assignment.substr(equals + 1)), out).Run();
     }
 }
 

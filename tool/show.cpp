@@ -1,9 +1,9 @@
 #include "tool/show.h"
 
 #include "tool/keys.h"
+#include "tool/parameters.h"
 #include "tool/text.h"
 
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -13,18 +13,15 @@ namespace {
 using presets::Field;
 
 struct Line {
-    std::string Place;
     const KeyedField* Keyed;
     Field Value;
 };
 
-std::vector<Line> LinesOf(const model::PresetImageRow& image, std::optional<int> channel,
-                          const std::vector<KeyedField>& fields, const controls::FrmCtrl& form) {
+std::vector<Line> LinesOf(const model::PresetImageRow& image, std::optional<int> channel) {
     std::vector<Line> lines;
-    for (const KeyedField& field : fields) {
-        if (!channel || ChannelOf(field.Parameter) == channel) {
-            lines.push_back({presets::PlaceOf(field.Parameter), &field,
-                             presets::FieldsOf(field.Parameter, image, form)[field.Index]});
+    for (const KeyedField& field : AllFields()) {
+        if (!channel || field.Channel == channel) {
+            lines.push_back({&field, FieldsOf(field.Parameter, image)[field.Index]});
         }
     }
     return lines;
@@ -38,10 +35,10 @@ void ShowWords(const std::vector<Line>& lines, std::ostream& out) {
     // What is of one place comes together, though a load does it in turns.
     std::vector<std::pair<std::string, std::string>> places;
     for (const Line& line : lines) {
-        auto place =
-            std::find_if(places.begin(), places.end(), [&](const auto& known) { return known.first == line.Place; });
+        auto place = std::find_if(places.begin(), places.end(),
+                                  [&](const auto& known) { return known.first == line.Keyed->Place; });
         if (place == places.end()) {
-            place = places.insert(places.end(), {line.Place, ""});
+            place = places.insert(places.end(), {line.Keyed->Place, ""});
         }
         place->second += (place->second.empty() ? "" : ", ") + line.Value.Name + " " + WithUnit(line.Value, " ");
     }
@@ -69,9 +66,7 @@ void ShowJson(const std::vector<Line>& lines, std::ostream& out) {
 } // namespace
 
 void Show(const model::PresetImageRow& image, std::optional<int> channel, ShowAs how, std::ostream& out) {
-    const auto form = std::make_unique<controls::FrmCtrl>();
-    const std::vector<KeyedField> fields = AllFields(*form);
-    const std::vector<Line> lines = LinesOf(image, channel, fields, *form);
+    const std::vector<Line> lines = LinesOf(image, channel);
     if (how == ShowAs::Words) {
         ShowWords(lines, out);
     } else if (how == ShowAs::Json) {

@@ -2,12 +2,11 @@
 #include "fuzz/watch.h"
 #include "model/tables.h"
 #include "ports/channels.h"
-#include "presets/parameter_codes.h"
+#include "tool/parameters.h"
 #include "tool/placing.h"
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 // A text of filters of any bytes, read and put into a channel.
 
@@ -39,9 +38,8 @@ void Read(Input& input) {
     std::ranges::copy(model::FactoryImage, image.PresetBody.begin());
     const tool::Placing placing = tool::Place(text, channel, image);
     LookAtPlacing(text, placing);
-    static const auto form = std::make_unique<controls::FrmCtrl>();
     for (const tool::PlacedFilter& filter : placing.Filters) {
-        for (const presets::CodePlace& place : presets::CodesOf(filter.Parameter, *form)) {
+        for (const presets::CodePlace& place : tool::CodesOf(filter.Parameter)) {
             Require(presets::CodeIn(image, place) <= place.Top, "a filter stands on a code that there is not");
         }
     }

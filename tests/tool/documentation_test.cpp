@@ -1,5 +1,7 @@
 #include "tool/line_world.h"
+#include "tool/terminal_picture.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -63,27 +65,54 @@ std::string Joined(const std::vector<std::string>& lines) {
     return text;
 }
 
-TEST(Documentation, ItsExamplesAreWhatTheToolDoes) {
-    std::ifstream stream(NRV718_PRESET_TOOL_PAGE);
-    const std::string page((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-    LineWorld world([](simulator::Device& device) {
+std::string ReadWhole(const std::filesystem::path& file) {
+    std::ifstream stream(file);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+/// The page, in the folder in which its examples are run.
+class Documentation : public ::testing::Test {
+  protected:
+    void SetUp() override { std::filesystem::current_path(World.Desk.Folder.Path()); }
+    void TearDown() override { std::filesystem::current_path(before_); }
+
+    /// Holds a picture of the page to what it must show now; with NRV718_UPDATE_PICTURES set, draws it anew.
+    void ExpectPicture(const std::string& name, const std::string& svg) const {
+        const std::filesystem::path file =
+            std::filesystem::path(NRV718_PRESET_TOOL_PAGE).parent_path() / "pictures" / name;
+        if (std::getenv("NRV718_UPDATE_PICTURES") != nullptr) {
+            std::ofstream(file) << svg;
+        }
+        EXPECT_EQ(ReadWhole(file), svg) << name << ": run this with NRV718_UPDATE_PICTURES=1, and look at it";
+        EXPECT_NE(Page.find("](pictures/" + name + ")"), std::string::npos) << name << " is not on the page";
+    }
+
+    LineWorld World{[](simulator::Device& device) {
         device.SetLabel("Main left");
         device.PutPreset(0, "Hall", device.LiveImage());
         device.PutPreset(1, "Speech", device.LiveImage());
         device.SetLevels(simulator::Levels{4, 3, 0, 0, 0, 0, 0, 0});
-    });
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(world.Desk.Folder.Path());
+    }};
+    const std::string Page = ReadWhole(NRV718_PRESET_TOOL_PAGE);
+
+  private:
+    std::filesystem::path before_ = std::filesystem::current_path();
+};
+
+constexpr std::size_t PictureWidth = 104;
+
+TEST_F(Documentation, ItsExamplesAndPicturesAreWhatTheToolDoes) {
     std::size_t commands = 0;
-    for (const Example& example : ExamplesOf(page)) {
+    std::string session; // what the first picture shows
+    for (const Example& example : ExamplesOf(Page)) {
         std::vector<std::string> words = WordsOf(example.Command);
         if (words.front() == "cat") {
-            world.Desk.Folder.WriteText(words.at(1), Joined(example.Output));
+            World.Desk.Folder.WriteText(words.at(1), Joined(example.Output));
             continue;
         }
         ASSERT_EQ(words.front(), "nrv718-preset");
         words.erase(words.begin());
-        const ToolRun run = world.RunAll(words);
+        const ToolRun run = World.RunAll(words);
         ++commands;
         const std::string told = run.Errors + run.Out;
         std::vector<std::string> expected = example.Output;
@@ -94,9 +123,27 @@ TEST(Documentation, ItsExamplesAreWhatTheToolDoes) {
         } else {
             EXPECT_EQ(told, Joined(expected)) << example.Command;
         }
+        if (commands > 1 && session.find("$ nrv718-preset diff") == std::string::npos &&
+            words.back() != "--keys") {
+            session += "$ " + example.Command + "\n" + told;
+        }
     }
-    std::filesystem::current_path(before);
     EXPECT_EQ(commands, 21U);
+    ExpectPicture("preset-session.svg", TerminalPicture(session, PictureWidth));
+    ExpectPicture("preset-curve.svg", World.Desk.Folder.ReadText("out1.svg"));
+
+    World.TerminalWidth = PictureWidth;
+    const std::vector<std::string> restore{"line", "restore", "--port", "1", "--id", "5", "main-left"};
+    const std::string typed = "$ nrv718-preset line restore --port 1 --id 5 main-left\n";
+    World.InterruptWith(800);
+    std::string terminal = typed + World.RunOnTerminal(restore);
+    terminal += typed + World.RunOnTerminal(restore, 600);
+    ExpectPicture("preset-restore.svg", TerminalPicture(terminal, PictureWidth));
+    ExpectPicture("preset-watch.svg",
+                  TerminalPicture("$ nrv718-preset line watch --port 1 --id 5 --bars --count 2\n" +
+                                      World.RunOnTerminal({"line", "watch", "--port", "1", "--id", "5", "--bars",
+                                                           "--count", "2", "--interval", "1"}),
+                                  PictureWidth));
 }
 
 } // namespace

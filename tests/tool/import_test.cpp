@@ -3,6 +3,8 @@
 #include "tool/filter_cases.h"
 #include "tool/tool_desk.h"
 
+#include <chrono>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -199,6 +201,113 @@ TEST(Import, AsksWhatANumberMeansOnlyWhereItMustBeKnown) {
                 HasSubstr("1: refused: the frequency \"20,000\" cannot be read as one number"));
     EXPECT_THAT(import("Filter 1: ON PK Fc 20,000 Hz Gain 1.5 dB Q 4\n").Out, HasSubstr("PK 20000 Hz"));
     EXPECT_THAT(import("Filter 1: ON PK Fc 20,000 Hz Gain 1,5 dB Q 4\n").Out, HasSubstr("PK 20 Hz"));
+}
+
+TEST(Import, TakesNoNumberThatCouldBeTwo) {
+    const ToolDesk desk;
+    const std::string file = desk.Put("a.n91", FactoryPreset());
+    const auto errors = [&](const std::string& values) {
+        desk.Folder.WriteText("text.txt", "Filter 1: ON " + values + "\n");
+        const ToolRun run = ToolDesk::Run(
+            {"import", "rew", desk.File("text.txt"), file, "--channel", "in-a", "-o", desk.File("b.n91")});
+        EXPECT_FALSE(desk.Folder.Has("b.n91")) << values;
+        return run.Errors.substr(0, run.Errors.find('\n'));
+    };
+    const std::string begin = desk.File("text.txt") + ":1: refused: ";
+    for (const char* hz :
+         {"1,2,3", "12 50", "1 2500", "1250.5 5", "100 -5", "1.250,000.0", "1'2", "+-5", "."}) {
+        EXPECT_EQ(errors("PK Fc " + std::string(hz) + " Hz Gain 1.5 dB Q 1"),
+                  begin + "the frequency \"" + hz + "\" cannot be read as one number");
+    }
+    EXPECT_EQ(errors("PK Fc 100 Hz Gain 1 dB Q 4.12 3"), begin + "the Q \"4.12 3\" cannot be read as one number");
+    EXPECT_EQ(errors("PK Fc 100 Hz Fc 200 Hz Gain 1 dB Q 1"), begin + "the frequency stands there twice");
+    EXPECT_EQ(errors("PK Fc 100 Hz Gain 1 dB Gain 2 dB Q 1"), begin + "the gain stands there twice");
+    EXPECT_EQ(errors("PK Fc 100 Hz Gain 1 dB Q 1 BW Oct 2"), begin + "the bandwidth stands there twice");
+    EXPECT_EQ(errors("PK Fc 100 Hz Gain 1 dB BW 2"), begin + "the bandwidth cannot be read");
+    EXPECT_EQ(errors("PK 12 dB Fc 100 Hz Gain 1 dB Q 1"), begin + "there is a slope, where the Q says the same");
+    EXPECT_EQ(errors("PK 12 dB Fc 100 Hz Gain 1 dB"), begin + "there is neither Q nor bandwidth");
+    EXPECT_EQ(errors("LP 12 dB Fc 100 Hz"), begin + "there is a slope, where this kind takes none");
+    EXPECT_EQ(errors("HP Fc 100 Hz Gain 3 dB"), begin + "there is a gain, which this kind does not have");
+    EXPECT_EQ(errors("LS 6dB Fc 100 Hz Gain 3 dB Q 1"), begin + "there is a Q, which a first order does not have");
+}
+
+TEST(Import, ReadsALineOfAnyLengthInNoTime) {
+    const ToolDesk desk;
+    std::string line = "Filter 1: ON Modal Fc 100 Hz Gain 1 dB Q 1.41";
+    while (line.size() < 4'000'000) {
+        line += " T60 target 1 ms";
+    }
+    desk.Folder.WriteText("text.txt", line + "\n");
+    const std::string file = desk.Put("a.n91", FactoryPreset());
+    const auto before = std::chrono::steady_clock::now();
+    EXPECT_EQ(ToolDesk::Run({"import", "rew", desk.File("text.txt"), file, "--channel", "in-a", "-o", file}).Outcome,
+              0);
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(20)); // it took many minutes
+    desk.Folder.WriteText("text.txt", line + line + "\n");
+    EXPECT_THAT(ToolDesk::Run({"import", "rew", desk.File("text.txt"), file, "--channel", "in-a", "-o", file}).Errors,
+                HasSubstr("text.txt: longer than 4 MiB"));
+}
+
+TEST(Import, RefusesEachOfThousandsOfFiltersThatFindNoSection) {
+    const ToolDesk desk;
+    std::string text;
+    for (int n = 1; n <= 5000; ++n) {
+        text += "Filter " + std::to_string(n) + ": ON PK Fc " + std::to_string(20 + n) + " Hz Gain 1 dB Q 1.41\n";
+    }
+    desk.Folder.WriteText("text.txt", text);
+    const std::string file = desk.Put("a.n91", FactoryPreset());
+    const ToolRun run =
+        ToolDesk::Run({"import", "eqapo", desk.File("text.txt"), file, "--channel", "in-a", "-o", desk.File("b.n91")});
+    EXPECT_EQ(run.Outcome, 1);
+    EXPECT_EQ(std::ranges::count(run.Errors, '\n'), 4990);
+    EXPECT_EQ(std::ranges::count(run.Out, '\n'), 10 + 1);
+    EXPECT_THAT(run.Out, HasSubstr("Difference from what was asked for, the refused left out, 20 Hz to 20 kHz: "));
+}
+
+TEST(Import, SendsNothingToTheTerminalThatControlsIt) {
+    const ToolDesk desk;
+    desk.Folder.WriteText("text.txt", "Filter 1: ON PK Fc 100 Hz Gain 1 dB Q 1\nFilter 2: OFF \x1B[2J\x07 PK\n");
+    const std::string file = desk.Put("a.n91", FactoryPreset());
+    const ToolRun run = ToolDesk::Run({"import", "rew", desk.File("text.txt"), file, "--channel", "in-a", "-o", file});
+    EXPECT_THAT(run.Out, HasSubstr("text.txt:2: OFF, plays nothing: OFF ?[2J? PK\n"));
+}
+
+TEST(Import, WritesOverNothingThatItReads) {
+    const ToolDesk desk;
+    const std::string file = desk.Put("a.n91", FactoryPreset());
+    const std::string text = "Filter 1: ON PK Fc 100 Hz Gain 1 dB Q 1\n";
+    desk.Folder.WriteText("text.txt", text);
+    std::filesystem::create_symlink(desk.File("a.n91"), desk.File("link.n91"));
+    const auto refused = [&](const std::vector<std::string>& arguments, const std::string& name) {
+        const ToolRun run = ToolDesk::Run(arguments);
+        EXPECT_EQ(run.Outcome, 2);
+        EXPECT_EQ(run.Errors, "nrv718-preset: " + name + ": is what is read; give another name to write to.\n");
+    };
+    refused({"import", "rew", desk.File("text.txt"), file, "--channel", "in-a", "-o", desk.File("text.txt")},
+            desk.File("text.txt"));
+    refused({"export", "rew", file, "--channel", "in-a", "-o", desk.File("link.n91")}, desk.File("link.n91"));
+    refused({"curve", file, "--csv", file}, file);
+    refused({"curve", file, "--svg", file, "--csv", "-"}, file);
+    EXPECT_EQ(ToolDesk::Run({"curve", file, "--svg", "-", "--csv", "-"}).Outcome, 2);
+    EXPECT_EQ(desk.Folder.ReadText("text.txt"), text);
+    const model::PresetImageRow factory = FactoryPreset();
+    EXPECT_EQ(std::memcmp(desk.Folder.Read("a.n91").data(), &factory, sizeof factory), 0);
+}
+
+TEST(Export, ReplacesALongerFileWholeAndKeepsALink) {
+    const ToolDesk desk;
+    const std::string file = desk.Put("a.n91", FactoryPreset());
+    desk.Folder.WriteText("old.txt", std::string(5000, 'x'));
+    std::filesystem::create_symlink("old.txt", desk.File("link.txt"));
+    ASSERT_EQ(ToolDesk::Run({"export", "eqapo", file, "--channel", "in-a", "-o", desk.File("link.txt")}).Outcome, 0);
+    EXPECT_EQ(desk.Folder.ReadText("old.txt"), "# NRV-718, In A\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(desk.File("link.txt")));
+    const ToolRun full = ToolDesk::Run({"curve", file, "--csv", "/dev/full"});
+    EXPECT_EQ(full.Outcome, 2);
+    EXPECT_EQ(full.Errors, "nrv718-preset: /dev/full: could not be written: No space left on device.\n");
+    const ToolRun folder = ToolDesk::Run({"curve", file, "--csv", desk.Folder.Path().string()});
+    EXPECT_EQ(folder.Errors,
+              "nrv718-preset: " + desk.Folder.Path().string() + ": could not be written: it is a folder.\n");
 }
 
 TEST(Import, FitsBetterWhereTheFormulasDiffer) {

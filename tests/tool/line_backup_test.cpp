@@ -1,5 +1,6 @@
 #include "tool/line_world.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -115,8 +116,8 @@ TEST(Backup, GoesOnWhereItWasCutShort) {
     LineWorld world(PutThree);
     const std::string folder = world.Desk.File("kept");
     ASSERT_EQ(world.Run("backup", {world.Desk.File("whole")}).Outcome, 0);
-    // The opening and the first fetch; the second is the last but one.
-    world.DiesWithFrame = static_cast<long>(world.Line.Frames().size()) - 1;
+    // Each of the three is fetched twice; the second fetch of the second one is the last but two.
+    world.DieWith(static_cast<long>(world.Line.Frames().size()) - 2);
     const ToolRun cut = world.Run("backup", {folder});
     EXPECT_EQ(cut.Outcome, 3);
     EXPECT_EQ(cut.Errors,
@@ -126,7 +127,7 @@ TEST(Backup, GoesOnWhereItWasCutShort) {
     EXPECT_FALSE(world.Desk.Folder.Has("kept/position-4.n91"));
     EXPECT_EQ(world.Run("restore", {folder}).Outcome, 3); // it is dead
 
-    world.DiesWithFrame = 0;
+    world.With = {};
     world.Line.Revive({});
     const ToolRun early = world.Run("verify", {folder});
     EXPECT_EQ(early.Outcome, 2);
@@ -142,6 +143,79 @@ TEST(Backup, GoesOnWhereItWasCutShort) {
     }
 }
 
+TEST(Backup, HoldsNothingOfADisturbedAnswer) {
+    LineWorld world(PutThree);
+    const std::string whole = world.Desk.File("whole");
+    ASSERT_EQ(world.Run("backup", {whole}).Outcome, 0);
+    const auto frames = static_cast<long>(world.Line.Frames().size());
+    int complete = 0;
+    // One answer of each kind: label, live, page and positions, of either reading; byte 8 is the one that is wanted.
+    for (const long frame : {4L, 19L, 30L, 60L, frames / 2, frames - 5, frames - 4, frames}) {
+        world.With = {frame, [&] { world.Line.Order(simulator::Fault::Garble(LineWorld::Id, 1, 8, 0x41)); }};
+        const std::string folder = world.Desk.File("kept" + std::to_string(frame));
+        const ToolRun run = world.Run("backup", {folder});
+        if (run.Outcome != 0) {
+            EXPECT_EQ(run.Outcome, 3) << run.Errors;
+            continue;
+        }
+        ++complete;
+        for (const auto& file : std::filesystem::directory_iterator(whole)) {
+            const std::string name = file.path().filename().string();
+            EXPECT_EQ(world.Desk.Folder.Read("kept" + std::to_string(frame) + "/" + name),
+                      world.Desk.Folder.Read("whole/" + name))
+                << name << " by frame " << frame;
+        }
+    }
+    EXPECT_GE(complete, 6);
+}
+
+TEST(Backup, GivesALineUpThatIsAlwaysDisturbed) {
+    LineWorld world(PutThree);
+    int garbled = 0;
+    // Each answer to a fetch of a position holds another byte.
+    world.EachFrame = [&] {
+        const std::vector<simulator::Frame> frames = world.Line.Frames();
+        if (!frames.empty() && world.Desk.Folder.Has("kept/live.n91")) {
+            world.Line.Order(simulator::Fault::Garble(LineWorld::Id, 1, 8, static_cast<simulator::Byte>(++garbled)));
+        }
+    };
+    const ToolRun run = world.Run("backup", {world.Desk.File("kept")});
+    EXPECT_EQ(run.Outcome, 3);
+    EXPECT_EQ(run.Errors, "nrv718-preset: No two answers of ID:5 are alike: the line is disturbed, or two devices have "
+                          "this ID. The backup stands before position 1; start it again to go on.\n");
+}
+
+TEST(Backup, WritesOverNoPresetOfTheUser) {
+    LineWorld world(PutThree);
+    for (const char* name : {"live.n91", "position-8.n91"}) {
+        world.Desk.Folder.WriteText(name, "mine");
+        const ToolRun run = world.Run("backup", {world.Desk.Folder.Path().string()});
+        EXPECT_EQ(run.Outcome, 2);
+        EXPECT_EQ(run.Errors,
+                  "nrv718-preset: " + world.Desk.File(name) + ": is there and of no backup; give another folder.\n");
+        EXPECT_EQ(world.Desk.Folder.ReadText(name), "mine");
+        EXPECT_FALSE(world.Desk.Folder.Has("backup.json"));
+        std::filesystem::remove(world.Desk.File(name));
+    }
+}
+
+TEST(Backup, SaysWhereItStandsWhenItIsInterrupted) {
+    LineWorld world(PutThree);
+    ASSERT_EQ(world.Run("backup", {world.Desk.File("whole")}).Outcome, 0);
+    const auto frames = static_cast<long>(world.Line.Frames().size());
+    world.InterruptWith(frames - 2);
+    const ToolRun cut = world.Run("backup", {world.Desk.File("kept")});
+    EXPECT_EQ(cut.Outcome, 3);
+    EXPECT_EQ(cut.Errors,
+              "nrv718-preset: Interrupted. The backup stands before position 4; start it again to go on.\n");
+    EXPECT_LE(static_cast<long>(world.Line.Frames().size()), 2 * frames - 2);
+    // What it had is lost; the next one has it all the same.
+    std::filesystem::remove(world.Desk.File("kept/live.n91"));
+    world.With = {};
+    EXPECT_EQ(world.Run("backup", {world.Desk.File("kept")}).Outcome, 0);
+    EXPECT_EQ(world.Run("verify", {world.Desk.File("kept")}).Outcome, 0);
+}
+
 TEST(Backup, MixesNoTwoBackups) {
     LineWorld world(PutThree);
     const std::string folder = world.Desk.File("kept");
@@ -149,6 +223,12 @@ TEST(Backup, MixesNoTwoBackups) {
     const ToolRun second = world.Run("backup", {folder});
     EXPECT_EQ(second.Outcome, 2);
     EXPECT_THAT(second.Errors, HasSubstr("holds a complete backup"));
+    std::string record = world.Desk.Folder.ReadText("kept/backup.json");
+    record.replace(record.find("Speech"), 6, "\xE2\x82\xAC"); // a name of no device
+    world.Desk.Folder.WriteText("kept/backup.json", record);
+    EXPECT_EQ(world.Run("verify", {folder}).Errors, "nrv718-preset: " + folder +
+                                                        "/backup.json: cannot be read as part of a backup; give "
+                                                        "another folder.\n");
     world.Desk.Folder.WriteText("kept/backup.json", "{}");
     EXPECT_THAT(world.Run("verify", {folder}).Errors, HasSubstr("cannot be read as part of a backup"));
     EXPECT_THAT(world.Run("verify", {world.Desk.File("none")}).Errors, HasSubstr("holds no backup"));
@@ -160,13 +240,13 @@ TEST(Restore, GoesOnWhereItWasCutShort) {
     const Held before = HeldBy(world);
     ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
     Wipe(world);
-    world.DiesWithFrame = 850; // the opening, 450 for the first position, a part of the second
+    world.DieWith(850); // the opening, 450 for the first position, a part of the second
     const ToolRun cut = world.Run("restore", {folder});
     EXPECT_EQ(cut.Outcome, 3);
     EXPECT_THAT(cut.Errors, HasSubstr("The restore stands before position 4; start it again to go on.\n"));
     EXPECT_TRUE(world.Desk.Folder.Has("kept/restore.json"));
 
-    world.DiesWithFrame = 0;
+    world.With = {};
     world.Line.Revive({});
     world.Line.ClearFrames();
     const ToolRun again = world.Run("restore", {folder});
@@ -174,6 +254,79 @@ TEST(Restore, GoesOnWhereItWasCutShort) {
     EXPECT_THAT(again.Out, HasSubstr("position 1: stored already\nposition 4: \"Speech\" stored\n"));
     EXPECT_EQ(HeldBy(world), before);
     EXPECT_EQ(world.Run("verify", {folder}).Outcome, 0);
+}
+
+TEST(Restore, SaysWhereItStandsWhenItIsInterrupted) {
+    LineWorld world(PutThree);
+    const std::string folder = world.Desk.File("kept");
+    const Held before = HeldBy(world);
+    ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
+    Wipe(world);
+    world.Line.ClearFrames();
+    world.InterruptWith(850);
+    const ToolRun cut = world.Run("restore", {folder});
+    EXPECT_EQ(cut.Outcome, 3);
+    EXPECT_TRUE(cut.Errors.starts_with("nrv718-preset: Interrupted; the store stopped after ")) << cut.Errors;
+    EXPECT_TRUE(
+        cut.Errors.ends_with(" of 450 frames. The restore stands before position 4; start it again to go on.\n"))
+        << cut.Errors;
+    EXPECT_EQ(std::ranges::count(cut.Errors, '\n'), 1);
+    EXPECT_LE(world.Line.Frames().size(), 850U);
+    world.With = {};
+    EXPECT_THAT(world.Run("restore", {folder}).Out, HasSubstr("position 1: stored already\n"));
+    EXPECT_EQ(HeldBy(world), before);
+}
+
+TEST(Restore, StoresAgainWhatWasChangedSinceItWasCutShort) {
+    LineWorld world(PutThree);
+    const std::string folder = world.Desk.File("kept");
+    const Held before = HeldBy(world);
+    ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
+    world.InterruptWith(850);
+    ASSERT_EQ(world.Run("restore", {folder}).Outcome, 3);
+    for (const char* name : {"Later", "Hall \xE9\\"}) { // under another name, and under the same
+        world.WithDevice([&](simulator::Device& device) {
+            device.PutPreset(0, name, BodyOf(9));
+            return 0;
+        });
+        world.With = {};
+        EXPECT_THAT(world.Run("restore", {folder}).Out, HasSubstr("position 1: \"Hall \xC3\xA9\\\\\" stored\n"));
+        EXPECT_EQ(HeldBy(world), before);
+        world.InterruptWith(850);
+        ASSERT_EQ(world.Run("restore", {folder}).Outcome, 3);
+    }
+    world.Desk.Folder.WriteText("kept/restore.json", "[]");
+    EXPECT_EQ(world.Run("restore", {folder}).Errors, "nrv718-preset: " + folder +
+                                                         "/restore.json: cannot be read as part of a backup; remove "
+                                                         "it, and the restore begins anew.\n");
+}
+
+TEST(Restore, TellsThatTheBackupIsOfAnotherDevice) {
+    LineWorld world(PutThree);
+    ASSERT_EQ(world.Run("backup", {world.Desk.File("kept")}).Outcome, 0);
+    world.Line.WithRack([](simulator::Rack& rack) { rack.Add(6, "Main right"); });
+    const ToolRun other = world.RunAll({"line", "restore", "--port", "1", "--id", "6", world.Desk.File("kept")});
+    EXPECT_EQ(other.Outcome, 0) << other.Errors;
+    EXPECT_TRUE(other.Out.starts_with("The backup is of ID:5 \"Main left\".\n")) << other.Out;
+    EXPECT_THAT(world.Run("restore", {world.Desk.File("kept")}).Out, Not(HasSubstr("The backup is of")));
+}
+
+TEST(Restore, KeepsItsCountOnOneLineOfANarrowTerminal) {
+    LineWorld world(PutThree);
+    const std::string folder = world.Desk.File("kept");
+    ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
+    for (const int width : {20, 9, 2}) {
+        world.TerminalWidth = width;
+        const std::string errors = world.Run("write", {folder + "/live.n91"}).Errors;
+        EXPECT_GE(std::ranges::count(errors, '\r'), 150);
+        std::istringstream pieces(errors);
+        std::string left; // on the line when all is over
+        for (std::string piece; std::getline(pieces, piece, '\r');) {
+            EXPECT_LT(piece.size(), static_cast<std::size_t>(width));
+            left = piece + left.substr(std::min(piece.size(), left.size()));
+        }
+        EXPECT_EQ(left.find_first_not_of(' '), std::string::npos) << left;
+    }
 }
 
 TEST(Restore, CountsItsFramesOnATerminal) {

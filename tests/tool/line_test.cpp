@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <set>
 
 namespace nrv::testing {
 namespace {
@@ -190,6 +189,64 @@ TEST(ToolOnTheLine, ShowsTheMeters) {
     EXPECT_THAT(world.Run("watch", {"--count", "1", "--bars"}).Out, HasSubstr("######  #.....  ......  "));
 }
 
+TEST(ToolOnTheLine, ShowsTheMetersInPlaceWhereTheyFit) {
+    LineWorld world([](simulator::Device& device) { device.SetLevels(simulator::Levels{6, 1, 0, 0, 0, 0, 0, 3}); });
+    // Eight columns of eight, of which the last takes six, and one that stays free.
+    for (const int width : {62, 63}) {
+        world.TerminalWidth = width;
+        const std::string out = world.Run("watch", {"--count", "3", "--interval", "1", "--bars"}).Out;
+        EXPECT_EQ(std::ranges::count(out, '\r'), width == 62 ? 0 : 2);
+        EXPECT_EQ(std::ranges::count(out, '\n'), width == 62 ? 4 : 2);
+        EXPECT_TRUE(out.ends_with('\n'));
+    }
+}
+
+TEST(ToolOnTheLine, EndsWhenItIsInterrupted) {
+    LineWorld world(PutThree);
+    world.InterruptWith(3);
+    const ToolRun list = world.RunAll({"line", "list", "--port", "1"});
+    EXPECT_EQ(list.Outcome, 3);
+    EXPECT_EQ(list.Errors, "nrv718-preset: Interrupted.\n");
+    EXPECT_LE(world.Line.Frames().size(), 3U);
+
+    world.InterruptWith(250);
+    const ToolRun write = world.Run("write", {world.Desk.Put("a.n91", RandomPreset(5))});
+    EXPECT_EQ(write.Outcome, 3);
+    EXPECT_THAT(write.Errors, ::testing::MatchesRegex("nrv718-preset: Interrupted; the load stopped after [0-9]+ of "
+                                                      "[0-9]+ frames\\.\n"));
+    EXPECT_LE(world.Line.Frames().size(), 253U);
+
+    world.Line.ClearFrames();
+    world.InterruptWith(400);
+    world.TerminalWidth = 80;
+    const ToolRun watch = world.Run("watch", {"--interval", "1"});
+    EXPECT_EQ(watch.Outcome, 0);
+    EXPECT_EQ(watch.Errors, "");
+    EXPECT_TRUE(watch.Out.ends_with('\n'));
+    EXPECT_LE(world.Line.Frames().size(), 400U);
+}
+
+TEST(ToolOnTheLine, TellsALineThatIsPulled) {
+    LineWorld world(PutThree);
+    world.With = {250, [&] { world.Line.Unplug(); }};
+    const ToolRun run = world.Run("write", {world.Desk.Put("a.n91", RandomPreset(5))});
+    EXPECT_EQ(run.Outcome, 3);
+    EXPECT_THAT(run.Errors, HasSubstr("went away; the load stopped after "));
+    EXPECT_EQ(std::ranges::count(run.Errors, '\n'), 1);
+}
+
+TEST(ToolOnTheLine, LeavesNoFolderBehind) {
+    LineWorld world(PutThree);
+    setenv("TMPDIR", world.Desk.Folder.Path().c_str(), 1);
+    const std::size_t before = world.Desk.Folder.Entries();
+    world.Run("write", {world.Desk.File("none.n91")});
+    world.RunAll({"line", "list", "--port", "2"});
+    world.InterruptWith(100);
+    world.Run("watch");
+    unsetenv("TMPDIR");
+    EXPECT_EQ(world.Desk.Folder.Entries(), before);
+}
+
 TEST(ToolOnTheLine, TellsALineOrADeviceThatIsNotThere) {
     LineWorld world;
     const ToolRun no_device = world.RunAll({"line", "read", "--port", "1", "--id", "6", world.Desk.File("a.n91")});
@@ -199,13 +256,18 @@ TEST(ToolOnTheLine, TellsALineOrADeviceThatIsNotThere) {
     const ToolRun no_port = world.RunAll({"line", "list", "--port", "COM 2"});
     EXPECT_EQ(no_port.Outcome, 3);
     EXPECT_THAT(no_port.Errors, HasSubstr("COM 2"));
-    EXPECT_EQ(world.RunAll({"line", "read", "--port", "1", "--id", "40", "x"}).Outcome, 2);
+    for (const char* id : {"40", "33", "-1", "5x", ""}) {
+        EXPECT_EQ(world.RunAll({"line", "list", "--port", "1", "--id", id}).Outcome, 2) << id;
+    }
+    EXPECT_EQ(world.RunAll({"line", "list", "--port", ""}).Errors, "nrv718-preset: No serial port is chosen.\n");
+    EXPECT_EQ(world.RunAll({"line", "list", "--port", "COM 0"}).Errors, "nrv718-preset: No serial port is chosen.\n");
+    EXPECT_EQ(world.RunAll({"line", "list", "--port", "100"}).Errors, "nrv718-preset: There is no COM 100.\n");
     EXPECT_EQ(ToolDesk::Run({"line", "list", "--port", "1"}).Outcome, 2);
 }
 
 TEST(ToolOnTheLine, TellsADeviceThatDiesUnderAWrite) {
     LineWorld world(PutThree);
-    world.DiesWithFrame = 250;
+    world.DieWith(250);
     const ToolRun run = world.Run("write", {world.Desk.Put("a.n91", RandomPreset(5))});
     EXPECT_EQ(run.Outcome, 3);
     EXPECT_THAT(run.Errors, HasSubstr("nrv718-preset: ID:5 does not answer; the load stopped after "));

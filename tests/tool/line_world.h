@@ -50,10 +50,25 @@ class LineWorld : public tool::LineSource {
 
     ToolDesk Desk;
     simulator::Line Line;
-    /// The device dies with this frame from the next opening of the line on; 0: it lives.
-    long DiesWithFrame = 0;
-    long InterruptedByFrame = 0; ///< as a signal would; 0: never
-    int TerminalWidth = 0;       ///< of the terminal that the tool writes to
+    /// Runs before this frame of the next openings of the line goes out; 0: never.
+    struct {
+        long Frame = 0;
+        std::function<void()> Run;
+    } With;
+    std::function<void()> EachFrame; ///< runs before every frame
+    int TerminalWidth = 0;           ///< of the terminal that the tool writes to
+
+    /// A device that dies is given up in moments.
+    void DieWith(long frame) {
+        With = {frame, [this] {
+                    Line.Order(simulator::Fault::Die(Id));
+                    clock_.Run(40.0);
+                }};
+    }
+    /// As a signal does.
+    void InterruptWith(long frame) {
+        With = {frame, [this] { interrupted_ = true; }};
+    }
 
     tool::LinePorts Open(const std::string&) override {
         port_ = std::make_unique<ui::QtSerialPort>(names_);
@@ -62,11 +77,11 @@ class LineWorld : public tool::LineSource {
         process_ = std::make_unique<ui::QtProcess>(*counting_);
         clock_.Run(1.0);
         counting_->FrameGoesOut = [this, frames = 0L]() mutable {
-            ++frames;
-            interrupted_ = interrupted_ || frames == InterruptedByFrame;
-            if (frames == DiesWithFrame) {
-                Line.Order(simulator::Fault::Die(Id));
-                clock_.Run(40.0);
+            if (EachFrame) {
+                EachFrame();
+            }
+            if (++frames == With.Frame) {
+                With.Run();
             }
         };
         return {*counting_, clock_, *process_, interrupted_};
@@ -83,6 +98,17 @@ class LineWorld : public tool::LineSource {
         std::ostringstream errors;
         const int outcome = tool::Run(std::move(arguments), {out, errors, TerminalWidth}, this);
         return {outcome, out.str(), errors.str()};
+    }
+    /// What a command writes to a terminal as wide as `TerminalWidth`; up to a frame, if one is given.
+    std::string RunOnTerminal(std::vector<std::string> arguments, long until_frame = 0) {
+        std::ostringstream terminal;
+        std::string until;
+        if (until_frame != 0) {
+            With = {until_frame, [&] { until = terminal.str(); }};
+        }
+        tool::Run(std::move(arguments), {terminal, terminal, TerminalWidth}, this);
+        With = {};
+        return until_frame != 0 ? until : terminal.str();
     }
     template <class Work>
     auto WithDevice(Work work) {

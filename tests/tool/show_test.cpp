@@ -36,6 +36,13 @@ TEST(Show, OneChannelAlone) {
                             "Out 4, Out 5, Out 6.\n");
 }
 
+TEST(Show, AnEmptyChannelIsNone) {
+    const ToolDesk desk;
+    const std::string file = desk.Put("a.n91", FactoryPreset());
+    EXPECT_EQ(ToolDesk::Run({"show", file, "--channel", ""}).Outcome, 2);
+    EXPECT_EQ(ToolDesk::Run({"curve", file, "--channel", "", "--csv", "-"}).Outcome, 2);
+}
+
 TEST(Show, KeysAndJsonTellTheSameValues) {
     const ToolDesk desk;
     model::PresetImageRow image = FactoryPreset();

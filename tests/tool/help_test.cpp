@@ -1,0 +1,140 @@
+#include "tool/tool_desk.h"
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <regex>
+#include <set>
+
+namespace nrv::testing {
+namespace {
+
+using Words = std::vector<std::string>;
+using Options = std::set<std::string>;
+
+const std::vector<Words> Commands{{"show"},           {"diff"},          {"check"},          {"set"},
+                                  {"curve"},          {"import"},        {"export"},         {"line", "list"},
+                                  {"line", "read"},   {"line", "write"}, {"line", "backup"}, {"line", "restore"},
+                                  {"line", "verify"}, {"line", "watch"}};
+
+Options LongOptionsIn(const std::string& text) {
+    static const std::regex option("--[a-z]+");
+    Options found(std::sregex_token_iterator(text.begin(), text.end(), option), std::sregex_token_iterator());
+    found.erase("--help");
+    return found;
+}
+
+std::string HelpOf(Words command) {
+    command.emplace_back("--help");
+    const ToolRun run = ToolDesk::Run(command);
+    EXPECT_EQ(run.Outcome, 0);
+    EXPECT_EQ(run.Errors, "");
+    return run.Out;
+}
+
+/// The synopsis of the man page, a line for each command with its marks taken out.
+std::vector<std::string> Synopsis() {
+    std::ifstream stream(NRV718_PRESET_MAN_PAGE);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);) {
+        if (line.starts_with("\\fBnrv718-preset ")) {
+            line = std::regex_replace(line, std::regex(R"(\\f[BIR])"), "");
+            lines.push_back(std::regex_replace(line, std::regex(R"(\\-)"), "-"));
+        }
+    }
+    return lines;
+}
+
+/// The line of the synopsis in which each word of a command stands in its place, alone or as one of several.
+std::string SynopsisOf(const Words& command) {
+    std::string pattern = "nrv718-preset";
+    for (const std::string& word : command) {
+        pattern += " ([a-z]+[|])*" + word + "([|][a-z]+)*";
+    }
+    for (const std::string& line : Synopsis()) {
+        if (std::regex_search(line, std::regex("^" + pattern + "( |$)"))) {
+            return line;
+        }
+    }
+    return {};
+}
+
+/// What bash offers behind the words of a command line.
+std::string Offered(const Words& words) {
+    std::string line = "COMP_WORDS=(nrv718-preset";
+    for (const std::string& word : words) {
+        line += " '" + word + "'";
+    }
+    const std::string script = "source '" NRV718_PRESET_COMPLETION "'; " + line +
+                               "); COMP_CWORD=" + std::to_string(words.size()) + "; _nrv718_preset 2>/dev/null; " +
+                               R"(printf '%s\n' "${COMPREPLY[@]}")";
+    std::FILE* const bash = popen(("bash -c \"$(cat <<'END'\n" + script + "\nEND\n)\"").c_str(), "r");
+    std::string offered;
+    std::array<char, 4096> part{};
+    while (std::fgets(part.data(), part.size(), bash) != nullptr) {
+        offered += part.data();
+    }
+    pclose(bash);
+    return offered;
+}
+
+TEST(Help, ManPageAndCompletionKnowTheSameOptions) {
+    for (const Words& command : Commands) {
+        const Options options = LongOptionsIn(HelpOf(command));
+        const std::string synopsis = SynopsisOf(command);
+        Options in_synopsis = LongOptionsIn(synopsis);
+        if (synopsis.find("-o ") != std::string::npos) {
+            in_synopsis.insert("--output");
+        }
+        EXPECT_EQ(in_synopsis, options) << synopsis;
+        Words typed = command;
+        if (command.front() == "import" || command.front() == "export") {
+            typed.emplace_back("rew");
+        }
+        typed.emplace_back("--");
+        EXPECT_EQ(LongOptionsIn(Offered(typed)), options) << command.front() << " " << command.back();
+    }
+}
+
+TEST(Help, ManPageAndCompletionKnowEveryCommand) {
+    Words first{"line"};
+    Words below;
+    for (const Words& command : Commands) {
+        (command.size() == 1 ? first : below).push_back(command.back());
+    }
+    const auto offered = [](const Words& words) {
+        std::istringstream lines(Offered(words));
+        Words found;
+        for (std::string line; std::getline(lines, line);) {
+            found.push_back(line);
+        }
+        return found;
+    };
+    first.emplace_back("--help");
+    EXPECT_THAT(offered({""}), ::testing::UnorderedElementsAreArray(first));
+    EXPECT_THAT(offered({"line", ""}), ::testing::UnorderedElementsAreArray(below));
+    EXPECT_EQ(offered({"show", "a.n91", "--channel", "In"}), (Words{"In A", "In B"}));
+    std::size_t in_synopsis = 0;
+    for (const std::string& line : Synopsis()) {
+        in_synopsis += line.find("backup|verify") != std::string::npos ? 2U : 1U;
+    }
+    EXPECT_EQ(in_synopsis, Commands.size());
+}
+
+TEST(Help, TellsWhatEachCommandIsFor) {
+    const std::string all = HelpOf({});
+    for (const Words& command : Commands) {
+        const std::string help = HelpOf(command);
+        const std::string purpose = help.substr(0, help.find('\n'));
+        EXPECT_GT(purpose.size(), 15U);
+        EXPECT_THAT(command.size() == 1 ? all : HelpOf({"line"}), ::testing::HasSubstr(purpose));
+        for (std::size_t from = 0; from < help.size(); from = help.find('\n', from) + 1) {
+            EXPECT_LE(help.find('\n', from) - from, 100U) << help.substr(from, 110);
+        }
+    }
+}
+
+} // namespace
+} // namespace nrv::testing
