@@ -10,6 +10,7 @@
 #include "tool/preset_file.h"
 #include "tool/set.h"
 #include "tool/show.h"
+#include "tool/text.h"
 #include "tool/text_file.h"
 #include "tool/trouble.h"
 
@@ -19,12 +20,34 @@
 #include <map>
 #include <memory>
 #include <ostream>
+#include <span>
 
 namespace nrv::tool {
 namespace {
 
 std::optional<int> ChannelOrAll(const std::optional<std::string>& typed) {
     return typed ? std::optional(ChannelFromTyped(*typed)) : std::nullopt;
+}
+
+/// An option that is one of a few words.
+template <class Value>
+CLI::Option* AddChoice(CLI::App& command, const char* name, Value& value, const char* what,
+                       const std::map<std::string, Value>& words) {
+    const std::string given_name = name;
+    return command.add_option_function<std::string>(
+        name,
+        [words, given_name, &value](const std::string& given) {
+            const auto known = words.find(Small(given));
+            if (known == words.end()) {
+                std::vector<std::string> allowed;
+                for (const auto& [word, ignored] : words) {
+                    allowed.push_back(word);
+                }
+                throw CLI::ValidationError(given_name, "\"" + given + "\" is none; give " + Joined(allowed, " or "));
+            }
+            value = known->second;
+        },
+        what);
 }
 
 void AddShow(CLI::App& app, Console& console) {
@@ -116,9 +139,8 @@ void AddCurve(CLI::App& app, Console& console) {
     CLI::App* const command = app.add_subcommand("curve", "The frequency response as the program draws it");
     command->add_option("FILE", given->File, "Preset")->required();
     command->add_option("--channel", given->Channel, "This channel alone, such as \"Out 2\"");
-    command->add_option("--add", given->Added, "Adds an input to the outputs: in-a or in-b")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, AddedInput>{{"in-a", AddedInput::InA}, {"in-b", AddedInput::InB}}));
+    AddChoice<AddedInput>(*command, "--add", given->Added, "Adds an input to the outputs: in-a or in-b",
+                          {{"in-a", AddedInput::InA}, {"in-b", AddedInput::InB}});
     CLI::Option_group* const targets = command->add_option_group("targets");
     targets->add_option("--csv", given->Csv, "Writes a table there, - for the standard output");
     targets->add_option("--svg", given->Svg, "Writes a drawing there, - for the standard output");
@@ -143,9 +165,10 @@ void AddCurve(CLI::App& app, Console& console) {
     });
 }
 
-CLI::CheckedTransformer FormatNames() {
-    return CLI::CheckedTransformer(
-        std::map<std::string, FilterFormat>{{"rew", FilterFormat::Rew}, {"eqapo", FilterFormat::EqApo}});
+void AddFormat(CLI::App& command, FilterFormat& format) {
+    AddChoice<FilterFormat>(command, "FORMAT", format, "rew or eqapo",
+                            {{"rew", FilterFormat::Rew}, {"eqapo", FilterFormat::EqApo}})
+        ->required();
 }
 
 void AddImport(CLI::App& app, Console& console) {
@@ -157,7 +180,7 @@ void AddImport(CLI::App& app, Console& console) {
     };
     const auto given = std::make_shared<Arguments>();
     CLI::App* const command = app.add_subcommand("import", "Puts the filters of another program's text into a channel");
-    command->add_option("FORMAT", given->What.Format, "rew or eqapo")->required()->transform(FormatNames());
+    AddFormat(*command, given->What.Format);
     command->add_option("TEXT", given->What.Text, "Text of filters")->required();
     command->add_option("FILE", given->File, "Preset")->required();
     command->add_option("--channel", given->Channel, "Such as \"In A\"")->required();
@@ -184,7 +207,7 @@ void AddExport(CLI::App& app, Console& console) {
     };
     const auto given = std::make_shared<Arguments>();
     CLI::App* const command = app.add_subcommand("export", "Writes the filters of a channel as another program's text");
-    command->add_option("FORMAT", given->Format, "rew or eqapo")->required()->transform(FormatNames());
+    AddFormat(*command, given->Format);
     command->add_option("FILE", given->File, "Preset")->required();
     command->add_option("--channel", given->Channel, "Such as \"In A\"")->required();
     command->add_option("-o,--output", given->Into, "Where the text is written; the standard output if not given");
@@ -211,9 +234,28 @@ std::string OneLine(std::string text) {
 /// Of the innermost command that was given.
 std::string HelpOf(const CLI::App& app) {
     // A group of options is a command without a name.
-    const std::vector<const CLI::App*> given = app.get_subcommands(
-        [](const CLI::App* command) { return command->parsed() && !command->get_name().empty(); });
+    const std::vector<const CLI::App*> given =
+        app.get_subcommands([](const CLI::App* command) { return command->parsed() && !command->get_name().empty(); });
     return given.empty() ? app.help() : HelpOf(*given.front());
+}
+
+/// Throws Trouble for a word that stands where a command does and is none, or for none.
+void RequireCommand(const CLI::App& app, std::span<const std::string> arguments) {
+    const std::vector<const CLI::App*> commands =
+        app.get_subcommands([](const CLI::App* command) { return !command->get_name().empty(); });
+    if (commands.empty() || (!arguments.empty() && arguments.front().starts_with('-'))) {
+        return;
+    }
+    std::vector<std::string> names;
+    for (const CLI::App* const command : commands) {
+        names.push_back(command->get_name());
+        if (!arguments.empty() && command->get_name() == arguments.front()) {
+            RequireCommand(*command, arguments.subspan(1));
+            return;
+        }
+    }
+    throw Trouble((arguments.empty() ? "There is no command" : "\"" + arguments.front() + "\" is no command") +
+                  std::string("; give ") + Joined(names, ", ") + " (--help tells how).");
 }
 
 int Tell(Console& console, const std::string& what, Outcome outcome) {
@@ -237,6 +279,7 @@ int Run(std::vector<std::string> arguments, const LineConsole& streams, LineSour
     AddExport(app, console);
     AddLine(app, console);
     try {
+        RequireCommand(app, arguments);
         std::ranges::reverse(arguments); // as the parser takes them
         app.parse(std::move(arguments));
         return static_cast<int>(console.Command());

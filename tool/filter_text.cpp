@@ -118,7 +118,7 @@ Values TakeValues(LineReader& line) {
             PutOnce(values.Slope, line.Number("the slope", 0.0, 99.0), "the slope");
             line.Take("db");
         } else {
-            throw Refusal{"\"" + word + "\" is not understood"};
+            throw Refusal{"\"" + Begin(word) + "\" is not understood"};
         }
     }
     return values;
@@ -183,14 +183,14 @@ void ReadFilter(const std::string& rest, DecimalMark mark, int number, FilterTex
             return;
         }
         if (!on) {
-            text.Told.push_back({number, "OFF, plays nothing: " + model::TrimBlanks(rest)});
+            text.Told.push_back({number, "OFF, plays nothing: " + Begin(model::TrimBlanks(rest))});
             return;
         }
         const std::string word = line.NextWord();
         const auto* const kind =
             std::ranges::find_if(Kinds, [&line](const KindWords& known) { return line.Take(known.Words); });
         if (kind == Kinds.end()) {
-            throw Refusal{"\"" + word + "\" is no kind of filter that is known here"};
+            throw Refusal{"\"" + Begin(word) + "\" is no kind of filter that is known here"};
         }
         if (!kind->Kind) {
             throw Refusal{"the device has no filter of the kind " + std::string(kind->Words)};
@@ -229,15 +229,15 @@ void ReadCommand(const std::string& line, int number, std::string& channel, Filt
     const std::string value = colon == std::string::npos ? "" : model::TrimBlanks(line.substr(colon + 1));
     const std::string small = Small(name);
     if (colon == std::string::npos) {
-        text.Refused.push_back({number, "no command: " + name});
+        text.Refused.push_back({number, "no command: " + Begin(name)});
     } else if (small == "preamp") {
-        text.Told.push_back({number, "no filter: Preamp " + value + "; \"set\" gives the channel a gain"});
+        text.Told.push_back({number, "no filter: Preamp " + Begin(value) + "; \"set\" gives the channel a gain"});
     } else if (small == "delay") {
-        text.Told.push_back({number, "no filter: Delay " + value + "; \"set\" gives the channel a delay"});
+        text.Told.push_back({number, "no filter: Delay " + Begin(value) + "; \"set\" gives the channel a delay"});
     } else if (small == "channel") {
         channel = value;
     } else {
-        text.Refused.push_back({number, "the device has no place for \"" + name + "\""});
+        text.Refused.push_back({number, "the device has no place for \"" + Begin(name) + "\""});
     }
 }
 
@@ -258,7 +258,7 @@ FilterText ReadFilters(FilterFormat format, std::string_view bytes) {
         const std::string trimmed = model::TrimBlanks(line);
         const std::optional<std::string> filter = BehindFilter(line, format == FilterFormat::Rew);
         if (filter && !text.Filters.empty() && channel != first_channel) {
-            text.Refused.push_back({number, "for channel " + channel +
+            text.Refused.push_back({number, "for channel " + Begin(channel) +
                                                 ", and the filters before it are for another; "
                                                 "import each from a text of its own"});
         } else if (filter) {

@@ -61,8 +61,13 @@ Outcome ImportFilters(const Import& import, model::PresetImageRow& image, std::o
     const Placing placing = Place(text, import.Channel, changed);
     TellLines(placing.Refused, import.Text, "refused: ", errors);
     if (placing.Filters.empty()) {
+        if (placing.Refused.empty()) {
+            throw Trouble(import.Text +
+                          ": holds no filter that plays, which is a line such as \"Filter 1: ON PK Fc 100 Hz "
+                          "Gain 3 dB Q 1\"; the preset is not written.");
+        }
         throw Trouble(import.Text + ": holds no filter that the device can play; the preset is not written.",
-                      placing.Refused.empty() ? Outcome::Refused : Outcome::Differs);
+                      Outcome::Differs);
     }
     const response::Curve asked = AskedCurve(placing);
     const auto difference = [&] {

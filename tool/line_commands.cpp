@@ -90,7 +90,8 @@ CLI::App* AddDeviceCommand(CLI::App& line, Console& console, const char* name, c
     }
     if (named == "watch") {
         command->add_flag("--bars", given->Watch.Bars, "Bars in place of numbers");
-        command->add_option("--count", given->Watch.Rounds, "Ends after so many rounds")->check(CLI::PositiveNumber);
+        command->add_option("--count", given->Watch.Rounds, "Ends after so many rounds")
+            ->check(CLI::Range(1, 1000000000));
         command->add_option("--interval", given->Watch.Milliseconds, "Milliseconds between two rounds")
             ->check(CLI::Range(0, 60000));
     }

@@ -51,8 +51,7 @@ class LineReader {
         const std::string text = model::TrimBlanks(rest_.substr(0, end));
         const std::optional<double> number = NumberFrom(text, mark_, lowest, highest);
         if (!number) {
-            throw Refusal{what + " \"" + (text.empty() ? std::string(NextWord()) : text) +
-                          "\" cannot be read as one number"};
+            throw Refusal{what + " \"" + Begin(text.empty() ? NextWord() : text) + "\" cannot be read as one number"};
         }
         rest_.remove_prefix(end);
         return *number;

@@ -85,7 +85,11 @@ class Setter {
         if (name.size() >= 2 && name.starts_with('"') && name.ends_with('"')) {
             name = name.substr(1, name.size() - 2);
         }
-        name = Typed(name);
+        try {
+            name = Typed(name);
+        } catch (const Trouble& trouble) {
+            throw Trouble(field_.Key + "=" + trouble.what());
+        }
         if (name.size() > ChannelNameLength) {
             Refuse("a name has " + std::to_string(ChannelNameLength) + " characters at most");
         }
@@ -251,7 +255,7 @@ void Set(model::PresetImageRow& image, const std::vector<std::string>& assignmen
     const std::vector<KeyedField>& fields = AllFields();
     for (const std::string& assignment : assignments) {
         const std::size_t equals = assignment.find('=');
-        if (equals == std::string::npos) {
+        if (equals == std::string::npos || equals == 0) {
             throw Trouble("\"" + assignment + "\": a value is set as KEY=VALUE, such as out2.peq3.gain=-3.");
         }
         const std::string key = KeyFromTyped(model::TrimBlanks(assignment.substr(0, equals)));

@@ -89,6 +89,11 @@ std::string Small(std::string_view text) {
     return small;
 }
 
+std::string Begin(std::string_view text) {
+    constexpr std::size_t longest = 80;
+    return text.size() <= longest ? std::string(text) : std::string(text.substr(0, longest)) + "...";
+}
+
 std::vector<std::string> Split(std::string_view text, std::string_view by) {
     std::vector<std::string> parts;
     std::size_t from = 0;

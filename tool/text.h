@@ -21,6 +21,9 @@ std::string Typed(std::string_view utf8);
 /// In small letters; of ASCII alone.
 std::string Small(std::string_view text);
 
+/// The begin of a text that could be of any length, for a message.
+std::string Begin(std::string_view text);
+
 std::vector<std::string> Split(std::string_view text, std::string_view by);
 
 /// Joined by a separator.

@@ -99,7 +99,7 @@ class Documentation : public ::testing::Test {
     std::filesystem::path before_ = std::filesystem::current_path();
 };
 
-constexpr std::size_t PictureWidth = 104;
+constexpr std::size_t PictureWidth = 132;
 
 TEST_F(Documentation, ItsExamplesAndPicturesAreWhatTheToolDoes) {
     std::size_t commands = 0;
@@ -123,8 +123,7 @@ TEST_F(Documentation, ItsExamplesAndPicturesAreWhatTheToolDoes) {
         } else {
             EXPECT_EQ(told, Joined(expected)) << example.Command;
         }
-        if (commands > 1 && session.find("$ nrv718-preset diff") == std::string::npos &&
-            words.back() != "--keys") {
+        if (commands > 1 && session.find("$ nrv718-preset diff") == std::string::npos && words.back() != "--keys") {
             session += "$ " + example.Command + "\n" + told;
         }
     }
@@ -137,7 +136,7 @@ TEST_F(Documentation, ItsExamplesAndPicturesAreWhatTheToolDoes) {
     const std::string typed = "$ nrv718-preset line restore --port 1 --id 5 main-left\n";
     World.InterruptWith(800);
     std::string terminal = typed + World.RunOnTerminal(restore);
-    terminal += typed + World.RunOnTerminal(restore, 600);
+    terminal += typed + World.RunOnTerminal(restore, 420);
     ExpectPicture("preset-restore.svg", TerminalPicture(terminal, PictureWidth));
     ExpectPicture("preset-watch.svg",
                   TerminalPicture("$ nrv718-preset line watch --port 1 --id 5 --bars --count 2\n" +

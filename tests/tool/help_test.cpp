@@ -123,6 +123,45 @@ TEST(Help, ManPageAndCompletionKnowEveryCommand) {
     EXPECT_EQ(in_synopsis, Commands.size());
 }
 
+TEST(Help, WrongUseIsToldInOneLineWithWhatMayStandThere) {
+    const ToolDesk desk;
+    const std::string file = desk.Put("a.n91", FactoryPreset());
+    const auto told = [](const Words& arguments) {
+        const ToolRun run = ToolDesk::Run(arguments);
+        EXPECT_EQ(run.Outcome, 2);
+        EXPECT_EQ(run.Out, "");
+        return run.Errors;
+    };
+    const std::string all = "; give show, diff, check, set, curve, import, export, line (--help tells how).\n";
+    const std::string of_line = "; give list, read, write, backup, restore, verify, watch (--help tells how).\n";
+    EXPECT_EQ(told({}), "nrv718-preset: There is no command" + all);
+    EXPECT_EQ(told({"sing"}), "nrv718-preset: \"sing\" is no command" + all);
+    EXPECT_EQ(told({""}), "nrv718-preset: \"\" is no command" + all);
+    EXPECT_EQ(told({"line"}), "nrv718-preset: There is no command" + of_line);
+    EXPECT_EQ(told({"line", "sing", "--port", "1"}), "nrv718-preset: \"sing\" is no command" + of_line);
+    EXPECT_EQ(told({"export", "wav", file, "--channel", "in-a"}),
+              "nrv718-preset: FORMAT: \"wav\" is none; give eqapo or rew (--help tells how)\n");
+    EXPECT_EQ(told({"export", "0", file, "--channel", "in-a"}),
+              "nrv718-preset: FORMAT: \"0\" is none; give eqapo or rew (--help tells how)\n");
+    EXPECT_EQ(told({"curve", file, "--add", "in-c", "--csv", "-"}),
+              "nrv718-preset: --add: \"in-c\" is none; give in-a or in-b (--help tells how)\n");
+    EXPECT_EQ(told({"line", "watch", "--port", "1", "--id", "5", "--count", "0"}),
+              "nrv718-preset: --count: Value 0 not in range 1 to 1000000000 (--help tells how)\n");
+    EXPECT_EQ(told({"set", file, "=3", "-o", file}),
+              "nrv718-preset: \"=3\": a value is set as KEY=VALUE, such as out2.peq3.gain=-3.\n");
+    EXPECT_EQ(told({"set", file, "out1.name=\xE2\x82\xAC", "-o", file}),
+              "nrv718-preset: out1.name=\"\xE2\x82\xAC\": a character that the device does not have; use those of "
+              "Latin-1.\n");
+    desk.Folder.WriteText("text.txt", std::string(5000, 'x') + "\n");
+    const std::string long_word = told({"import", "rew", desk.File("text.txt"), file, "--channel", "in-a", "-o", file});
+    EXPECT_THAT(long_word,
+                ::testing::HasSubstr("holds no filter that plays, which is a line such as \"Filter 1: ON PK"));
+    const ToolRun commands =
+        ToolDesk::Run({"import", "eqapo", desk.File("text.txt"), file, "--channel", "in-a", "-o", file});
+    EXPECT_EQ(commands.Errors.substr(0, commands.Errors.find('\n')),
+              desk.File("text.txt") + ":1: refused: no command: " + std::string(80, 'x') + "...");
+}
+
 TEST(Help, TellsWhatEachCommandIsFor) {
     const std::string all = HelpOf({});
     for (const Words& command : Commands) {

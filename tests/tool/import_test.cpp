@@ -214,8 +214,7 @@ TEST(Import, TakesNoNumberThatCouldBeTwo) {
         return run.Errors.substr(0, run.Errors.find('\n'));
     };
     const std::string begin = desk.File("text.txt") + ":1: refused: ";
-    for (const char* hz :
-         {"1,2,3", "12 50", "1 2500", "1250.5 5", "100 -5", "1.250,000.0", "1'2", "+-5", "."}) {
+    for (const char* hz : {"1,2,3", "12 50", "1 2500", "1250.5 5", "100 -5", "1.250,000.0", "1'2", "+-5", "."}) {
         EXPECT_EQ(errors("PK Fc " + std::string(hz) + " Hz Gain 1.5 dB Q 1"),
                   begin + "the frequency \"" + hz + "\" cannot be read as one number");
     }

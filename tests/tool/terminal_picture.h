@@ -33,7 +33,8 @@ inline std::vector<std::string> OnTerminal(const std::string& written, std::size
     return lines;
 }
 
-/// A drawing of that terminal, with the cursor behind a last line that has not ended. What stands behind "$ " was typed.
+/// A drawing of that terminal, with the cursor behind a last line that has not ended. What stands behind "$ " was
+/// typed.
 inline std::string TerminalPicture(const std::string& written, std::size_t width) {
     constexpr int character = 8;
     constexpr int line_height = 18;
@@ -54,11 +55,13 @@ inline std::string TerminalPicture(const std::string& written, std::size_t width
     bool typed = false;
     for (const std::string& line : lines) {
         // A command that is longer than the terminal is wide goes on in the next line.
-        typed = line.starts_with("$ ") || (typed && row > 0 && lines[static_cast<std::size_t>(row) - 1].size() == width);
+        typed =
+            line.starts_with("$ ") || (typed && row > 0 && lines[static_cast<std::size_t>(row) - 1].size() == width);
         const int y = margin + row * line_height + 13;
         if (!line.empty()) {
-            svg << "<text x='" << margin << "' y='" << y << "' textLength='" << static_cast<int>(line.size()) * character
-                << "' xml:space='preserve'" << (typed ? " fill='#000000' font-weight='bold'" : " fill='#404040'") << '>';
+            svg << "<text x='" << margin << "' y='" << y << "' textLength='"
+                << static_cast<int>(line.size()) * character << "' xml:space='preserve'"
+                << (typed ? " fill='#000000' font-weight='bold'" : " fill='#404040'") << '>';
             for (const char c : line) {
                 svg << (c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : std::string(1, c));
             }

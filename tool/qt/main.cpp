@@ -38,7 +38,7 @@ int main(int count, char** arguments) {
             nrv::tool::Run({arguments + 1, arguments + count}, {std::cout, std::cerr, TerminalWidth()}, &line);
         std::cout.flush();
         if (!std::cout && !ReaderIsGone()) {
-            std::cerr << "nrv718-preset: the output cannot be written\n";
+            std::cerr << "nrv718-preset: The standard output cannot be written.\n";
             return static_cast<int>(nrv::tool::Outcome::Refused);
         }
         return outcome;
