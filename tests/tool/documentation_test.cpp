@@ -99,7 +99,7 @@ class Documentation : public ::testing::Test {
     std::filesystem::path before_ = std::filesystem::current_path();
 };
 
-constexpr std::size_t PictureWidth = 132;
+constexpr std::size_t PictureWidth = 134;
 
 TEST_F(Documentation, ItsExamplesAndPicturesAreWhatTheToolDoes) {
     std::size_t commands = 0;
