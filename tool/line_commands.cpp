@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 namespace nrv::tool {
@@ -55,9 +56,9 @@ CLI::Option* AddId(CLI::App* command, LineArguments& given, const char* what) {
     return command->add_option("--id", given.Id, what)->check(CLI::Range(0, DeviceCount - 1));
 }
 
-void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments> given, bool opens, Work work) {
-    command->callback([given = std::move(given), &console, opens, work = std::move(work)] {
-        console.Command = [given, &console, opens, work] {
+void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments> given, Work work) {
+    command->callback([given = std::move(given), &console, work = std::move(work)] {
+        console.Command = [given, &console, work] {
             if (console.Line == nullptr) {
                 throw Trouble("this build has no line");
             }
@@ -65,9 +66,6 @@ void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments>
             const std::string device = number ? "" : given->Port;
             try {
                 LineDesk desk(console.Line->Open(device), number.value_or(1));
-                if (opens) {
-                    desk.Open(*given->Id);
-                }
                 return work(desk, console.Streams);
             } catch (const Trouble& trouble) {
                 throw Trouble(UnderItsName(trouble.what(), device), trouble.EndsAs());
@@ -76,29 +74,47 @@ void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments>
     });
 }
 
-CLI::App* AddDeviceCommand(CLI::App& line, Console& console, const char* name, const char* what, const char* file,
-                           const std::function<Outcome(LineDesk&, const LineArguments&, LineConsole&)>& work) {
-    const auto [command, given] = AddCommand(line, name, what);
-    AddId(command, *given, "The device's ID, 0 to 32")->required();
-    if (file != nullptr) {
-        command->add_option(file, given->File, file == std::string("FILE") ? "Preset" : "Folder of the backup")
-            ->required();
+/// A command that works on one device, which is open when it begins.
+class DeviceCommand {
+  public:
+    DeviceCommand(CLI::App& line, Console& console, const char* name, const char* what) : console_(console) {
+        std::tie(command_, given_) = AddCommand(line, name, what);
+        AddId(command_, *given_, "The device's ID, 0 to 32")->required();
     }
-    const std::string named = name;
-    if (named == "write" || named == "restore") {
-        command->add_option("--password", given->Password, "Of a device that is locked");
+    DeviceCommand& OnFile() { return On("FILE", "Preset"); }
+    DeviceCommand& OnFolder() { return On("FOLDER", "Folder of the backup"); }
+    DeviceCommand& WithPassword() {
+        command_->add_option("--password", given_->Password, "Of a device that is locked");
+        return *this;
     }
-    if (named == "watch") {
-        command->add_flag("--bars", given->Watch.Bars, "Bars in place of numbers");
-        command->add_option("--count", given->Watch.Rounds, "Ends after so many rounds")
-            ->check(CLI::Range(1, 1000000000));
-        command->add_option("--interval", given->Watch.Milliseconds, "Milliseconds between two rounds")
-            ->check(CLI::Range(0, 60000));
+    DeviceCommand& WithRounds() {
+        constexpr int most_rounds = 1000000000;
+        constexpr int longest_pause = 60000;
+        command_->add_flag("--bars", given_->Watch.Bars, "Bars in place of numbers");
+        command_->add_option("--count", given_->Watch.Rounds, "Ends after so many rounds")
+            ->check(CLI::Range(1, most_rounds));
+        command_->add_option("--interval", given_->Watch.Milliseconds, "Milliseconds between two rounds")
+            ->check(CLI::Range(0, longest_pause));
+        return *this;
     }
-    WillRun(command, console, given, true,
-            [given = given, work](LineDesk& desk, LineConsole& streams) { return work(desk, *given, streams); });
-    return command;
-}
+    void Runs(std::function<Outcome(LineDesk&, const LineArguments&, LineConsole&)> work) {
+        WillRun(command_, console_, given_,
+                [given = given_, work = std::move(work)](LineDesk& desk, LineConsole& streams) {
+                    desk.Open(*given->Id);
+                    return work(desk, *given, streams);
+                });
+    }
+
+  private:
+    DeviceCommand& On(const char* name, const char* what) {
+        command_->add_option(name, given_->File, what)->required();
+        return *this;
+    }
+
+    Console& console_;
+    CLI::App* command_ = nullptr;
+    std::shared_ptr<LineArguments> given_;
+};
 
 } // namespace
 
@@ -108,32 +124,40 @@ void AddLine(CLI::App& app, Console& console) {
 
     const auto [list, given] = AddCommand(line, "list", "The devices that answer, their labels and memory positions");
     AddId(list, *given, "This one alone, 0 to 32");
-    WillRun(list, console, given, false,
+    WillRun(list, console, given,
             [given = given](LineDesk& desk, LineConsole& streams) { return ListDevices(desk, given->Id, streams); });
-    AddDeviceCommand(line, console, "read", "Writes what is live into a preset", "FILE",
-                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
-                         return ReadLive(desk, with.File, streams);
-                     });
-    AddDeviceCommand(line, console, "write", "Loads a preset into the device", "FILE",
-                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
-                         return WriteLive(desk, with.File, with.Password, streams);
-                     });
-    AddDeviceCommand(line, console, "backup", "Keeps what is live and every memory position in a folder", "FOLDER",
-                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
-                         return BackUp(desk, with.File, streams);
-                     });
-    AddDeviceCommand(line, console, "restore", "Stores and loads what a backup kept", "FOLDER",
-                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
-                         return Restore(desk, with.File, with.Password, streams);
-                     });
-    AddDeviceCommand(line, console, "verify", "Compares a device with a backup", "FOLDER",
-                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
-                         return Verify(desk, with.File, streams);
-                     });
-    AddDeviceCommand(line, console, "watch", "The meters, 0 to 6 lamps a channel", nullptr,
-                     [](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
-                         return Watch(desk, with.Watch, streams);
-                     });
+    DeviceCommand(line, console, "read", "Writes what is live into a preset")
+        .OnFile()
+        .Runs([](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+            return ReadLive(desk, with.File, streams);
+        });
+    DeviceCommand(line, console, "write", "Loads a preset into the device")
+        .OnFile()
+        .WithPassword()
+        .Runs([](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+            return WriteLive(desk, with.File, with.Password, streams);
+        });
+    DeviceCommand(line, console, "backup", "Keeps what is live and every memory position in a folder")
+        .OnFolder()
+        .Runs([](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+            return BackUp(desk, with.File, streams);
+        });
+    DeviceCommand(line, console, "restore", "Stores and loads what a backup kept")
+        .OnFolder()
+        .WithPassword()
+        .Runs([](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+            return Restore(desk, with.File, with.Password, streams);
+        });
+    DeviceCommand(line, console, "verify", "Compares a device with a backup")
+        .OnFolder()
+        .Runs([](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+            return Verify(desk, with.File, streams);
+        });
+    DeviceCommand(line, console, "watch", "The meters, 0 to 6 lamps a channel")
+        .WithRounds()
+        .Runs([](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
+            return Watch(desk, with.Watch, streams);
+        });
 }
 
 } // namespace nrv::tool

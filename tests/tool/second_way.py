@@ -254,7 +254,7 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         tool = Tool(os.path.abspath(sys.argv[1]), folder)
         tool.write("empty.n91", bytes(771))
-        for seed in range(int(sys.argv[2]) if len(sys.argv) > 2 else 5):
+        for seed in range(int(sys.argv[2]) if len(sys.argv) > 2 else 3):
             chance = random.Random(seed)
             check_curves(tool, chance)
             for style in ("rew", "eqapo"):
