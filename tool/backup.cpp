@@ -118,6 +118,7 @@ bool TellDifference(const std::string& place, const model::PresetImageRow& kept,
 model::PresetImageRow Playing(const model::PresetImageRow& image) {
     model::PresetImageRow playing{};
     std::copy_n(image.PresetBody.begin(), model::PresetBodyOnDevice, playing.PresetBody.begin());
+    playing.PresetBody[model::MuteBitsCopy] = 0; // of the next, which is compared
     playing.SystemPage[model::MuteBitsAddress] = image.SystemPage[model::MuteBitsAddress];
     playing.SystemPage[model::OptionBitsAddress] =
         static_cast<std::uint8_t>(image.SystemPage[model::OptionBitsAddress] & ~model::LockFlagBit);

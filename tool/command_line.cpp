@@ -34,7 +34,7 @@ template <class Value>
 CLI::Option* AddChoice(CLI::App& command, const char* name, Value& value, const char* what,
                        const std::map<std::string, Value>& words) {
     const std::string given_name = name;
-    return command.add_option_function<std::string>(
+    CLI::Option* const option = command.add_option_function<std::string>(
         name,
         [words, given_name, &value](const std::string& given) {
             const auto known = words.find(Small(given));
@@ -48,6 +48,7 @@ CLI::Option* AddChoice(CLI::App& command, const char* name, Value& value, const 
             value = known->second;
         },
         what);
+    return option->type_name(option->get_positional() ? "" : "WORD");
 }
 
 void AddShow(CLI::App& app, Console& console) {
@@ -59,8 +60,8 @@ void AddShow(CLI::App& app, Console& console) {
     };
     const auto given = std::make_shared<Arguments>();
     CLI::App* const command = app.add_subcommand("show", "Every parameter of a preset in words and units");
-    command->add_option("FILE", given->File, "Preset")->required();
-    command->add_option("--channel", given->Channel, "This channel alone, such as \"Out 2\"");
+    command->add_option("FILE", given->File, "Preset")->type_name("")->required();
+    command->add_option("--channel", given->Channel, "This channel alone, such as \"Out 2\"")->type_name("CHANNEL");
     CLI::Option* const json = command->add_flag("--json", given->Json, "As JSON, by key");
     command->add_flag("--keys", given->Keys, "A line for each value, as \"set\" takes it")->excludes(json);
     command->callback([given, &console] {
@@ -75,8 +76,8 @@ void AddShow(CLI::App& app, Console& console) {
 void AddDiff(CLI::App& app, Console& console) {
     const auto files = std::make_shared<std::array<std::string, 2>>();
     CLI::App* const command = app.add_subcommand("diff", "What differs between two presets, in words");
-    command->add_option("FILE", (*files)[0], "Preset")->required();
-    command->add_option("OTHER", (*files)[1], "Another")->required();
+    command->add_option("FILE", (*files)[0], "Preset")->type_name("")->required();
+    command->add_option("OTHER", (*files)[1], "Another")->type_name("")->required();
     command->callback([files, &console] {
         console.Command = [files, &console] {
             return Diff(ReadPreset((*files)[0]), ReadPreset((*files)[1]), console.Streams.Out);
@@ -87,7 +88,7 @@ void AddDiff(CLI::App& app, Console& console) {
 void AddCheck(CLI::App& app, Console& console) {
     const auto file = std::make_shared<std::string>();
     CLI::App* const command = app.add_subcommand("check", "Whether a file is a whole preset, every code in range");
-    command->add_option("FILE", *file, "Preset")->required();
+    command->add_option("FILE", *file, "Preset")->type_name("")->required();
     command->callback(
         [file, &console] { console.Command = [file, &console] { return Check(*file, console.Streams.Out); }; });
 }
@@ -100,9 +101,11 @@ void AddSet(CLI::App& app, Console& console) {
     };
     const auto given = std::make_shared<Arguments>();
     CLI::App* const command = app.add_subcommand("set", "Sets values of a preset by their keys");
-    command->add_option("FILE", given->File, "Preset")->required();
-    command->add_option("KEY=VALUE", given->Values, "Such as out2.peq3.gain=-3 or in-a.delay=2.5ms")->required();
-    command->add_option("-o,--output", given->Into, "Where the preset is written")->required();
+    command->add_option("FILE", given->File, "Preset")->type_name("")->required();
+    command->add_option("KEY=VALUE", given->Values, "Such as out2.peq3.gain=-3 or in-a.delay=2.5ms")
+        ->type_name("")
+        ->required();
+    command->add_option("-o,--output", given->Into, "Where the preset is written")->type_name("FILE")->required();
     command->callback([given, &console] {
         console.Command = [given, &console] {
             model::PresetImageRow image = ReadPreset(given->File);
@@ -137,16 +140,17 @@ void AddCurve(CLI::App& app, Console& console) {
     };
     const auto given = std::make_shared<Arguments>();
     CLI::App* const command = app.add_subcommand("curve", "The frequency response as the program draws it");
-    command->add_option("FILE", given->File, "Preset")->required();
-    command->add_option("--channel", given->Channel, "This channel alone, such as \"Out 2\"");
+    command->add_option("FILE", given->File, "Preset")->type_name("")->required();
+    command->add_option("--channel", given->Channel, "This channel alone, such as \"Out 2\"")->type_name("CHANNEL");
     AddChoice<AddedInput>(*command, "--add", given->Added, "Adds an input to the outputs: in-a or in-b",
                           {{"in-a", AddedInput::InA}, {"in-b", AddedInput::InB}});
-    CLI::Option_group* const targets = command->add_option_group("targets");
-    targets->add_option("--csv", given->Csv, "Writes a table there, - for the standard output");
-    targets->add_option("--svg", given->Svg, "Writes a drawing there, - for the standard output");
-    targets->require_option(1, 2);
+    command->add_option("--csv", given->Csv, "Writes a table there, - for the standard output")->type_name("FILE");
+    command->add_option("--svg", given->Svg, "Writes a drawing there, - for the standard output")->type_name("FILE");
     command->callback([given, &console] {
         console.Command = [given, &console] {
+            if (given->Csv.empty() && given->Svg.empty()) {
+                throw Trouble("There is no place to write to; give --csv FILE, --svg FILE or both.");
+            }
             for (const std::string& into : {given->Csv, given->Svg}) {
                 RequireOther(into, given->File);
             }
@@ -181,11 +185,11 @@ void AddImport(CLI::App& app, Console& console) {
     const auto given = std::make_shared<Arguments>();
     CLI::App* const command = app.add_subcommand("import", "Puts the filters of another program's text into a channel");
     AddFormat(*command, given->What.Format);
-    command->add_option("TEXT", given->What.Text, "Text of filters")->required();
-    command->add_option("FILE", given->File, "Preset")->required();
-    command->add_option("--channel", given->Channel, "Such as \"In A\"")->required();
+    command->add_option("TEXT", given->What.Text, "Text of filters")->type_name("")->required();
+    command->add_option("FILE", given->File, "Preset")->type_name("")->required();
+    command->add_option("--channel", given->Channel, "Such as \"In A\"")->type_name("CHANNEL")->required();
     command->add_flag("--fit", given->What.WithFit, "Looks for the codes that come nearest to the curve asked for");
-    command->add_option("-o,--output", given->Into, "Where the preset is written")->required();
+    command->add_option("-o,--output", given->Into, "Where the preset is written")->type_name("FILE")->required();
     command->callback([given, &console] {
         console.Command = [given, &console] {
             RequireOther(given->Into, given->What.Text);
@@ -208,8 +212,8 @@ void AddExport(CLI::App& app, Console& console) {
     const auto given = std::make_shared<Arguments>();
     CLI::App* const command = app.add_subcommand("export", "Writes the filters of a channel as another program's text");
     AddFormat(*command, given->Format);
-    command->add_option("FILE", given->File, "Preset")->required();
-    command->add_option("--channel", given->Channel, "Such as \"In A\"")->required();
+    command->add_option("FILE", given->File, "Preset")->type_name("")->required();
+    command->add_option("--channel", given->Channel, "Such as \"In A\"")->type_name("CHANNEL")->required();
     command->add_option("-o,--output", given->Into, "Where the text is written; the standard output if not given");
     command->callback([given, &console] {
         console.Command = [given, &console] {
@@ -231,18 +235,9 @@ std::string OneLine(std::string text) {
     return text;
 }
 
-/// Of the innermost command that was given.
-std::string HelpOf(const CLI::App& app) {
-    // A group of options is a command without a name.
-    const std::vector<const CLI::App*> given =
-        app.get_subcommands([](const CLI::App* command) { return command->parsed() && !command->get_name().empty(); });
-    return given.empty() ? app.help() : HelpOf(*given.front());
-}
-
 /// Throws Trouble for a word that stands where a command does and is none, or for none.
 void RequireCommand(const CLI::App& app, std::span<const std::string> arguments) {
-    const std::vector<const CLI::App*> commands =
-        app.get_subcommands([](const CLI::App* command) { return !command->get_name().empty(); });
+    const std::vector<const CLI::App*> commands = app.get_subcommands({});
     if (commands.empty() || (!arguments.empty() && arguments.front().starts_with('-'))) {
         return;
     }
@@ -287,7 +282,7 @@ int Run(std::vector<std::string> arguments, const LineConsole& streams, LineSour
         streams.Out << app.version() << "\n";
         return static_cast<int>(Outcome::Well);
     } catch (const CLI::Success&) {
-        streams.Out << HelpOf(app);
+        streams.Out << app.help();
         return static_cast<int>(Outcome::Well);
     } catch (const CLI::ParseError& error) {
         return Tell(console, std::string(error.what()) + " (--help tells how)", Outcome::Refused);

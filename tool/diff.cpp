@@ -66,7 +66,7 @@ Outcome Diff(const model::PresetImageRow& one, const model::PresetImageRow& othe
     };
     constexpr std::size_t page = offsetof(model::PresetImageRow, SystemPage);
     constexpr std::size_t view = offsetof(model::PresetImageRow, ViewState);
-    const std::array<Stretch, 3> stretches{{{"the preset, which mean nothing or are a copy", 0, page},
+    const std::array<Stretch, 3> stretches{{{"the preset outside its settings", 0, page},
                                             {"the copy of device memory", page, view},
                                             {"the state of the window", view, sizeof one}}};
     for (const Stretch& stretch : stretches) {

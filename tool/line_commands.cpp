@@ -48,12 +48,13 @@ std::pair<CLI::App*, std::shared_ptr<LineArguments>> AddCommand(CLI::App& line, 
     const auto given = std::make_shared<LineArguments>();
     CLI::App* const command = line.add_subcommand(name, what);
     command->add_option("--port", given->Port, "COM 1 to COM 32 as the program names them, or a device file")
+        ->type_name("PORT")
         ->required();
     return {command, given};
 }
 
 CLI::Option* AddId(CLI::App* command, LineArguments& given, const char* what) {
-    return command->add_option("--id", given.Id, what)->check(CLI::Range(0, DeviceCount - 1));
+    return command->add_option("--id", given.Id, what)->check(CLI::Range(0, DeviceCount - 1, "ID"))->type_name("ID");
 }
 
 void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments> given, Work work) {
@@ -84,7 +85,7 @@ class DeviceCommand {
     DeviceCommand& OnFile() { return On("FILE", "Preset"); }
     DeviceCommand& OnFolder() { return On("FOLDER", "Folder of the backup"); }
     DeviceCommand& WithPassword() {
-        command_->add_option("--password", given_->Password, "Of a device that is locked");
+        command_->add_option("--password", given_->Password, "Of a device that is locked")->type_name("WORD");
         return *this;
     }
     DeviceCommand& WithRounds() {
@@ -92,9 +93,11 @@ class DeviceCommand {
         constexpr int longest_pause = 60000;
         command_->add_flag("--bars", given_->Watch.Bars, "Bars in place of numbers");
         command_->add_option("--count", given_->Watch.Rounds, "Ends after so many rounds")
-            ->check(CLI::Range(1, most_rounds));
+            ->check(CLI::Range(1, most_rounds, "N"))
+            ->type_name("N");
         command_->add_option("--interval", given_->Watch.Milliseconds, "Milliseconds between two rounds")
-            ->check(CLI::Range(0, longest_pause));
+            ->check(CLI::Range(0, longest_pause, "MS"))
+            ->type_name("MS");
         return *this;
     }
     void Runs(std::function<Outcome(LineDesk&, const LineArguments&, LineConsole&)> work) {
@@ -107,7 +110,7 @@ class DeviceCommand {
 
   private:
     DeviceCommand& On(const char* name, const char* what) {
-        command_->add_option(name, given_->File, what)->required();
+        command_->add_option(name, given_->File, what)->type_name("")->required();
         return *this;
     }
 

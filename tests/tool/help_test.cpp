@@ -145,6 +145,8 @@ TEST(Help, WrongUseIsToldInOneLineWithWhatMayStandThere) {
               "nrv718-preset: FORMAT: \"0\" is none; give eqapo or rew (--help tells how)\n");
     EXPECT_EQ(told({"curve", file, "--add", "in-c", "--csv", "-"}),
               "nrv718-preset: --add: \"in-c\" is none; give in-a or in-b (--help tells how)\n");
+    EXPECT_EQ(told({"curve", file}),
+              "nrv718-preset: There is no place to write to; give --csv FILE, --svg FILE or both.\n");
     EXPECT_EQ(told({"line", "watch", "--port", "1", "--id", "5", "--count", "0"}),
               "nrv718-preset: --count: Value 0 not in range 1 to 1000000000 (--help tells how)\n");
     EXPECT_EQ(told({"set", file, "=3", "-o", file}),
@@ -168,6 +170,9 @@ TEST(Help, TellsWhatEachCommandIsFor) {
         const std::string help = HelpOf(command);
         const std::string purpose = help.substr(0, help.find('\n'));
         EXPECT_GT(purpose.size(), 15U);
+        const std::string whole = command.size() == 1 ? command[0] : command[0] + " " + command[1];
+        EXPECT_THAT(help, ::testing::HasSubstr("\nUsage: nrv718-preset " + whole + " [OPTIONS]"));
+        EXPECT_THAT(help, ::testing::Not(::testing::ContainsRegex("TEXT TEXT|INT in")));
         EXPECT_THAT(command.size() == 1 ? all : HelpOf({"line"}), ::testing::HasSubstr(purpose));
         for (std::size_t from = 0; from < help.size(); from = help.find('\n', from) + 1) {
             EXPECT_LE(help.find('\n', from) - from, 100U) << help.substr(from, 110);

@@ -74,6 +74,7 @@ TEST(Backup, ComesBackByteForByte) {
         EXPECT_EQ(differs.Outcome, 1);
         EXPECT_THAT(differs.Out, HasSubstr("position 4: \"Speech\" to \"Wiped\"\n"));
         EXPECT_THAT(differs.Out, HasSubstr("live: "));
+        EXPECT_THAT(differs.Out, Not(HasSubstr("live: Besides")));
 
         const ToolRun restore = world.Run("restore", {folder});
         ASSERT_EQ(restore.Outcome, 0) << restore.Errors;
