@@ -54,7 +54,9 @@ std::pair<CLI::App*, std::shared_ptr<LineArguments>> AddCommand(CLI::App& line, 
 }
 
 CLI::Option* AddId(CLI::App* command, LineArguments& given, const char* what) {
-    return command->add_option("--id", given.Id, what)->check(CLI::Range(0, DeviceCount - 1, "ID"))->type_name("ID");
+    return command->add_option("--id", given.Id, what)
+        ->check(CLI::Range(0, DeviceCount - 1).description(""))
+        ->type_name("ID");
 }
 
 void WillRun(CLI::App* command, Console& console, std::shared_ptr<LineArguments> given, Work work) {
@@ -93,10 +95,10 @@ class DeviceCommand {
         constexpr int longest_pause = 60000;
         command_->add_flag("--bars", given_->Watch.Bars, "Bars in place of numbers");
         command_->add_option("--count", given_->Watch.Rounds, "Ends after so many rounds")
-            ->check(CLI::Range(1, most_rounds, "N"))
+            ->check(CLI::Range(1, most_rounds).description(""))
             ->type_name("N");
         command_->add_option("--interval", given_->Watch.Milliseconds, "Milliseconds between two rounds")
-            ->check(CLI::Range(0, longest_pause, "MS"))
+            ->check(CLI::Range(0, longest_pause).description(""))
             ->type_name("MS");
         return *this;
     }
