@@ -127,6 +127,10 @@ model::PresetImageRow Playing(const model::PresetImageRow& image) {
 
 } // namespace
 
+void RequireBackup(const fs::path& folder) {
+    CompleteRecord(folder);
+}
+
 Outcome BackUp(LineDesk& desk, const fs::path& folder, LineConsole& console) {
     std::error_code error;
     fs::create_directories(folder, error);

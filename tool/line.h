@@ -33,6 +33,8 @@ void RequireUnlocked(LineDesk& desk, const std::string& password);
 
 // The folder of a backup holds live.n91, position-1.n91 to position-8.n91 for those in use, and backup.json.
 
+/// Throws Trouble for a folder that holds no complete one.
+void RequireBackup(const std::filesystem::path& folder);
 /// Goes on where an earlier one ended.
 Outcome BackUp(LineDesk& desk, const std::filesystem::path& folder, LineConsole& console);
 /// Stores the positions and loads what was live; goes on where an earlier one ended.

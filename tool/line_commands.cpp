@@ -1,6 +1,8 @@
 #include "tool/line_commands.h"
 
 #include "ports/numbering.h"
+#include "tool/desk.h"
+#include "tool/preset_file.h"
 #include "tool/text.h"
 
 #include <CLI/CLI.hpp>
@@ -102,9 +104,17 @@ class DeviceCommand {
             ->type_name("MS");
         return *this;
     }
+    /// Looks at what was given before anything is sent. Throws Trouble.
+    DeviceCommand& After(std::function<void(const std::string& file)> check) {
+        check_ = std::move(check);
+        return *this;
+    }
     void Runs(std::function<Outcome(LineDesk&, const LineArguments&, LineConsole&)> work) {
         WillRun(command_, console_, given_,
-                [given = given_, work = std::move(work)](LineDesk& desk, LineConsole& streams) {
+                [given = given_, check = check_, work = std::move(work)](LineDesk& desk, LineConsole& streams) {
+                    if (check) {
+                        check(given->File);
+                    }
                     desk.Open(*given->Id);
                     return work(desk, *given, streams);
                 });
@@ -119,6 +129,7 @@ class DeviceCommand {
     Console& console_;
     CLI::App* command_ = nullptr;
     std::shared_ptr<LineArguments> given_;
+    std::function<void(const std::string&)> check_;
 };
 
 } // namespace
@@ -138,6 +149,7 @@ void AddLine(CLI::App& app, Console& console) {
         });
     DeviceCommand(line, console, "write", "Loads a preset into the device")
         .OnFile()
+        .After([](const std::string& file) { RequireWhole(ReadPreset(file)); })
         .WithPassword()
         .Runs([](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
             return WriteLive(desk, with.File, with.Password, streams);
@@ -149,12 +161,14 @@ void AddLine(CLI::App& app, Console& console) {
         });
     DeviceCommand(line, console, "restore", "Stores and loads what a backup kept")
         .OnFolder()
+        .After(RequireBackup)
         .WithPassword()
         .Runs([](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
             return Restore(desk, with.File, with.Password, streams);
         });
     DeviceCommand(line, console, "verify", "Compares a device with a backup")
         .OnFolder()
+        .After(RequireBackup)
         .Runs([](LineDesk& desk, const LineArguments& with, LineConsole& streams) {
             return Verify(desk, with.File, streams);
         });

@@ -126,7 +126,7 @@ TEST(Backup, GoesOnWhereItWasCutShort) {
               "on.\n");
     EXPECT_TRUE(world.Desk.Folder.Has("kept/position-1.n91"));
     EXPECT_FALSE(world.Desk.Folder.Has("kept/position-4.n91"));
-    EXPECT_EQ(world.Run("restore", {folder}).Outcome, 3); // it is dead
+    EXPECT_EQ(world.Run("restore", {folder}).Outcome, 2);
 
     world.With = {};
     world.Line.Revive({});

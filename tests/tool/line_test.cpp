@@ -174,6 +174,9 @@ TEST(ToolOnTheLine, WritesNothingOfAPresetThatALoadWouldNotEnd) {
     image.PresetBody[6] = 121;
     EXPECT_EQ(world.Run("write", {world.Desk.Put("a.n91", image)}).Outcome, 2);
     EXPECT_EQ(world.Run("write", {world.Desk.File("none.n91")}).Outcome, 2);
+    EXPECT_EQ(world.Run("restore", {world.Desk.File("none")}).Outcome, 2);
+    EXPECT_EQ(world.Run("verify", {world.Desk.File("none")}).Outcome, 2);
+    EXPECT_TRUE(world.Line.Frames().empty()); // the device is not even asked
     EXPECT_EQ(Writing(world.Line.Frames()).size(), 0U);
 }
 
