@@ -30,28 +30,29 @@ char Plain(std::uint32_t character) {
     }
 }
 
-std::uint32_t At(std::string_view bytes, std::size_t place) {
+std::uint32_t ByteAt(std::string_view bytes, std::size_t place) {
     return static_cast<unsigned char>(bytes[place]);
 }
 
 std::string FromUtf16(std::string_view bytes, bool high_first) {
     std::string text;
     for (std::size_t n = 0; n + 1 < bytes.size(); n += 2) {
-        text += Plain(high_first ? (At(bytes, n) << 8U) + At(bytes, n + 1) : (At(bytes, n + 1) << 8U) + At(bytes, n));
+        text += Plain(high_first ? (ByteAt(bytes, n) << 8U) + ByteAt(bytes, n + 1)
+                                 : (ByteAt(bytes, n + 1) << 8U) + ByteAt(bytes, n));
     }
     return text;
 }
 
 /// How long the UTF-8 character at a place is; 0 where there is none.
 std::size_t LengthOfUtf8(std::string_view bytes, std::size_t place) {
-    const std::uint32_t lead = At(bytes, place);
+    const std::uint32_t lead = ByteAt(bytes, place);
     const std::size_t length = lead < 0x80                    ? 1
                                : lead >= 0xC2 && lead < 0xE0  ? 2
                                : lead >= 0xE0 && lead < 0xF0  ? 3
                                : lead >= 0xF0 && lead <= 0xF4 ? 4
                                                               : 0;
     for (std::size_t n = 1; n < length; ++n) {
-        if (place + n >= bytes.size() || (At(bytes, place + n) & 0xC0U) != 0x80U) {
+        if (place + n >= bytes.size() || (ByteAt(bytes, place + n) & 0xC0U) != 0x80U) {
             return 0;
         }
     }
@@ -63,13 +64,13 @@ std::string FromBytes(std::string_view bytes) {
     for (std::size_t place = 0; place < bytes.size();) {
         const std::size_t length = LengthOfUtf8(bytes, place);
         if (length == 3) {
-            text += Plain(((At(bytes, place) & 15U) << 12U) + ((At(bytes, place + 1) & 63U) << 6U) +
-                          (At(bytes, place + 2) & 63U));
+            text += Plain(((ByteAt(bytes, place) & 15U) << 12U) + ((ByteAt(bytes, place + 1) & 63U) << 6U) +
+                          (ByteAt(bytes, place + 2) & 63U));
         } else if (length == 2) {
-            text += Plain(((At(bytes, place) & 31U) << 6U) + (At(bytes, place + 1) & 63U));
+            text += Plain(((ByteAt(bytes, place) & 31U) << 6U) + (ByteAt(bytes, place + 1) & 63U));
         } else if (length == 0) {
             // Windows-1252, whose dash and apostrophe stand where Latin-1 has none.
-            const std::uint32_t byte = At(bytes, place);
+            const std::uint32_t byte = ByteAt(bytes, place);
             text += byte == 0x96 ? '-' : byte == 0x92 ? '\'' : Plain(byte);
         } else {
             text += length == 1 ? bytes[place] : '?';

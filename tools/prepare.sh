@@ -35,6 +35,6 @@ need_packages() {
     rm -f "$log"
 }
 
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev libqt6svg6-dev libcli11-dev nlohmann-json3-dev fonts-noto-core)
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev qt6-svg-dev libcli11-dev nlohmann-json3-dev fonts-noto-core)
 test_packages=(libgtest-dev libgmock-dev clang-format-14 python3 appstream cmark-gfm desktop-file-utils)
 fuzz_packages=(clang-14 libclang-rt-14-dev)
