@@ -66,16 +66,18 @@ def tour_source():
 
 
 class Pictures(unittest.TestCase):
-    def shown(self):
+    def shown(self, kind):
         documents = [PROJECT / "README.md", *(PROJECT / "docs").glob("*.md")]
-        return {name for file in documents for name in re.findall(r"pictures/([\w-]+)\.png", file.read_text("utf-8"))}
+        return {name for file in documents
+                for name in re.findall(rf"pictures/([\w-]+)\.{kind}", file.read_text("utf-8"))}
 
     def test_each_is_one_that_the_tour_takes(self):
-        self.assertLess(5, len(self.shown()))
-        self.assertEqual(set(), self.shown() - set(tour_pictures()))
+        self.assertLess(5, len(self.shown("png")))
+        self.assertEqual(set(), self.shown("png") - set(tour_pictures()))
 
     def test_the_folder_holds_those_that_are_shown_and_no_other(self):
-        self.assertEqual(self.shown(), {file.stem for file in (PROJECT / "docs/pictures").iterdir()})
+        for kind in "png", "svg":
+            self.assertEqual(self.shown(kind), {file.stem for file in (PROJECT / "docs/pictures").glob("*." + kind)})
 
     def test_each_number_on_one_has_its_line_below_it(self):
         with_numbers = 0

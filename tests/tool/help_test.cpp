@@ -112,7 +112,7 @@ TEST(Help, ManPageAndCompletionKnowEveryCommand) {
         }
         return found;
     };
-    first.emplace_back("--help");
+    first.insert(first.end(), {"--help", "--version"});
     EXPECT_THAT(offered({""}), ::testing::UnorderedElementsAreArray(first));
     EXPECT_THAT(offered({"line", ""}), ::testing::UnorderedElementsAreArray(below));
     EXPECT_EQ(offered({"show", "a.n91", "--channel", "In"}), (Words{"In A", "In B"}));
