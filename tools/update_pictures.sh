@@ -3,8 +3,7 @@
 set -eu
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 from=${1:-run-folder/pictures}
-rm -rf docs/pictures
-mkdir docs/pictures
+rm -f docs/pictures/*.png
 for name in $(grep -hoE 'pictures/[a-z0-9-]+\.png' README.md docs/*.md | sort -u); do
     name=$(basename "$name" .png)
     # Where the tour took one of that name twice, the first.
