@@ -13,4 +13,4 @@ find build/coverage -name '*.gcda' -delete
 mkdir -p build/coverage/page
 # What only throws out of a library call is no branch of ours.
 gcovr --root . --filter 'src/' --exclude 'src/ui/' --exclude-throw-branches --exclude-unreachable-branches \
-    --html-details build/coverage/page/index.html --txt-metric branch --print-summary -o "${1:-/dev/stdout}" build/coverage
+    --html-details build/coverage/page/index.html --branches --print-summary --txt "${1:-/dev/stdout}" build/coverage
