@@ -109,7 +109,7 @@ bool TellDifference(const std::string& place, const model::PresetImageRow& kept,
     }
     std::istringstream lines(words.str());
     for (std::string line; std::getline(lines, line);) {
-        progress.Tell(place + ": " + line);
+        progress.Tell(std::string(place).append(": ").append(line));
     }
     return true;
 }
