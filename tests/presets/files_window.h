@@ -84,6 +84,17 @@ class PresetFilesTest : public LoadWindow {
         EXPECT_TRUE(world.Port.Sent.empty());
         ExpectAtRest();
     }
+    /// A load of that name is told to find nothing, and does nothing but what comes before it looks.
+    void ExpectFileNotFound(const std::string& name, const Image& before, const std::string& title) {
+        Choose(name);
+        world.Boxes.Shown.clear();
+        Load();
+        ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+        ExpectBox(world.Boxes.Shown[0], " Error", " File not found. Try again.", BoxIcon::Exclamation, BoxButtons::Ok);
+        ExpectNothingDone(before, title);
+        EXPECT_EQ(program.Stores.ParamValues[0].InputType, 0.0);
+        EXPECT_EQ(Status(), "");
+    }
 
     std::vector<controls::Pointer> pointers; ///< at each frame
 };

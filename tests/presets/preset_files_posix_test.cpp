@@ -31,13 +31,7 @@ TEST_F(PresetFilesTest, LinkIntoAMissingFolderIsFileNotFound) {
     program.Stores.LastInputType = 1.0;
     const Image before = Bytes771();
     const std::string title = form.Window.Caption();
-    Choose("link.n91");
-    Load();
-    ASSERT_EQ(world.Boxes.Shown.size(), 1U);
-    ExpectBox(world.Boxes.Shown[0], " Error", " File not found. Try again.", BoxIcon::Exclamation, BoxButtons::Ok);
-    ExpectNothingDone(before, title);
-    EXPECT_EQ(program.Stores.ParamValues[0].InputType, 0.0);
-    EXPECT_EQ(Status(), "");
+    ExpectFileNotFound("link.n91", before, title);
     EXPECT_FALSE(world.Folder.Has("absent"));
 }
 

@@ -78,14 +78,7 @@ TEST_F(PresetFilesTest, MissingFolderIsFileNotFound) {
     const std::string title = form.Window.Caption();
     for (const char* name : {"absent/a.n91", "file/a.n91"}) {
         SCOPED_TRACE(name);
-        Choose(name);
-        world.Boxes.Shown.clear();
-        Load();
-        ASSERT_EQ(world.Boxes.Shown.size(), 1U);
-        ExpectBox(world.Boxes.Shown[0], " Error", " File not found. Try again.", BoxIcon::Exclamation, BoxButtons::Ok);
-        ExpectNothingDone(before, title);
-        EXPECT_EQ(program.Stores.ParamValues[0].InputType, 0.0);
-        EXPECT_EQ(Status(), "");
+        ExpectFileNotFound(name, before, title);
     }
     EXPECT_FALSE(world.Folder.Has("absent"));
 }

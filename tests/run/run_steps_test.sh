@@ -6,16 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 . tools/prepare.sh
 . tools/run_steps.sh
 
-place=$(mktemp -d)
-trap 'rm -rf "$place"' EXIT
-failures=0
-fail() {
-    echo "FAILED: $*"
-    failures=$((failures + 1))
-}
-expect() { # what it is about, expected, seen
-    [ "$2" = "$3" ] || fail "$1: expected \"$2\", saw \"$3\""
-}
+. tests/support/checks.sh
 bytes() { od -An -v -tx1 "$1" | tr -d ' \n'; }
 # A step of its own, as in ./run: an exit ends this shell alone.
 in_shell() { (set -e; "$@"); }

@@ -5,7 +5,6 @@
 #include "ui/binding/subscription.h"
 #include "ui/control_window/control_window_view.h"
 #include "ui/platform/cascade.h"
-#include "ui/windows/about_window.h"
 #include "ui/windows/connection_dialog.h"
 #include "ui/windows/device_list_window.h"
 #include "ui/windows/form_binding.h"
@@ -67,14 +66,7 @@ void QtWindowHost::SetGuide(std::function<void()> open) {
 }
 
 void QtWindowHost::SetFolder(const QString& folder) {
-    main_->OpenAbout = [this, folder] {
-        if (about_ == nullptr) {
-            about_ = new AboutWindow(folder, main_.get());
-        }
-        about_->show();
-        about_->raise();
-        about_->activateWindow();
-    };
+    main_->Folder = folder;
 }
 
 ScreenSize QtWindowHost::Screen() {

@@ -18,7 +18,6 @@ class QWidget;
 
 namespace nrv::ui {
 
-class AboutWindow;
 class ConnectionDialog;
 class DeviceListWindow;
 class MainWindow;
@@ -104,7 +103,6 @@ class QtWindowHost : public WindowHost {
     std::unique_ptr<SplashWindow> splash_;
     QPointer<ConnectionDialog> connection_;
     std::unique_ptr<MainWindow> main_;
-    QPointer<AboutWindow> about_;
     QPointer<DeviceListWindow> list_;
     std::array<QPointer<MdiChild>, controls::SlotCount> control_windows_;
     std::array<QPointer<MdiChild>, controls::SlotCount> leaving_; ///< taken off the screen, their events not yet over

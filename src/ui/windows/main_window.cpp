@@ -5,6 +5,7 @@
 #include "ui/binding/text.h"
 #include "ui/look/painting.h"
 #include "ui/look/theme.h"
+#include "ui/windows/about_window.h"
 #include "ui/windows/form_binding.h"
 #include "ui/windows/full_text_label.h"
 
@@ -68,18 +69,26 @@ void MainWindow::BuildMenu() {
 void MainWindow::BuildHelpMenu() {
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("Help"));
-    const auto add = [this, help](const QString& name, const QString& text, const std::function<void()>& open) {
-        QAction* entry = help->addAction(text);
-        entry->setObjectName(name);
-        QObject::connect(entry, &QAction::triggered, this, [&open] {
-            if (open) {
-                open();
-            }
-        });
-    };
     // The key is the guide's own, in dialogs too; here it is told.
-    add(QStringLiteral("Guide"), QStringLiteral("&Guide\tF1"), OpenGuide);
-    add(QStringLiteral("OpenAbout"), QStringLiteral("&About"), OpenAbout);
+    QAction* guide = help->addAction(QStringLiteral("&Guide\tF1"));
+    guide->setObjectName(QStringLiteral("Guide"));
+    QObject::connect(guide, &QAction::triggered, this, [this] {
+        if (OpenGuide) {
+            OpenGuide();
+        }
+    });
+    QAction* about = help->addAction(QStringLiteral("&About"));
+    about->setObjectName(QStringLiteral("OpenAbout"));
+    QObject::connect(about, &QAction::triggered, this, &MainWindow::OpenAbout);
+}
+
+void MainWindow::OpenAbout() {
+    if (about_ == nullptr) {
+        about_ = new AboutWindow(Folder, this);
+    }
+    about_->show();
+    about_->raise();
+    about_->activateWindow();
 }
 
 void MainWindow::BuildEditMenu() {

@@ -5,12 +5,15 @@
 #include "ui/windows/held_key.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <functional>
 
 class QMdiArea;
 
 namespace nrv::ui {
+
+class AboutWindow;
 
 /// The main window: the menus, the area of the device list and the control windows, and the status line.
 class MainWindow : public QMainWindow {
@@ -20,7 +23,7 @@ class MainWindow : public QMainWindow {
 
     QMdiArea& Area() { return *area_; }
     std::function<void()> OpenGuide;
-    std::function<void()> OpenAbout;
+    QString Folder; ///< of the program's files, as "About" tells it
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -31,6 +34,7 @@ class MainWindow : public QMainWindow {
     void BuildMenu();
     void BuildEditMenu();
     void BuildHelpMenu();
+    void OpenAbout();
     void BuildStatusLine();
     void BindTimers();
     void Place();
@@ -40,6 +44,7 @@ class MainWindow : public QMainWindow {
     controls::EventEntry entry_;
     std::function<bool()> query_unload_;
     QMdiArea* area_;
+    QPointer<AboutWindow> about_;
     HeldKey compare_key_{Qt::Key_Space};
 };
 
