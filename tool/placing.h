@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/preset_image.h"
-#include "presets/parameters.h"
+#include "presets/parameter_places.h"
 #include "response/plot_grid.h"
 #include "tool/filter_text.h"
 

@@ -3,7 +3,7 @@
 #include "controls/forms.h"
 #include "controls/windows.h"
 #include "history/changes.h"
-#include "presets/parameters.h"
+#include "presets/parameter_places.h"
 
 #include <array>
 #include <functional>

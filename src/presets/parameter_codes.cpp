@@ -27,13 +27,13 @@ int LastOf(const controls::List& list) {
 
 std::vector<CodePlace> CodesOf(Parameter parameter, const controls::FrmCtrl& form) {
     const std::size_t i = At(parameter.Index);
-    const std::vector<ImageBits> places = PlacesOf(parameter);
-    const std::size_t first = places.front().Byte;
+    const ImagePlaces places = PlacesOf(parameter);
+    const std::size_t first = places[0].Byte;
     switch (parameter.Kind) {
     case Mute:
     case InputType:
     case DelayUnit:
-        return {Bit(places.front())};
+        return {Bit(places[0])};
     case Source:
         return {Whole(0, first, LastOf(form.Combo3[i]))};
     case Threshold:

@@ -2,7 +2,7 @@
 
 #include "controls/frm_ctrl.h"
 #include "model/preset_image.h"
-#include "presets/parameters.h"
+#include "presets/parameter_places.h"
 
 #include <cstddef>
 #include <cstdint>
