@@ -1,9 +1,11 @@
 #include "tool/backup_folder.h"
 
+#include "ports/numbering.h"
 #include "tool/text.h"
 #include "tool/text_file.h"
 #include "tool/trouble.h"
 
+#include <cstdint>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <system_error>
@@ -25,6 +27,25 @@ void WriteJson(const fs::path& file, const ordered_json& json) {
     WriteText(file, [&](std::ostream& out) { out << json.dump(2) << "\n"; });
 }
 
+/// The library would take a fraction or a number of any size for an ID.
+int DeviceIn(const ordered_json& json) {
+    const ordered_json& device = json.at("device");
+    const auto number = device.is_number_integer() ? device.get<std::int64_t>() : -1;
+    if (number < 0 || number >= DeviceCount) {
+        throw Trouble("no ID of a device");
+    }
+    return static_cast<int>(number);
+}
+
+/// A position in use has the name that a device keeps of it, and another one none.
+BackupRecord::Position PositionIn(const ordered_json& json) {
+    BackupRecord::Position position{json.at("used").get<bool>(), Typed(json.at("name").get<std::string>())};
+    if (position.Name.size() != (position.Used ? MemoryNameLength : 0)) {
+        throw Trouble("no name of a memory position");
+    }
+    return position;
+}
+
 /// None for a file that is not there.
 template <class Use>
 void ReadJson(const fs::path& file, const char* what_to_do, Use use) {
@@ -38,7 +59,7 @@ void ReadJson(const fs::path& file, const char* what_to_do, Use use) {
         use(ordered_json::parse(text));
     } catch (const ordered_json::exception&) {
         refuse();
-    } catch (const Trouble&) { // a name that is none
+    } catch (const Trouble&) { // a value that is none
         refuse();
     }
 }
@@ -57,13 +78,11 @@ std::optional<BackupRecord> ReadRecord(const fs::path& folder) {
     std::optional<BackupRecord> record;
     ReadJson(RecordFile(folder), "give another folder.", [&](const ordered_json& json) {
         BackupRecord read;
-        read.Device = json.at("device").get<int>();
+        read.Device = DeviceIn(json);
         read.Label = Typed(json.at("label").get<std::string>());
         read.Complete = json.at("complete").get<bool>();
         for (std::size_t position = 0; position < read.Positions.size(); ++position) {
-            const ordered_json& entry = json.at("positions").at(position);
-            read.Positions.at(position).Used = entry.at("used").get<bool>();
-            read.Positions.at(position).Name = Typed(entry.at("name").get<std::string>());
+            read.Positions.at(position) = PositionIn(json.at("positions").at(position));
         }
         record = read;
     });
@@ -84,8 +103,9 @@ void WriteRecord(const fs::path& folder, const BackupRecord& record) {
 std::array<bool, MemoryPositions> ReadRestored(const fs::path& folder, int device) {
     std::array<bool, MemoryPositions> done{};
     ReadJson(RestoredFile(folder), "remove it, and the restore begins anew.", [&](const ordered_json& json) {
-        if (json.at("device").get<int>() == device) {
-            done = json.at("stored").get<std::array<bool, MemoryPositions>>();
+        const auto stored = json.at("stored").get<std::array<bool, MemoryPositions>>();
+        if (DeviceIn(json) == device) {
+            done = stored;
         }
     });
     return done;

@@ -35,7 +35,8 @@ std::filesystem::path PositionFile(const std::filesystem::path& folder, std::siz
 std::optional<BackupRecord> ReadRecord(const std::filesystem::path& folder);
 void WriteRecord(const std::filesystem::path& folder, const BackupRecord& record);
 
-/// Which positions a restore that was cut short has stored in a device already; none of another device.
+/// Which positions a restore that was cut short has stored in a device already; none of another device. Throws Trouble
+/// as above.
 std::array<bool, MemoryPositions> ReadRestored(const std::filesystem::path& folder, int device);
 void WriteRestored(const std::filesystem::path& folder, int device, const std::array<bool, MemoryPositions>& done);
 void ForgetRestored(const std::filesystem::path& folder);

@@ -5,6 +5,7 @@
 #include "tool/preset_file.h"
 #include "tool/trouble.h"
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -38,11 +39,13 @@ std::string ReadText(const fs::path& file) {
     if (!stream) {
         Refuse(file, ErrorNow());
     }
-    std::string text(Longest + 1, '\0');
-    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(stream.gcount()));
-    if (text.size() > Longest) {
-        Refuse(file, "longer than 4 MiB, and no text that is read here");
+    std::string text;
+    for (std::array<char, 16384> part{}; stream;) { // a pipe has no size to ask for
+        stream.read(part.data(), part.size());
+        text.append(part.data(), static_cast<std::size_t>(stream.gcount()));
+        if (text.size() > Longest) {
+            Refuse(file, "longer than 4 MiB, and no text that is read here");
+        }
     }
     return text;
 }

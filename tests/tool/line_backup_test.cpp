@@ -1,4 +1,6 @@
+#include "tool/backup_folder.h"
 #include "tool/line_world.h"
+#include "tool/trouble.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -233,6 +235,51 @@ TEST(Backup, MixesNoTwoBackups) {
     world.Desk.Folder.WriteText("kept/backup.json", "{}");
     EXPECT_THAT(world.Run("verify", {folder}).Errors, HasSubstr("cannot be read as part of a backup"));
     EXPECT_THAT(world.Run("verify", {world.Desk.File("none")}).Errors, HasSubstr("holds no backup"));
+}
+
+/// Of a record that is sound but for what is given.
+bool RecordIsRead(const std::string& device, const std::string& used, const std::string& name) {
+    const TestFolder folder;
+    std::string positions;
+    for (int position = 1; position < MemoryPositions; ++position) {
+        positions += R"(, {"used": false, "name": ""})";
+    }
+    folder.WriteText("backup.json", R"({"device": )" + device + R"(, "label": "x", "complete": true, "positions": [)" +
+                                        R"({"used": )" + used + R"(, "name": ")" + name + "\"}" + positions + "]}");
+    try {
+        return tool::ReadRecord(folder.Path()).has_value();
+    } catch (const tool::Trouble&) {
+        return false;
+    }
+}
+
+TEST(Backup, TakesNoRecordThatNoBackupWrites) {
+    const std::string sixteen = "Hall            ";
+    EXPECT_TRUE(RecordIsRead("5", "true", sixteen));
+    EXPECT_TRUE(RecordIsRead("32", "false", ""));
+    EXPECT_TRUE(RecordIsRead("0", "false", ""));
+    for (const char* device :
+         {"33", "-1", "5.5", "5.0", "1e300", "4294967301", "18446744073709551615", "true", "\"5\""}) {
+        EXPECT_FALSE(RecordIsRead(device, "true", sixteen)) << device;
+    }
+    EXPECT_FALSE(RecordIsRead("5", "true", "Hall"));
+    EXPECT_FALSE(RecordIsRead("5", "true", sixteen + " "));
+    EXPECT_FALSE(RecordIsRead("5", "false", sixteen));
+    EXPECT_FALSE(RecordIsRead("5", "1", sixteen));
+}
+
+TEST(Restore, TakesNoRecordOfItsOwnThatNoRestoreWrites) {
+    const TestFolder folder;
+    const std::string stored = R"([true, false, false, false, false, false, false, true])";
+    folder.WriteText("restore.json", R"({"device": 5, "stored": )" + stored + "}");
+    EXPECT_EQ(tool::ReadRestored(folder.Path(), 5),
+              (std::array<bool, 8>{true, false, false, false, false, false, false, true}));
+    EXPECT_EQ(tool::ReadRestored(folder.Path(), 6), (std::array<bool, 8>{}));
+    for (const std::string& text : {R"({"device": 5.5, "stored": )" + stored + "}", std::string(R"({"device": 6})"),
+                                    std::string(R"({"device": 5, "stored": [true]})")}) {
+        folder.WriteText("restore.json", text);
+        EXPECT_THROW(tool::ReadRestored(folder.Path(), 5), tool::Trouble) << text;
+    }
 }
 
 TEST(Restore, GoesOnWhereItWasCutShort) {
