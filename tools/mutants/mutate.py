@@ -1,12 +1,12 @@
 #!/usr/bin/python3
 """Breaks the core one place at a time and sees which of its tests fails.
 
-    tools/mutants/mutate.py [--only PART_OF_A_PATH] [--kinds cut,order,...] [--again] [--jobs N]
+    tools/mutants/mutate.py [--only PART_OF_A_PATH,...] [--kinds cut,order,...] [--again] [--jobs N]
 
 All mutants are built at once, each asleep behind its number; a run wakes one of them and lets the tests that come by its
 place run, the likely ones first, until one fails. Kinds: cut (a statement is left out), not (a condition is turned
 round), part (one side of an "and" or "or" does not count), limit (< for <=), plus (a number is one more), text (a text is
-empty), order (a statement changes places with the next). Needs python3-clang-14.
+empty), order (a statement changes places with the next, but for two settings that any reader may swap). Needs python3-clang-14.
 
 docs/mutants.tsv is the result: file, line, kind, what stands there, and the test that failed, SURVIVED, or why it cannot
 matter, which tools/mutants/cannot_matter.txt tells. A run replaces the rows of the files and kinds that it broke; --again
@@ -37,6 +37,7 @@ SECONDS = "40"
 ALL_SECONDS = "300"  # all tests take some twenty
 SURVIVED = "SURVIVED"
 FLAGS = ["-std=c++20", f"-I{TREE / 'src'}"]
+QUIET_CALLS = {"At", "string", "to_string"}
 COMPARISONS = {"<": "Less", "<=": "LessEqual", ">": "Greater", ">=": "GreaterEqual"}
 STATEMENTS = {CursorKind.CALL_EXPR, CursorKind.UNEXPOSED_EXPR, CursorKind.BINARY_OPERATOR,
               CursorKind.COMPOUND_ASSIGNMENT_OPERATOR, CursorKind.UNARY_OPERATOR}
@@ -44,6 +45,24 @@ FUNCTIONS = {CursorKind.CXX_METHOD, CursorKind.FUNCTION_DECL, CursorKind.CONSTRU
              CursorKind.FUNCTION_TEMPLATE}
 
 Mutant = collections.namedtuple("Mutant", "number path line kind text")
+
+
+def setting(text):
+    """What a statement sets, and to what, if that runs nothing: a plain assignment, or a word or state of a control."""
+    found = re.fullmatch(r"([^=({]*(?:\([^=]*\)[^=({]*)*) = (.*)", text, re.S) or re.fullmatch(
+        r"([^=]*)\.Set(?:Caption|ToolTip|Visible|Enabled)\((.*)\)", text, re.S)
+    if found is None:
+        return None
+    calls = re.findall(r"(?!static_cast<)\b([\w]+)(?:<[^<>]*>)?\(", found[2])
+    quiet = re.match(r"(Guarded\()?\[", found[2]) or set(calls) <= QUIET_CALLS
+    return found.groups() if quiet else None
+
+
+def commute(first, second):
+    """Two settings of different things, neither of which takes what the other sets, may stand in either order."""
+    one, other = setting(first), setting(second)
+    return one is not None and other is not None and all(
+        there[0] not in part for here, there in ((one, other), (other, one)) for part in here)
 
 
 class File:
@@ -183,6 +202,8 @@ class File:
         if None in numbers:
             return
         self.number += 1  # the last has no next one
+        self.mutants = [mutant for mutant in self.mutants if mutant.number not in set(numbers) or
+                        not commute(*(self.of(children[row[numbers.index(mutant.number) + one]]) for one in (0, 1)))]
         for place, one in enumerate(row):
             opening = "break; " if place else (f"for (int nrv_place = 0; nrv_place < {len(row)}; ++nrv_place) "
                                                f"switch (nrv::mutant::Turn({numbers[0]}, nrv_place)) {{ ")
@@ -229,7 +250,7 @@ def build(options):
                    if "ui" not in path.relative_to(TREE / "src").parts and path.name != "platform_windows.cpp")
     mutants, number = [], 1
     for path in files:
-        if options.only in path:
+        if in_reach(path, options):
             found, number = broken_file(path, options.kinds.split(","), number)
             mutants += found
     with open(COPY / "tests/CMakeLists.txt", "a") as lists:
@@ -300,6 +321,10 @@ def rows_so_far():
     return [line.split("\t") for line in RESULT.read_text().splitlines()[1:]] if RESULT.exists() else []
 
 
+def in_reach(path, options):
+    return any(part in path for part in options.only.split(","))
+
+
 def wanted(mutants, options):
     if not options.again:
         return mutants
@@ -315,8 +340,8 @@ def write_result(fates, everything, options):
     kept = []
     for row in rows_so_far():
         key = (row[0], row[2], row[3])
-        in_reach = options.only in row[0] and row[2] in kinds
-        if key not in done and (key in there if options.again and in_reach else not in_reach):
+        broken = in_reach(row[0], options) and row[2] in kinds
+        if key not in done and (key in there if options.again and broken else not broken):
             kept.append(row)
     for mutant, end in fates:
         key = (mutant.path, mutant.kind, mutant.text)
@@ -333,7 +358,7 @@ def write_result(fates, everything, options):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--only", default="", help="files whose path holds this")
+    parser.add_argument("--only", default="", help="files whose path holds one of these")
     parser.add_argument("--kinds", default="cut,not,part,limit,plus,text,order")
     parser.add_argument("--again", action="store_true", help="only what survived")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
