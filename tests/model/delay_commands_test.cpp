@@ -348,6 +348,23 @@ TEST_F(DelayCommands, UnreadableTextIsAnErrorAndChangesNothing) {
     EXPECT_EQ(form.UpDown2[2].Position(), 0);
 }
 
+TEST_F(DelayCommands, UnreadableTextIsToldWithTheRangeOfItsUnit) {
+    const auto refusal = [this](std::size_t i, const std::string& text) -> std::string {
+        form.Text2[i].UserText(text);
+        try {
+            form.Text2[i].UserKey(controls::EnterKey);
+        } catch (const RuntimeError& error) {
+            return error.what();
+        }
+        return {};
+    };
+    EXPECT_EQ(refusal(3, "1.2.3"), "Out 2, Delay: \"1.2.3\" is no delay. Type 0 to 2500.987 ms and press Enter.");
+    Distance(); // 0.34 m to a ms
+    EXPECT_EQ(refusal(9, "1.2.3"), "In B, Delay: \"1.2.3\" is no delay. Type 0 to 850.33558 m and press Enter.");
+    EXPECT_EQ(refusal(9, "abcdefghijklmnopqrstuvwxyz"), // of a long text the first 24 characters
+              "In B, Delay: \"abcdefghijklmnopqrstuvwx...\" is no delay. Type 0 to 850.33558 m and press Enter.");
+}
+
 TEST_F(DelayCommands, KeysPassWhileTheProgramWrites) {
     program.Windows.ControlEventsOff = true;
     form.Text2[0].UserText("55");

@@ -236,6 +236,7 @@ TEST(ToByte, RoundsAndRefusesWhatIsNoByte) {
             ADD_FAILURE() << value;
         } catch (const RuntimeError& error) {
             EXPECT_EQ(error.Kind(), ErrorKind::Overflow);
+            EXPECT_STREQ(error.what(), "A value does not fit into a byte.");
         }
     }
 }
@@ -290,9 +291,17 @@ TEST(SplitBytes, RoundsHalfToEvenAndKeepsTheLowestFourBytes) {
 
 TEST(SplitBytes, RefusesAPlaceOutsideTheBufferAndWhatIsNoNumber) {
     SplitBuffer buffer;
-    EXPECT_THROW(buffer.SplitBytes(1.0, 28), RuntimeError);
-    EXPECT_THROW(buffer.SplitBytes(1.0, -1), RuntimeError);
-    EXPECT_THROW(buffer.SplitBytes(std::numeric_limits<double>::infinity(), 0), RuntimeError);
+    const auto refused = [&buffer](double value, int start) -> std::string {
+        try {
+            buffer.SplitBytes(value, start);
+        } catch (const RuntimeError& error) {
+            return error.what();
+        }
+        return {};
+    };
+    EXPECT_EQ(refused(1.0, 28), "A number does not fit into the buffer at this place.");
+    EXPECT_EQ(refused(1.0, -1), "A number does not fit into the buffer at this place.");
+    EXPECT_EQ(refused(std::numeric_limits<double>::infinity(), 0), "A number that is not finite has no bytes.");
     EXPECT_EQ(buffer.Bytes, SplitBuffer{}.Bytes);
 }
 

@@ -289,6 +289,10 @@ TEST_F(OutputCommands, SourceShowsItsWiresAndSendsItsFrame) {
 TEST_F(OutputCommands, SourceBeyondTheListChangesNoLine) {
     form.Combo3[5].UserSelect(0);
     TakeSent();
+    form.Combo3[5].Select(3); // the first that the list does not have
+    EXPECT_FALSE(form.Line1100[5].Visible());
+    EXPECT_FALSE(form.Line2[5].Visible());
+    TakeSent();
     form.Combo3[5].Select(77);
     ExpectSent({FrameOf({8, 7, 0, 0, 0, 0, 0, 0, 77})});
     EXPECT_EQ(image.PresetBody[425], 77);

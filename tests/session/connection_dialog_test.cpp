@@ -146,11 +146,13 @@ TEST_F(ConnectionDialogTest, IdZeroOfOneDeviceOnRs485TurnsToOne) {
 }
 
 TEST_F(ConnectionDialogTest, IdZeroOfAListLineTurnsToOne) {
-    form.DeviceIds[6].UserSelect(30);
-    EXPECT_EQ(program.State.ConfiguredIds[6], 30);
-    form.DeviceIds[6].UserSelect(0);
-    EXPECT_EQ(form.DeviceIds[6].Index(), 1);
-    EXPECT_EQ(program.State.ConfiguredIds[6], 1);
+    for (const std::size_t line_number : {0U, 6U, 19U}) {
+        form.DeviceIds[line_number].UserSelect(30);
+        EXPECT_EQ(program.State.ConfiguredIds[line_number], 30);
+        form.DeviceIds[line_number].UserSelect(0);
+        EXPECT_EQ(form.DeviceIds[line_number].Index(), 1);
+        EXPECT_EQ(program.State.ConfiguredIds[line_number], 1);
+    }
 }
 
 TEST_F(ConnectionDialogTest, IdZeroInTheFileComesUpAsOneAndGoesBackAsOne) {

@@ -156,13 +156,22 @@ TEST_F(OpenDeviceTest, CheckThatTimesOutLeavesTheNoticeAndOpensNoWindow) {
         EXPECT_FALSE(program.Link.DeviceChecked[7]);
         EXPECT_FALSE(program.Link.TransactionDone);
         EXPECT_EQ(Row(1), "Label of dev 007  ID:7");
-        EXPECT_FALSE(program.Main.StatusLine.Caption().empty());
+        EXPECT_EQ(program.Main.StatusLine.Caption(),
+                  "ID:7 does not answer; its window was not opened. Double-click its row to try again.");
         ExpectNothingOpened();
     }
     line.Devices.at(7).Alive = true;
     DoubleClick(1);
     EXPECT_TRUE(Loaded(0));
     EXPECT_FALSE(program.List.LoadingNotice.Visible());
+}
+
+TEST_F(OpenDeviceTest, CheckThatTimesOutInTheFirstRowLeavesTheNoticeToo) {
+    StartOnLine({3, 7});
+    line.Devices.at(3).Alive = false;
+    DoubleClick(0);
+    EXPECT_TRUE(program.List.LoadingNotice.Visible());
+    ExpectNothingOpened();
 }
 
 TEST_F(OpenDeviceTest, CheckThatTimesOutNamesTheDeviceOfTheWindowLastActive) {
@@ -199,7 +208,8 @@ TEST_F(OpenDeviceTest, RecordWithABadIdOpensNothingAndSaysSo) {
         DoubleClick(0);
         EXPECT_TRUE(world.Boxes.Shown.empty());
         EXPECT_TRUE(world.Port.Sent.empty());
-        EXPECT_THAT(program.Main.StatusLine.Caption(), ::testing::HasSubstr(std::to_string(bad)));
+        EXPECT_EQ(program.Main.StatusLine.Caption(), "The device was not opened. Its record gives the ID " +
+                                                         std::to_string(bad) + ", and IDs are 0 to 32.");
         ExpectNothingOpened();
     }
 }
@@ -214,6 +224,7 @@ TEST_F(OpenDeviceTest, IdComesFromTheRecordAtTheFoundId) {
 TEST_F(OpenDeviceTest, RowThatIsNotThereOpensNothing) {
     StartOnLine({3});
     DoubleClick(1);
+    EXPECT_EQ(program.Main.StatusLine.Caption(), "The device was not opened. There is no device in this row.");
     DoubleClick(-1);
     ExpectNothingOpened();
     EXPECT_TRUE(world.Port.Sent.empty());
@@ -360,6 +371,10 @@ TEST_F(OpenDeviceTest, FailureWhileTheDeviceIsReadGivesUpThatDeviceAndNoOther) {
     DoubleClick(0);
     Forget();
     world.Port.Answer = [this](const Frame& frame) { return frame[5] == 192 ? Bytes{} : line.Answer(frame); };
+    world.Boxes.WhileItStands = [this] {
+        EXPECT_EQ(program.Main.StatusLine.Caption(),
+                  "ID:7 does not answer; its opening stopped. Double-click its row to connect it again.");
+    };
     DoubleClick(1);
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     ExpectBox(world.Boxes.Shown[0], "Communication problem",

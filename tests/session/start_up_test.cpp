@@ -234,51 +234,67 @@ TEST_F(StartUpTest, NoToTheDemoQuestionEndsWithoutTheExitQuestion) {
     EXPECT_EQ(world.Boxes.Shown.size(), 1U);
 }
 
-TEST_F(StartUpTest, PortThatGoesAwayBetweenItsTwoOpeningsCountsAsMissing) {
-    FlagDemoDevices();
-    int opened = 0;
-    // The second opening is the one after the receive lengths were set.
-    class VanishingPort final : public link::SerialPort {
-      public:
-        VanishingPort(link::SerialPort& inner, int& openings) : inner_(inner), openings_(openings) {}
-        void SetCommPort(int number) override { inner_.SetCommPort(number); }
-        void SetSettings(const link::LineSettings& settings) override { inner_.SetSettings(settings); }
-        bool PortOpen() override { return inner_.PortOpen(); }
-        void SetPortOpen(bool open) override {
-            if (open && ++openings_ > 1) {
-                throw RuntimeError(ErrorKind::PortUnavailable, "The port is absent.");
-            }
-            inner_.SetPortOpen(open);
+/// A port that cannot be opened again, as it is after the receive lengths were set.
+class VanishingPort final : public link::SerialPort {
+  public:
+    explicit VanishingPort(link::SerialPort& inner) : inner_(inner) {}
+    void SetCommPort(int number) override { inner_.SetCommPort(number); }
+    void SetSettings(const link::LineSettings& settings) override { inner_.SetSettings(settings); }
+    bool PortOpen() override { return inner_.PortOpen(); }
+    void SetPortOpen(bool open) override {
+        if (open && ++openings_ > 1) {
+            throw RuntimeError(ErrorKind::PortUnavailable, "The port is absent.");
         }
-        void SetInBufferSize(int bytes) override { inner_.SetInBufferSize(bytes); }
-        void SetInputLen(int bytes) override { inner_.SetInputLen(bytes); }
-        void Output(std::span<const std::uint8_t> bytes) override { inner_.Output(bytes); }
-        int InBufferCount() override { return inner_.InBufferCount(); }
-        void ClearInBuffer() override { inner_.ClearInBuffer(); }
-        Bytes Input() override { return inner_.Input(); }
+        inner_.SetPortOpen(open);
+    }
+    void SetInBufferSize(int bytes) override { inner_.SetInBufferSize(bytes); }
+    void SetInputLen(int bytes) override { inner_.SetInputLen(bytes); }
+    void Output(std::span<const std::uint8_t> bytes) override { inner_.Output(bytes); }
+    int InBufferCount() override { return inner_.InBufferCount(); }
+    void ClearInBuffer() override { inner_.ClearInBuffer(); }
+    Bytes Input() override { return inner_.Input(); }
 
-      private:
-        link::SerialPort& inner_;
-        int& openings_;
-    } vanishing(world.Port, opened);
-    const auto forms = std::make_unique<program::Forms>();
-    controls::EventBoundary events(forms->Windows);
-    const auto made = std::make_unique<program::Program>(
+  private:
+    link::SerialPort& inner_;
+    int openings_ = 0;
+};
+
+class VanishingPortTest : public StartUpTest {
+  protected:
+    /// The line is chosen in the dialog, with one device or a list of them.
+    void StartAndExpectDemoMode(controls::ConnectionMode mode) {
+        FlagDemoDevices();
+        world.Host.WhileDialogStands = [this, mode] {
+            other->Select.Link[1].Select();
+            other->Select.Connection[mode].Select();
+            other->Select.ComSelect.UserSelect(1);
+            other->Select.Proceed.UserClick();
+        };
+        other->StartUp.LoadSplash(world.Folder.Path());
+        other->Splash.Timer1.Tick();
+        ASSERT_EQ(world.Boxes.Shown.size(), 1U);
+        ExpectDemoQuestion(world.Boxes.Shown[0]);
+        EXPECT_TRUE(other->Link.DemoMode);
+        EXPECT_FALSE(other->Link.PortOpened);
+        EXPECT_FALSE(other->Link.LinkReady);
+        EXPECT_EQ(other->Main.StatusLine.Caption(), "The port is absent.");
+        EXPECT_TRUE(world.Port.Sent.empty());
+    }
+
+    VanishingPort vanishing{world.Port};
+    std::unique_ptr<program::Forms> forms = std::make_unique<program::Forms>();
+    controls::EventBoundary events{forms->Windows};
+    std::unique_ptr<program::Program> other = std::make_unique<program::Program>(
         program::Ports{vanishing, world.Clock, world.Process, world.Boxes, world.Files, world.Host, events}, *forms);
-    program::Program& other = *made;
-    world.Host.WhileDialogStands = [&] {
-        other.Select.ComSelect.UserSelect(1);
-        other.Select.Proceed.UserClick();
-    };
-    other.StartUp.LoadSplash(world.Folder.Path());
-    other.Splash.Timer1.Tick();
-    ASSERT_EQ(world.Boxes.Shown.size(), 1U);
-    ExpectDemoQuestion(world.Boxes.Shown[0]);
-    EXPECT_TRUE(other.Link.DemoMode);
-    EXPECT_FALSE(other.Link.PortOpened);
-    EXPECT_FALSE(other.Link.LinkReady);
-    EXPECT_EQ(other.Main.StatusLine.Caption(), "The port is absent.");
-    EXPECT_TRUE(world.Port.Sent.empty());
+};
+
+TEST_F(VanishingPortTest, CountsAsMissing) {
+    StartAndExpectDemoMode(controls::OneDevice);
+}
+
+TEST_F(VanishingPortTest, LeavesNoDeviceOfAListToBeCalledSilent) {
+    world.Folder.Write("TenDev.cfg", Words(Range(1, 20)));
+    StartAndExpectDemoMode(UpToTenDevices);
 }
 
 class LeavingTest : public StartUpTest {
