@@ -16,7 +16,8 @@
 #include <string>
 
 // A preset file of any bytes and any length under what the commands of the preset tool do with one. The first byte
-// chooses: what costs more than all the rest, the curves and the command line above all, is done in one run of 8 or 256.
+// chooses: what costs more than all the rest, the curves and the command line above all, is done in one run of 8 or
+// 256.
 
 namespace nrv::fuzz {
 namespace {
