@@ -90,7 +90,7 @@ bool Holds(LineDesk& desk, std::size_t position, const model::PresetImageRow& im
 /// What a load leaves to the user: the mutes where the device takes none from a preset, and the socket.
 void SetWhatALoadLeaves(LineDesk& desk, const model::PresetImageRow& live) {
     controls::FrmCtrl& form = desk.Program().Windows.Current();
-    const bool digital = (live.SystemPage[model::OptionBitsAddress] & model::InputTypeBit) != 0;
+    const bool digital = model::HasOption(live, model::InputTypeBit);
     desk.Do([&] { form.Combo4.UserSelect(digital ? 1 : 0); });
     for (int channel = 0; channel < ChannelCount; ++channel) {
         const bool muted = ((live.SystemPage[model::MuteBitsAddress] >> At(channel)) & 1) != 0;

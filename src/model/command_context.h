@@ -28,6 +28,7 @@ struct CommandContext {
     int DeviceId() const { return Windows.CurrentDevice(); }
     ParamRow& Values() const { return Stores.ParamValues[static_cast<std::size_t>(DeviceId())]; }
     PresetImageRow& Image() const { return Stores.PresetImage[static_cast<std::size_t>(DeviceId())]; }
+    std::uint8_t BodyByte(std::size_t position) const { return Image().PresetBody[position]; }
     bool Send(const link::Payload& payload) const { return Link.SendFrame(DeviceId(), payload); }
     /// Sends a parameter's codes, P6 to P9. True when the link failed for good.
     bool Send(link::Command command, int channel, int section, const std::array<int, 4>& codes) const {

@@ -80,6 +80,11 @@ inline constexpr std::uint8_t OptionBit5Bit = 32;
 inline constexpr std::uint8_t DelayUnitBit = 64;
 inline constexpr std::uint8_t LockFlagBit = 128;
 
+/// Whether an image has one of them set.
+inline bool HasOption(const PresetImageRow& image, std::uint8_t bit) {
+    return (image.SystemPage[OptionBitsAddress] & bit) != 0;
+}
+
 // Indices of `ViewState`.
 
 /// View box of row r (0 to 4) on the tab of output x: start + 6r + x.

@@ -1,6 +1,5 @@
 #include "presets/apply_image.h"
 
-#include "model/encodings.h"
 #include "model/gain_commands.h"
 #include "model/output_commands.h"
 #include "model/system_commands.h"
@@ -28,10 +27,6 @@ template <class Write>
 void Guarded(const CommandContext& context, Write write) {
     const FlagGuard events_off(context.Windows.ControlEventsOff);
     write();
-}
-
-std::uint8_t BodyByte(const CommandContext& context, std::size_t position) {
-    return context.Image().PresetBody[position];
 }
 
 void ApplyMutes(const CommandContext& context, bool check_suppressed) {
@@ -94,7 +89,7 @@ void Apply(const CommandContext& context, Response& response, Parameter paramete
 /// The list's own event runs its command too, when its choice changes.
 void ApplySources(const CommandContext& context) {
     for (int output = 0; output < OutputCount; ++output) {
-        context.Form().Combo3[At(output)].Select(BodyByte(context, model::SourceOffsets[At(output)]));
+        context.Form().Combo3[At(output)].Select(context.BodyByte(model::SourceOffsets[At(output)]));
         model::SetSource(context, output);
     }
 }
@@ -134,7 +129,7 @@ void ApplyPhases(const CommandContext& context, Response& response) {
 void ApplyDelays(const CommandContext& context, Response& response) {
     controls::FrmCtrl& form = context.Form();
     model::ParamRow& values = context.Values();
-    values.DelayUnit = model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6);
+    values.DelayUnit = model::HasOption(context.Image(), model::DelayUnitBit) ? 1.0 : 0.0;
     for (int index = 0; index < StripCount; ++index) {
         Apply(context, response, {ParameterKind::Delay, index});
         const std::size_t i = At(index);
@@ -162,7 +157,7 @@ void ApplyNames(const CommandContext& context, const Response& response) {
     NameTexts texts;
     for (std::size_t c = 0; c < texts.size(); ++c) {
         for (std::size_t j = 0; j < ChannelNameLength; ++j) {
-            texts[c] += static_cast<char>(BodyByte(context, model::NameOffsets[c] + j));
+            texts[c] += static_cast<char>(context.BodyByte(model::NameOffsets[c] + j));
         }
     }
     ApplyChannelNames(context, response, texts);
@@ -226,13 +221,13 @@ int FramesOfLoad(const CommandContext& context) {
     int frames = 16 + 6 + 24 + 12 + 44 + 10 + 8 + 16 + 8 + 6 + 1;
     for (int output = 0; output < OutputCount; ++output) {
         const int shown = context.Form().Combo3[At(output)].Index();
-        frames += shown == BodyByte(context, model::SourceOffsets[At(output)]) ? 0 : 1;
+        frames += shown == context.BodyByte(model::SourceOffsets[At(output)]) ? 0 : 1;
     }
     if (context.Values().MuteWithPreset != 1.0) {
         return frames; // and the unit stays
     }
-    const int unit = static_cast<int>(model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6));
-    return frames + 2 + (context.Form().Option1[At(unit)].Selected() ? 0 : 1); // a bulk update before and after
+    const std::size_t unit = model::HasOption(context.Image(), model::DelayUnitBit) ? 1 : 0;
+    return frames + 2 + (context.Form().Option1[unit].Selected() ? 0 : 1); // a bulk update before and after
 }
 
 } // namespace nrv::presets

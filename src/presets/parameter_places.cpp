@@ -11,8 +11,6 @@ namespace {
 
 using enum ParameterKind;
 
-constexpr std::size_t BytesOfPeq = 5; // of which the first and the fourth mean nothing
-
 std::vector<Parameter> EveryParameter() {
     std::vector<Parameter> all;
     const auto add = [&all](ParameterKind kind, int count) {
@@ -35,9 +33,7 @@ std::vector<Parameter> EveryParameter() {
     add(Delay, ChannelCount);
     add(DelayUnit, 1);
     add(Gain, ChannelCount);
-    for (int output = 0; output < OutputCount; ++output) {
-        all.push_back({ChannelName, output});
-    }
+    add(ChannelName, OutputCount);
     add(MasterGain, 1);
     return all;
 }
@@ -83,10 +79,10 @@ ImagePlaces PlacesOf(Parameter parameter) {
         return Bytes(model::LimiterOffsets[i], {0});
     case Crossover:
         return Bytes(model::CrossoverOffsets[i], {1, 2});
-    case Peq:
-        return Bytes(model::PeqOffsets[i], {1, 2, BytesOfPeq - 1});
+    case Peq: // of its five bytes the first and the fourth mean nothing, as of a tone filter's
+        return Bytes(model::PeqOffsets[i], {1, 2, 4});
     case Tone:
-        return Bytes(model::ToneOffsets[i], {1, 2, BytesOfPeq - 1});
+        return Bytes(model::ToneOffsets[i], {1, 2, 4});
     case Phase:
         return Bytes(model::PhaseOffsets[i], {0});
     case Delay:

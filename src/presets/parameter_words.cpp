@@ -110,14 +110,13 @@ std::vector<Field> FieldsOf(Parameter parameter, const model::PresetImageRow& im
     const int index = parameter.Index;
     const std::size_t i = At(index);
     const auto& body = image.PresetBody;
-    const int options = image.SystemPage[model::OptionBitsAddress];
     switch (parameter.Kind) {
     case Mute:
         return {Switch("mute", ((image.SystemPage[model::MuteBitsAddress] >> i) & 1) != 0)};
     case InputType:
-        return {Word("input", (options & model::InputTypeBit) != 0 ? 1 : 0, form.Combo4.Items())};
+        return {Word("input", model::HasOption(image, model::InputTypeBit) ? 1 : 0, form.Combo4.Items())};
     case DelayUnit:
-        return {Switch("delays shown", (options & model::DelayUnitBit) != 0, "in metres", "in milliseconds")};
+        return {Switch("delays shown", model::HasOption(image, model::DelayUnitBit), "in metres", "in milliseconds")};
     case Source:
         return {Word("source", body[model::SourceOffsets[i]], form.Combo3[i].Items())};
     case Threshold:

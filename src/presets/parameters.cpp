@@ -26,13 +26,9 @@ bool HasEvents(ParameterKind kind) {
            kind == Delay;
 }
 
-std::uint8_t BodyByte(const CommandContext& context, std::size_t position) {
-    return context.Image().PresetBody[position];
-}
-
 /// The text of a frequency byte of a channel.
 std::string FrequencyText(const CommandContext& context, int channel, std::size_t position) {
-    const int code = BodyByte(context, position);
+    const int code = context.BodyByte(position);
     if (code > model::FrequencyTop) {
         RefuseByte(channel, position, "frequency code " + std::to_string(code) + ", and codes end at 120");
     }
@@ -43,34 +39,34 @@ void ShowCrossover(const CommandContext& context, int side) {
     const std::size_t block = model::CrossoverOffsets[At(side)];
     controls::FrmCtrl& form = context.Form();
     form.Text8[At(side)].SetText(FrequencyText(context, ChannelOfCrossover(side), block + 1));
-    form.Combo2[At(side)].Select(BodyByte(context, block + 2));
+    form.Combo2[At(side)].Select(context.BodyByte(block + 2));
 }
 
 void ShowPeq(const CommandContext& context, int section) {
     const std::size_t block = model::PeqOffsets[At(section)];
     controls::FrmCtrl& form = context.Form();
-    form.Slider2[At(section)].SetPosition(model::PeqGainTop - BodyByte(context, block + 4));
+    form.Slider2[At(section)].SetPosition(model::PeqGainTop - context.BodyByte(block + 4));
     form.Text4[At(section)].SetText(FrequencyText(context, ChannelOfPeq(section), block + 1));
-    form.UpDown3[At(section)].SetPosition(BodyByte(context, block + 2));
+    form.UpDown3[At(section)].SetPosition(context.BodyByte(block + 2));
 }
 
 void ShowTone(const CommandContext& context, int filter) {
     const std::size_t block = model::ToneOffsets[At(filter)];
     controls::FrmCtrl& form = context.Form();
-    form.Slider3[At(filter)].SetPosition(model::ToneGainTop - BodyByte(context, block + 4));
+    form.Slider3[At(filter)].SetPosition(model::ToneGainTop - context.BodyByte(block + 4));
     form.Text7[At(filter)].SetText(FrequencyText(context, ChannelOfTone(filter), block + 1));
-    form.Combo1[At(filter)].Select(BodyByte(context, block + 2));
+    form.Combo1[At(filter)].Select(context.BodyByte(block + 2));
 }
 
 void ShowDelay(const CommandContext& context, int index) {
     const std::size_t field = model::DelayOffsets[At(index)];
     controls::FrmCtrl& form = context.Form();
-    form.UpDown2[At(index)].SetPosition(256 * BodyByte(context, field) + BodyByte(context, field + 1));
-    form.UpDown1[At(index)].SetPosition(BodyByte(context, field + 2));
+    form.UpDown2[At(index)].SetPosition(256 * context.BodyByte(field) + context.BodyByte(field + 1));
+    form.UpDown1[At(index)].SetPosition(context.BodyByte(field + 2));
 }
 
 int GainPosition(const CommandContext& context, std::size_t position) {
-    return model::ChannelGainTop - BodyByte(context, position);
+    return model::ChannelGainTop - context.BodyByte(position);
 }
 
 void Show(const CommandContext& context, Parameter parameter) {
@@ -82,20 +78,20 @@ void Show(const CommandContext& context, Parameter parameter) {
         form.Check1[i].SetValue(static_cast<int>(context.Values().ChannelMute[i]));
         break;
     case InputType:
-        form.Combo4.Select(static_cast<int>(model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 4)));
+        form.Combo4.Select(model::HasOption(context.Image(), model::InputTypeBit) ? 1 : 0);
         break;
     case Source:
-        form.Combo3[i].Show(BodyByte(context, model::SourceOffsets[i]));
+        form.Combo3[i].Show(context.BodyByte(model::SourceOffsets[i]));
         break;
     case Threshold:
         form.Slider4[i].SetPosition((IsInput(index) ? model::NoiseGateThresholdTop : model::LimiterThresholdTop) -
-                                    BodyByte(context, model::LimiterOffsets[i] + 3));
+                                    context.BodyByte(model::LimiterOffsets[i] + 3));
         break;
     case Release:
-        form.Slider5[i].SetPosition(model::ReleaseTop - BodyByte(context, model::LimiterOffsets[i] + 1));
+        form.Slider5[i].SetPosition(model::ReleaseTop - context.BodyByte(model::LimiterOffsets[i] + 1));
         break;
     case Attack:
-        form.Slider6[i].SetPosition(model::AttackTop - BodyByte(context, model::LimiterOffsets[i]));
+        form.Slider6[i].SetPosition(model::AttackTop - context.BodyByte(model::LimiterOffsets[i]));
         break;
     case Crossover:
         ShowCrossover(context, index);
@@ -107,14 +103,13 @@ void Show(const CommandContext& context, Parameter parameter) {
         ShowTone(context, index);
         break;
     case Phase:
-        form.Check2[i].SetValue(BodyByte(context, model::PhaseOffsets[i]));
+        form.Check2[i].SetValue(context.BodyByte(model::PhaseOffsets[i]));
         break;
     case Delay:
         ShowDelay(context, index);
         break;
     case DelayUnit:
-        form.Option1[At(static_cast<int>(model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6)))]
-            .ShowSelected();
+        form.Option1[model::HasOption(context.Image(), model::DelayUnitBit) ? 1 : 0].ShowSelected();
         break;
     case Gain:
         form.Slider1[i].SetPosition(GainPosition(context, model::GainOffsets[i] + 1));
@@ -183,8 +178,7 @@ void RunParameter(const CommandContext& context, response::Response& response, P
         model::SetDelay(context, index);
         break;
     case DelayUnit:
-        model::SetDelayUnit(
-            context, static_cast<int>(model::DecodeBit(context.Image().SystemPage[model::OptionBitsAddress], 6)));
+        model::SetDelayUnit(context, model::HasOption(context.Image(), model::DelayUnitBit) ? 1 : 0);
         break;
     case Gain:
         model::SetGain(context, index);
