@@ -83,7 +83,6 @@ class QtWindowHost : public WindowHost {
     void RemoveControlWindow(int slot) override;
 
   private:
-    bool Ask(const controls::EventSource& source, const std::function<bool()>& query);
     void CloseDialogsOf(int slot);
     void OperationOver();
     void ControlWindowActivated(QMdiSubWindow* window);
