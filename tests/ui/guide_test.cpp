@@ -122,6 +122,15 @@ class GuideTest : public RackTest {
         QCOMPARE(pictures, 26);
     }
 
+    void AskedForInItselfItKeepsItsPage() {
+        desk_->ShowTab(controls::GainsTab);
+        QCOMPARE(PageOf(desk_->Control("SSTab1")), QStringLiteral("Gains"));
+        QPointer<QTextBrowser> guide = OpenGuide();
+        QTest::keyClick(guide, Qt::Key_F1);
+        QCOMPARE(Page(), QStringLiteral("Gains"));
+        QCOMPARE(OpenGuide(), guide.data());
+    }
+
     void ItsLinksTurnToTheirPages() {
         desk_->ShowTab(controls::GainsTab);
         QCOMPARE(PageOf(desk_->Control("SSTab1")), QStringLiteral("Gains"));

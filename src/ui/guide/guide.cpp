@@ -35,10 +35,13 @@ void Guide::Open() {
 }
 
 void Guide::OpenFor(const QWidget* asked) {
+    if (window_ != nullptr && asked != nullptr && asked->window() == window_) {
+        return; // who reads it keeps the page
+    }
     const QString page = GuidePageOf(asked);
     // A dialog keeps the keyboard from every window but its own children, and takes them along when it goes.
     QWidget* owner = QApplication::activeModalWidget();
-    if (owner == nullptr && asked != nullptr && asked->window() != window_) {
+    if (owner == nullptr && asked != nullptr) {
         owner = asked->window();
     }
     if (window_ == nullptr || (owner != nullptr && window_->parentWidget() != owner)) {
