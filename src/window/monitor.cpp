@@ -9,7 +9,6 @@ constexpr double NeverShown = 255.0;
 constexpr double LimitLevel = 5.0;
 constexpr double HighestLevel = 6.0;
 constexpr std::size_t FirstLevelByte = 4;
-constexpr std::size_t FirstOutput = 2;
 
 /// Lamp 0 at the bottom.
 constexpr std::array<controls::Colour, controls::LampsPerChannel> LampColours = {
@@ -49,7 +48,7 @@ void Monitor::Poll(int device_id) {
     for (std::size_t channel = 0; channel < ChannelCount; ++channel) {
         double& level = meter_now_[channel][id];
         level = context_.Link.RxFrame[FirstLevelByte + channel];
-        if (channel >= FirstOutput) {
+        if (!IsInput(channel)) {
             if (context_.Values().ChannelMute[channel] == 1.0) {
                 level = 0.0;
             }
@@ -62,11 +61,11 @@ void Monitor::Poll(int device_id) {
             meter_shown_[channel][id] = meter_now_[channel][id];
         }
     }
-    for (std::size_t channel = FirstOutput; channel < ChannelCount; ++channel) {
+    for (std::size_t channel = InputCount; channel < ChannelCount; ++channel) {
         if (limit_now_[channel][id] != limit_shown_[channel][id]) {
             // Two boxes off: Out 1 marks the box of In A, and the boxes of Out 5 and Out 6 are never marked. That is
             // meant.
-            controls::TextBox& box = context_.Form().Text9[channel - FirstOutput];
+            controls::TextBox& box = context_.Form().Text9[OutputOf(channel)];
             box.SetMarked(limit_now_[channel][id] != 0);
             box.SetToolTip(box.Marked() ? std::string(ChannelTitles[channel]) + " is limiting" : "");
             box.Refresh();
