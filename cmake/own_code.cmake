@@ -3,6 +3,7 @@ include(CheckCXXSourceCompiles)
 # -O3 makes nothing faster that anyone would notice but the curves (src/response asks for it), and some files take three
 # times as long to compile.
 string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
+# For the virtual rack, and found here so that every folder that links it knows it too.
 find_package(Threads REQUIRED)
 
 add_library(nrv718_own_code INTERFACE)

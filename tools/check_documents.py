@@ -7,7 +7,7 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
 LINK = re.compile(r"\]\(([^)#\s]+)(?:#([\w-]+))?\)")
-PATH = re.compile(r"(?<![\w./-])(?:src|simulator|tool|tour|tests|bench|tools|cmake|resources|docs)/[\w./-]*\w")
+PATH = re.compile(r"(?<![\w./-])(?:src|simulator|tool|tour|tests|bench|tools|cmake|packaging|resources|docs)/[\w./-]*\w")
 # Rows of docs/tested_behaviour.md: tests, and the file that they are in behind each run of them.
 TEST = re.compile(r"`(\w+)(\.|::)(\w+)`|((?:tests|bench)/[\w/]+\.(?:cpp|sh))")
 DECLARED = re.compile(r"\bTEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)|\bvoid (?:\w+::)?(\w+)\(\)|\bclass (\w+)")

@@ -5,7 +5,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("src", "simulator", "tool", "tour", "tests", "bench", "tools", "cmake", "resources", "docs")
+FOLDERS = ("src", "simulator", "tool", "tour", "tests", "bench", "tools", "cmake", "packaging", "resources", "docs")
 # Folders of inputs, which the folder above tells of; and what Python leaves behind.
 PASSED_OVER = ("tests/fuzz/corpus", "__pycache__")
 
