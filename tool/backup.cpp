@@ -1,4 +1,5 @@
 #include "ports/numbering.h"
+#include "presets/memory_positions.h"
 #include "tool/backup_folder.h"
 #include "tool/desk.h"
 #include "tool/line.h"
@@ -25,7 +26,7 @@ std::string PositionText(std::size_t position) {
 BackupRecord RecordOf(LineDesk& desk) {
     BackupRecord record{desk.Id(), desk.Label(), {}, false};
     for (std::size_t position = 0; position < record.Positions.size(); ++position) {
-        const bool used = desk.Values().PresetUsed[position] == model::PresetUsedMark;
+        const bool used = presets::HoldsPreset(desk.Values(), position);
         record.Positions.at(position) = {used, used ? desk.Values().PresetNames[position] : ""};
     }
     return record;

@@ -9,7 +9,6 @@
 #include "tool/text.h"
 
 #include <algorithm>
-#include <array>
 #include <ostream>
 
 namespace nrv::tool {
@@ -22,7 +21,7 @@ void TellDevice(program::Program& program, int id, std::ostream& out) {
     out << IdText(id) << ": " << Quoted(program.State.DeviceNames[At(id)]) << ", active "
         << Quoted(values.CurrentPresetName) << (values.LockFlag == 1.0 ? ", locked" : "") << "\n";
     for (std::size_t position = 0; position < std::size_t{MemoryPositions}; ++position) {
-        const bool used = values.PresetUsed[position] == model::PresetUsedMark;
+        const bool used = presets::HoldsPreset(values, position);
         out << "  " << position + 1 << ": " << (used ? Quoted(values.PresetNames[position]) : "empty") << "\n";
     }
 }

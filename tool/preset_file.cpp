@@ -25,7 +25,7 @@ PresetBytes ReadPresetBytes(const fs::path& file) {
         PresetBytes read{ReadFromStart(file, sizeof(model::PresetImageRow)), 0};
         read.FileSize = fs::file_size(file, error);
         if (error) {
-            read.FileSize = read.Bytes.size(); // a pipe
+            read.FileSize = read.Bytes.size(); // it is gone meanwhile
         }
         return read;
     } catch (const RuntimeError& refused) {
@@ -35,7 +35,7 @@ PresetBytes ReadPresetBytes(const fs::path& file) {
 
 model::PresetImageRow PresetOf(std::span<const std::uint8_t> bytes) {
     model::PresetImageRow image;
-    std::ranges::copy(bytes.first(std::min(bytes.size(), sizeof image)), reinterpret_cast<std::uint8_t*>(&image));
+    std::ranges::copy(bytes.first(std::min(bytes.size(), sizeof image)), BytesOf(image).begin());
     return image;
 }
 

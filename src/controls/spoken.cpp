@@ -12,33 +12,29 @@ namespace {
 using std::string_view;
 using Place = std::function<std::string(int)>;
 
-std::string Title(int channel) {
-    std::string title = ChannelTitles[static_cast<std::size_t>(channel)];
-    return title;
-}
 std::string OfChannel(int channel) {
-    return Title(channel);
+    return ChannelTitles[static_cast<std::size_t>(channel)];
 }
 std::string OfStrip(int index) {
-    return Title(ChannelOfControl(index));
+    return OfChannel(ChannelOfControl(index));
 }
 std::string OfOutput(int output) {
-    return Title(ChannelOfOutput(output));
+    return OfChannel(ChannelOfOutput(output));
 }
 std::string OfPeq(int section) {
-    return Title(ChannelOfPeq(section)) + ", PEQ " + std::to_string(PeqInChannel(section) + 1);
+    return OfChannel(ChannelOfPeq(section)) + ", PEQ " + std::to_string(PeqInChannel(section) + 1);
 }
 std::string OfTone(int filter) {
     const char* const kind = !IsToneOfInput(filter)       ? "shelving"
                              : ToneInChannel(filter) == 0 ? "low shelving"
                                                           : "high shelving";
-    return Title(ChannelOfTone(filter)) + ", " + kind;
+    return OfChannel(ChannelOfTone(filter)) + ", " + kind;
 }
 std::string OfSide(int side) {
-    return Title(ChannelOfCrossover(side)) + (CrossoverInChannel(side) == 0 ? ", high pass" : ", low pass");
+    return OfChannel(ChannelOfCrossover(side)) + (CrossoverInChannel(side) == 0 ? ", high pass" : ", low pass");
 }
 std::string OfDynamics(int channel) {
-    return Title(channel) + (IsInput(channel) ? ", noise gate" : ", limiter");
+    return OfChannel(channel) + (IsInput(channel) ? ", noise gate" : ", limiter");
 }
 std::string Nowhere(int) {
     return {};
@@ -100,7 +96,7 @@ std::string OfLamp(int lamp) {
     const int channel = lamp / LampsPerChannel;
     const std::array<const char*, LampsPerChannel> levels = {
         "-24 dB", "-18 dB", "-12 dB", "-6 dB", IsInput(channel) ? "-2 dB" : "limit", "clip"};
-    return Joined(Title(channel), std::string(levels[static_cast<std::size_t>(lamp % LampsPerChannel)]) + " lamp");
+    return Joined(OfChannel(channel), std::string(levels[static_cast<std::size_t>(lamp % LampsPerChannel)]) + " lamp");
 }
 
 std::string OfSum(int option) {
@@ -115,11 +111,11 @@ std::string OfBlock(int block) {
     const std::array<const char*, stages> input = {"master", "gain", "PEQ", "delay", "phase"};
     const std::array<const char*, stages> output = {"crossover", "delay", "limiter", "gain", "phase"};
     if (block >= first_gate) {
-        return Joined(Title(block - first_gate), "noise gate block");
+        return Joined(OfChannel(block - first_gate), "noise gate block");
     }
     const int channel = block / stages;
     const auto stage = static_cast<std::size_t>(block % stages);
-    return Joined(Title(channel), std::string(IsInput(channel) ? input[stage] : output[stage]) + " block");
+    return Joined(OfChannel(channel), std::string(IsInput(channel) ? input[stage] : output[stage]) + " block");
 }
 
 std::string OfView(string_view name, int output) {

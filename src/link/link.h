@@ -18,7 +18,6 @@
 
 namespace nrv::link {
 
-using nrv::DeviceCount;
 inline constexpr int FrameLength = 13;
 inline constexpr int BulkLength = 432;
 

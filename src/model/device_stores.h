@@ -11,18 +11,16 @@
 
 namespace nrv::model {
 
-inline constexpr std::size_t DeviceIdCount = DeviceCount;
-
 /// What the program holds of every device, by device ID, for the whole run. Around 120 kB: keep it off the stack.
 struct DeviceStores {
     /// Decoded values.
-    std::array<ParamRow, DeviceIdCount> ParamValues{};
+    std::array<ParamRow, DeviceCount> ParamValues{};
     /// Codes.
-    std::array<PresetImageRow, DeviceIdCount> PresetImage{};
+    std::array<PresetImageRow, DeviceCount> PresetImage{};
     /// The last input type that any window chose or that any device reported; one for all devices.
     double LastInputType = 0.0;
     /// Names of the eight channels.
-    std::array<std::array<std::string, ChannelCount>, DeviceIdCount> ChannelNames{};
+    std::array<std::array<std::string, ChannelCount>, DeviceCount> ChannelNames{};
 };
 
 /// The option byte as the sum of its six entries, bits 0 and 1 being lost.

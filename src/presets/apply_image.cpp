@@ -170,7 +170,7 @@ void ApplyViewState(const CommandContext& context, Response& response) {
         form.Check3[At(channel)].SetValue(view[model::ShowCursorStart + At(channel)]);
         response::ShowCursor(context, channel);
     }
-    for (int row = 0; row < OutputCount - 1; ++row) {
+    for (int row = 0; row < ViewsPerOutput; ++row) {
         for (int output = 0; output < OutputCount; ++output) {
             const std::size_t byte = model::ViewBoxStart + model::ViewBoxesInRow * At(row) + At(output);
             form.ViewBox(row, output).SetValue(view[byte]);

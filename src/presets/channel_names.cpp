@@ -60,7 +60,7 @@ void QuoteNames(const model::CommandContext& context, const response::Response& 
     for (int output = 0; output < OutputCount; ++output) {
         form.Option2[At(SumsPerOutput * output + 1)].SetCaption("Out + " + names[0]);
         form.Option2[At(SumsPerOutput * output + 2)].SetCaption("Out + " + names[1]);
-        for (int row = 0; row < OutputCount - 1; ++row) {
+        for (int row = 0; row < ViewsPerOutput; ++row) {
             form.ViewBox(row, output).SetCaption(response.ViewCaption(ViewedOutput(output, row)));
         }
     }

@@ -9,7 +9,7 @@ namespace nrv::presets {
 
 CopyInputDialog::CopyInputDialog(ToolContext context, controls::FrmCopyIn& form)
     : context_(std::move(context)), form_(form) {
-    for (int source = 0; source < 2; ++source) {
+    for (int source = 0; source < InputCount; ++source) {
         form_.Command1[At(source)].Clicked = [this, source] { Copy(source); };
     }
 }
@@ -36,9 +36,9 @@ CopyOutputDialog::CopyOutputDialog(ToolContext context, controls::FrmCopyOut& fo
 void CopyOutputDialog::Open() {
     std::vector<std::string> names;
     std::vector<std::string> outputs; // names may be alike or blank
-    for (std::size_t channel = 2; channel < ChannelCount; ++channel) {
+    for (std::size_t channel = InputCount; channel < ChannelCount; ++channel) {
         names.push_back(context_.Commands.Form().Label300[channel].Caption());
-        outputs.push_back("Out " + std::to_string(channel - 1));
+        outputs.push_back(ChannelTitles[channel]);
     }
     for (int list = 0; list < 2; ++list) {
         form_.Combo1[At(list)].SetItems(names);

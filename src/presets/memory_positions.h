@@ -9,9 +9,9 @@
 
 namespace nrv::presets {
 
-/// Whether a memory position of the current device, 0 to 7, is in use.
-inline bool HoldsPreset(const model::CommandContext& context, std::size_t position) {
-    return context.Values().PresetUsed[position] == model::PresetUsedMark;
+/// Whether a memory position of a device, 0 to 7, is in use.
+inline bool HoldsPreset(const model::ParamRow& values, std::size_t position) {
+    return values.PresetUsed[position] == model::PresetUsedMark;
 }
 
 /// Lists the names of the memory positions: each line's tool tip tells its number over the list's own hint, and an
@@ -21,7 +21,7 @@ inline void ListPositions(const model::CommandContext& context, controls::LineLi
     std::vector<std::string> tips;
     std::vector<bool> empty;
     for (std::size_t position = 0; position < MemoryPositions; ++position) {
-        empty.push_back(!HoldsPreset(context, position));
+        empty.push_back(!HoldsPreset(context.Values(), position));
         tips.push_back("Position " + std::to_string(position + 1) + (empty.back() ? ", empty" : "") + "\n" +
                        list.ToolTip());
     }

@@ -9,7 +9,6 @@
 #include "presets/memory_positions.h"
 #include "presets/preset_titles.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -42,7 +41,7 @@ void ReadDialog::Open() {
 
 void ReadDialog::Read() {
     const int position = form_.List1.Shown();
-    if (!HoldsPreset(context_.Commands, At(position))) {
+    if (!HoldsPreset(context_.Commands.Values(), At(position))) {
         context_.Boxes.Show({"Preset empty", Title, BoxIcon::Critical});
         return;
     }

@@ -22,7 +22,7 @@ constexpr std::size_t SentAsMuteBits = 18;
 
 /// What a store into a position takes away, as the end of a sentence.
 std::string Over(const model::CommandContext& context, std::size_t position) {
-    return HoldsPreset(context, position)
+    return HoldsPreset(context.Values(), position)
                ? ", over \"" + model::TrimBlanks(context.Values().PresetNames[position]) + "\""
                : ", which is empty";
 }

@@ -2,6 +2,7 @@
 
 #include "model/encodings.h"
 #include "model/equaliser_commands.h"
+#include "model/graph_scale.h"
 #include "model/number_text.h"
 #include "model/output_commands.h"
 #include "model/put_back.h"
@@ -16,29 +17,24 @@ using controls::EnterKey;
 using model::NumberText;
 using model::ParseNumber;
 
-constexpr double LowestFrequency = 20.0;
-constexpr double HighestFrequency = 20000.0;
-
 constexpr char Refused = '?';
 
 bool IsDigit(char key) {
     return key >= '0' && key <= '9';
 }
 
-/// Holds what a frequency box shows to 20 to 20000 Hz. Throws RuntimeError when it is no number.
-void HoldFrequency(controls::TextBox& box) {
-    if (ParseNumber(box.Text()) > HighestFrequency) {
+/// Holds what a frequency box shows to 20000 Hz. Throws RuntimeError when it is no number.
+void HoldBelowTop(controls::TextBox& box) {
+    if (ParseNumber(box.Text()) > model::HighestHz) {
         box.SetText("20000");
-    }
-    if (ParseNumber(box.Text()) < LowestFrequency) {
-        box.SetText("20");
     }
 }
 
-/// Holds what a frequency box shows to 20000 Hz. Throws RuntimeError when it is no number.
-void HoldBelowTop(controls::TextBox& box) {
-    if (ParseNumber(box.Text()) > HighestFrequency) {
-        box.SetText("20000");
+/// Holds what a frequency box shows to 20 to 20000 Hz. Throws RuntimeError when it is no number.
+void HoldFrequency(controls::TextBox& box) {
+    HoldBelowTop(box);
+    if (ParseNumber(box.Text()) < model::LowestHz) {
+        box.SetText("20");
     }
 }
 

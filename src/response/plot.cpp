@@ -158,7 +158,7 @@ void Response::SetViewMode(int option) {
     }
     const std::string caption = ViewCaption(output);
     for (int tab = 0; tab < OutputCount; ++tab) {
-        for (int row = 0; row < OutputCount - 1; ++row) {
+        for (int row = 0; row < ViewsPerOutput; ++row) {
             if (ViewedOutput(tab, row) == output) {
                 windows_.Current().ViewBox(row, tab).SetCaption(caption);
             }

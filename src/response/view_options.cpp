@@ -17,7 +17,7 @@ bool ShowViewMode(controls::FrmCtrl& form, const Response& response, int output)
 /// True when a box on the tab of the output showed something else. A box that is set keeps the value it was set to.
 bool ShowOverlays(controls::FrmCtrl& form, const Response& response, int output) {
     bool differed = false;
-    for (int row = 0; row < OutputCount - 1; ++row) {
+    for (int row = 0; row < ViewsPerOutput; ++row) {
         controls::CheckBox& box = form.ViewBox(row, output);
         const int viewed = ViewedOutput(output, row);
         const bool overlaid = response.OverlayMatrix[At(ChannelOfOutput(output))][At(ChannelOfOutput(viewed))];
@@ -57,7 +57,7 @@ void ChooseViewMode(const model::CommandContext& context, Response& response, in
     const int output = option / SumsPerOutput;
     response.SetViewMode(option);
     response.RedrawChannel(ChannelOfOutput(output));
-    context.Image().ViewState[model::SumButtonStart + At(output)] = static_cast<std::uint8_t>(option % 3);
+    context.Image().ViewState[model::SumButtonStart + At(output)] = static_cast<std::uint8_t>(option % SumsPerOutput);
 }
 
 void ShowSharedViews(const model::CommandContext& context, Response& response) {

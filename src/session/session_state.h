@@ -9,9 +9,6 @@
 
 namespace nrv::session {
 
-using nrv::DeviceCount;
-using nrv::IsDeviceId;
-
 /// One record of Speakers.cfg, and of what a search has found. Words 1 to 9 are not used.
 struct SpeakerRecord {
     std::array<std::int16_t, 11> Words{};

@@ -111,7 +111,7 @@ void ControlWindow::WireGraphs(controls::FrmCtrl& form) {
         };
     }
     for (int output = 0; output < OutputCount; ++output) {
-        for (int row = 0; row < OutputCount - 1; ++row) {
+        for (int row = 0; row < ViewsPerOutput; ++row) {
             form.ViewBox(row, output).Clicked = [this, output, row] {
                 response::ViewOverlay(context_, response_, output, row);
             };
@@ -130,7 +130,7 @@ void ControlWindow::WireOverview(controls::FrmCtrl& form) {
         leads_to(form.Label100[i], TabOfBlock(static_cast<int>(i)));
     }
     for (std::size_t output = 0; output < form.Label200.size(); ++output) {
-        leads_to(form.Label200[output], static_cast<int>(output) + 2);
+        leads_to(form.Label200[output], ChannelOfOutput(static_cast<int>(output)));
     }
     for (controls::Label& socket : form.Label400) {
         leads_to(socket, controls::GainsTab);

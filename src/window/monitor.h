@@ -21,7 +21,7 @@ class Monitor {
   private:
     /// By channel and device ID.
     template <class Value>
-    using Table = std::array<std::array<Value, session::DeviceCount>, 9>;
+    using Table = std::array<std::array<Value, DeviceCount>, 9>;
 
     void Tick(controls::Timer& timer);
     void Poll(int id);

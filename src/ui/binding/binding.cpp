@@ -6,6 +6,7 @@
 #include "ui/look/painting.h"
 #include "ui/look/theme.h"
 #include "ui/widgets/list_box.h"
+#include "ui/widgets/panel.h"
 #include "ui/widgets/text_field.h"
 
 #include <QAbstractButton>
@@ -77,6 +78,10 @@ void ShowAllCommon(const controls::Control& control, QWidget& widget) {
 void Bind(controls::Label& label, QLabel& widget) {
     widget.setTextFormat(Qt::PlainText);
     Follow(label, widget, [&] { widget.setText(FromBytes(label.Caption())); });
+}
+
+void Bind(controls::Frame& frame, Panel& panel) {
+    Follow(frame, panel, [&] { panel.SetCaption(FromBytes(frame.Caption())); });
 }
 
 void Bind(controls::Button& button, QAbstractButton& widget, const controls::EventEntry& entry) {

@@ -9,7 +9,6 @@
 
 class QAbstractButton;
 class QComboBox;
-class QGroupBox;
 class QLabel;
 class QListWidget;
 class QProgressBar;
@@ -18,6 +17,7 @@ class QWidget;
 
 namespace nrv::ui {
 
+class Panel;
 class TextField;
 
 // One connection for each kind of control: the widget shows the control, and what the user does to the widget becomes
@@ -29,6 +29,8 @@ bool ShowCommon(const controls::Control& control, QWidget& widget, controls::Asp
 void ShowAllCommon(const controls::Control& control, QWidget& widget);
 
 void Bind(controls::Label& label, QLabel& widget);
+/// The panel disables what lies in it.
+void Bind(controls::Frame& frame, Panel& panel);
 void Bind(controls::Button& button, QAbstractButton& widget, const controls::EventEntry& entry);
 /// The click alone, for a button that shows a picture.
 void BindClick(controls::Button& button, QAbstractButton& widget, const controls::EventEntry& entry);

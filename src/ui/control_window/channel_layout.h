@@ -2,6 +2,8 @@
 
 #include "controls/frm_ctrl.h"
 
+#include <array>
+
 namespace nrv::ui {
 
 // Where things stand on a tab. Pixels. Panels stand 4 apart; a page begins below the tabs.
@@ -16,6 +18,9 @@ inline constexpr int PanelsRight = PageWidth - Gap;
 
 inline constexpr int FieldHeight = 20;
 inline constexpr int CheckHeight = 16;
+
+/// Where an input stands in a picture of rows, each output having one: in the middle of three outputs.
+inline constexpr std::array<int, InputCount> InputRows = {1, 4};
 
 /// The lower edge of the graph's panel: an output has one row of view boxes more.
 constexpr int GraphPanelBottom(int channel) {

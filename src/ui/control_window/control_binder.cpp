@@ -35,7 +35,7 @@ Widget* ControlBinder::WidgetOf(std::string_view name, int index) const {
 
 void ControlBinder::operator()(std::string_view name, int index, controls::Frame& frame) {
     if (auto* panel = WidgetOf<Panel>(name, index)) {
-        Follow(frame, *panel, [&frame, panel] { panel->SetCaption(FromBytes(frame.Caption())); });
+        Bind(frame, *panel);
     }
 }
 

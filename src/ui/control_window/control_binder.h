@@ -5,8 +5,6 @@
 
 #include <string_view>
 
-class QWidget;
-
 namespace nrv::ui {
 
 class PageBuilder;

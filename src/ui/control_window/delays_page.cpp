@@ -20,7 +20,6 @@ constexpr int DrawingLeft = PanelsLeft + DelayStripWidth;
 constexpr int DrawingRight = PanelsRight - DelayStripWidth;
 constexpr int BranchOffset = 8; // an output's two branches lie this far above and below its middle
 
-constexpr std::array<int, 2> InputRows = {1, 4}; // an input stands in the middle of three outputs
 constexpr int UnitsRow = 5;
 
 constexpr int RowTop(int row) {

@@ -33,7 +33,6 @@ constexpr int OutputLeft = 640;
 constexpr int ChannelWidth = 54;
 constexpr int PictureSize = 18;
 constexpr int BlockBranchOffset = 5;
-constexpr std::array<int, 2> BlockInputRows = {1, 4}; // an input stands in the middle of three outputs
 constexpr std::array<int, 2> GateLabels = {40, 41};
 
 constexpr int BlockRowMiddle(int row) {
@@ -64,7 +63,7 @@ class Diagram {
     static QRect Around(int left, int middle, int width) {
         return {left, middle - BlockHeight / 2, width, BlockHeight};
     }
-    static int InputMiddle(int input) { return BlockRowMiddle(BlockInputRows[static_cast<std::size_t>(input)]); }
+    static int InputMiddle(int input) { return BlockRowMiddle(InputRows[static_cast<std::size_t>(input)]); }
 
     void AddChannel(int channel, const QRect& place, QPoint picture) {
         const QColor colour = ChannelColour(channel);

@@ -24,7 +24,6 @@ class SectionLights : public QObject {
 
     /// The point and the controls of a section, 0 to 43; all controls are children of one panel.
     void Add(int section, MarkerDot& dot, const std::vector<QWidget*>& controls);
-    bool IsLit(int section) const { return sections_.at(static_cast<std::size_t>(section)).Lit; }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

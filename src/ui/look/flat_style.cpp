@@ -123,10 +123,6 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     switch (element) {
     case PE_PanelButtonCommand:
         DrawButton(*painter, *option);
-        if (Has(*option, State_HasFocus)) {
-            DrawFocusFrame(*painter, option->rect);
-            DrawFocusFrame(*painter, option->rect.adjusted(1, 1, -1, -1), BoxRadius - 1.0);
-        }
         break;
     case PE_FrameDefaultButton:
         break;

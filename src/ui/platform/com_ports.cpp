@@ -33,6 +33,15 @@ QString ComName(int number) {
     return QStringLiteral("COM %1").arg(number);
 }
 
+/// Says in a port's words and its tool tip why it cannot be opened, if it cannot.
+void TellRefusal(ComPort& port, int number) {
+    const QString refusal = RefusalOf(port.Device);
+    if (!refusal.isEmpty()) {
+        port.Refusal = QStringLiteral("%1 (%2) %3").arg(ComName(number), port.Device, refusal);
+        port.ToolTip += QStringLiteral(" It %1").arg(refusal);
+    }
+}
+
 /// The port of a device of the program's folder, or of a link there that leads to one.
 std::optional<ComPort> FromFolder(const QString& folder, int number) {
 #ifdef Q_OS_WIN
@@ -54,11 +63,7 @@ std::optional<ComPort> FromFolder(const QString& folder, int number) {
                        ? QStringLiteral("%1 is \"%2\" in the program's folder, a link to %3.")
                              .arg(ComName(number), name, port.Device)
                        : QStringLiteral("%1 is \"%2\" in the program's folder.").arg(ComName(number), name);
-    const QString refusal = RefusalOf(port.Device);
-    if (!refusal.isEmpty()) {
-        port.Refusal = QStringLiteral("%1 (%2) %3").arg(ComName(number), port.Device, refusal);
-        port.ToolTip += QStringLiteral(" It %1").arg(refusal);
-    }
+    TellRefusal(port, number);
     return port;
 #endif
 }
@@ -165,11 +170,7 @@ ComPort ComPortNames::FindAmong(const std::vector<PortInfo>& ports, int number, 
         return {QString(), nothing, nothing};
     }
     ComPort result{port->Device, QStringLiteral("%1 is %2.").arg(ComName(number), Describe(*port)), QString()};
-    const QString refusal = RefusalOf(port->Device);
-    if (!refusal.isEmpty()) {
-        result.Refusal = QStringLiteral("%1 (%2) %3").arg(ComName(number), port->Device, refusal);
-        result.ToolTip += QStringLiteral(" It %1").arg(refusal);
-    }
+    TellRefusal(result, number);
     return result;
 }
 

@@ -15,7 +15,6 @@
 namespace nrv::ui {
 namespace {
 
-constexpr std::size_t Inputs = 2;
 constexpr int NameMarkSize = 8;
 
 } // namespace
@@ -28,8 +27,9 @@ EditNamesDialog::EditNamesDialog(controls::FrmEditLabel& record, const controls:
     grid->setHorizontalSpacing(Gap);
     grid->setVerticalSpacing(Inner);
     for (std::size_t channel = 0; channel < record.Text1.size(); ++channel) {
-        const bool input = channel < Inputs;
-        grid->addWidget(MakeName(record, channel), input ? 0 : 1, static_cast<int>(input ? channel : channel - Inputs));
+        const bool input = IsInput(channel);
+        grid->addWidget(MakeName(record, channel), input ? 0 : 1,
+                        static_cast<int>(input ? channel : OutputOf(channel)));
     }
     Column().addWidget(panel);
 
@@ -37,7 +37,7 @@ EditNamesDialog::EditNamesDialog(controls::FrmEditLabel& record, const controls:
     QPushButton* cancel = MakeButton(record.Command1[1], Indexed("Command1", 1));
     Column().addLayout(ButtonRow({cancel, ok}));
     ok->setDefault(true);
-    findChild<TextField*>(Indexed("Text1", Inputs))->Offer();
+    findChild<TextField*>(Indexed("Text1", InputCount))->Offer();
 }
 
 QWidget* EditNamesDialog::MakeName(controls::FrmEditLabel& record, std::size_t channel) {

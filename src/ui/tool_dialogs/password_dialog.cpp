@@ -6,7 +6,6 @@
 #include "ui/tool_dialogs/lock_switch.h"
 #include "ui/widgets/panel.h"
 #include "ui/widgets/text_field.h"
-#include "ui/windows/form_binding.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -104,7 +103,7 @@ QWidget* PasswordDialog::MakeLoginPage() {
     QPushButton* exit = MakeCommand(1);
     column->addLayout(ButtonRow({exit, ok}));
     page->SetEntry(password, ok);
-    BindFrame(record_.Frame3, *page);
+    Bind(record_.Frame3, *page);
     return page;
 }
 
@@ -140,7 +139,7 @@ QWidget* PasswordDialog::MakeSettingsPage() {
     buttons->addWidget(confirm);
     column->addLayout(buttons);
     page->SetEntry(lock, confirm);
-    BindFrame(record_.Frame1, *page);
+    Bind(record_.Frame1, *page);
     return page;
 }
 
@@ -160,7 +159,7 @@ QWidget* PasswordDialog::MakeNewPasswordPage() {
     QPushButton* cancel = MakeCommand(4);
     column->addLayout(ButtonRow({cancel, ok}));
     page->SetEntry(first, ok);
-    BindFrame(record_.Frame4, *page);
+    Bind(record_.Frame4, *page);
     return page;
 }
 

@@ -15,7 +15,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <utility>
 
 namespace nrv::ui {
@@ -35,7 +34,7 @@ QString NumberedName(const char* name, std::size_t index) {
 Panel* MakeFrame(controls::Frame& frame, const QString& name) {
     auto* box = new Panel(nullptr);
     box->setObjectName(name);
-    BindFrame(frame, *box);
+    Bind(frame, *box);
     return box;
 }
 

@@ -1,11 +1,9 @@
 #include "ui/windows/form_binding.h"
 
-#include "ui/binding/follow.h"
 #include "ui/binding/subscription.h"
 #include "ui/binding/text.h"
 #include "ui/look/painting.h"
 #include "ui/look/title_bar.h"
-#include "ui/widgets/panel.h"
 
 #include <QMdiSubWindow>
 #include <QWidget>
@@ -67,11 +65,6 @@ void BindForm(controls::Form& form, QWidget& window, QWidget& area, const std::f
             break;
         }
     });
-}
-
-void BindFrame(controls::Frame& frame, Panel& panel) {
-    const auto caption = [&frame, &panel] { panel.SetCaption(FromBytes(frame.Caption())); };
-    Follow(frame, panel, caption);
 }
 
 } // namespace nrv::ui

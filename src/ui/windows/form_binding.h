@@ -9,8 +9,6 @@ class QWidget;
 
 namespace nrv::ui {
 
-class Panel;
-
 /// Twips of the records to pixels of the screen.
 inline constexpr int TwipsPerPixel = 15;
 
@@ -20,8 +18,5 @@ void ShowTitle(const controls::Form& form, QWidget& window);
 /// Shows a window's title on `window` and its mouse pointer over `area`; `place` runs when the code gave it another
 /// size.
 void BindForm(controls::Form& form, QWidget& window, QWidget& area, const std::function<void()>& place = {});
-
-/// Shows a frame as a panel that disables what lies in it.
-void BindFrame(controls::Frame& frame, Panel& panel);
 
 } // namespace nrv::ui
