@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 
 namespace nrv::simulator {
 namespace {

@@ -3,7 +3,6 @@
 #include "simulator/descriptor.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>

@@ -3,7 +3,6 @@
 #include "simulator/scales.h"
 
 #include <algorithm>
-#include <array>
 
 namespace nrv::simulator {
 namespace {

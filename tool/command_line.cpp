@@ -16,7 +16,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <functional>
 #include <map>
 #include <memory>
 #include <ostream>

@@ -5,7 +5,6 @@
 #include "model/number_text.h"
 #include "response/response.h"
 
-#include <array>
 #include <ostream>
 
 namespace nrv::tool {

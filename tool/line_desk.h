@@ -89,13 +89,9 @@ class LineProcess final : public Process {
     std::chrono::steady_clock::time_point due_;
 };
 
-/// Answers Yes, and keeps what the last box said.
 class YesBoxes final : public MessageBoxes {
   public:
-    std::string Last;
-
     BoxAnswer Show(const MessageBox& box) override {
-        Last = box.Text;
         return box.Buttons == BoxButtons::YesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
     }
 };

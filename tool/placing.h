@@ -5,8 +5,6 @@
 #include "response/plot_grid.h"
 #include "tool/filter_text.h"
 
-#include <optional>
-#include <string>
 #include <vector>
 
 namespace nrv::tool {

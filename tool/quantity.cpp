@@ -4,6 +4,7 @@
 #include "ports/runtime_error.h"
 #include "tool/text.h"
 
+#include <algorithm>
 #include <array>
 
 namespace nrv::tool {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "controls/frm_ctrl.h"
 #include "model/preset_image.h"
 
 #include <iosfwd>

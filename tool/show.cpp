@@ -4,6 +4,7 @@
 #include "tool/parameters.h"
 #include "tool/text.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <ostream>
 

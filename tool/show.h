@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <iosfwd>
 #include <optional>
-#include <string>
 
 namespace nrv::tool {
 

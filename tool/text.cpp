@@ -3,7 +3,6 @@
 #include "model/number_text.h"
 #include "tool/trouble.h"
 
-#include <array>
 #include <cctype>
 #include <charconv>
 

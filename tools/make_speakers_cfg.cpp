@@ -1,8 +1,6 @@
 // Makes Speakers.cfg from the list that a person can read: 33 records of 128 bytes, integers of 16 bits, low byte
 // first.
 
-#include <array>
-#include <cstdint>
 #include <fstream>
 #include <iostream>
 #include <sstream>

@@ -4,7 +4,6 @@
 #include "model/preset_image.h"
 #include "response/response.h"
 
-#include <cstdint>
 #include <string>
 #include <vector>
 

@@ -7,7 +7,6 @@
 #include "presets/preset_titles.h"
 
 #include <algorithm>
-#include <span>
 
 namespace nrv::presets {
 namespace {

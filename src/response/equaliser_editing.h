@@ -4,8 +4,6 @@
 #include "ports/message_boxes.h"
 #include "response/response.h"
 
-#include <string>
-
 namespace nrv::response {
 
 /// Every PEQ section of a channel, 0 to 7, to 0 dB at its stored frequency and bandwidth: one frame for each section.

@@ -2,8 +2,6 @@
 
 #include "ports/runtime_error.h"
 
-#include <system_error>
-
 namespace nrv::session {
 namespace {
 

@@ -13,6 +13,7 @@
 #include <type_traits>
 
 namespace nrv::window {
+
 ControlWindow::ControlWindow(const Parts& parts)
     : windows_(parts.Windows), list_(parts.List), link_(parts.Link), state_(parts.State), status_(parts.Status),
       boxes_(parts.Boxes), host_(parts.Host),

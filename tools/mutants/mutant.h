@@ -4,7 +4,6 @@
 
 #include <bitset>
 #include <cstdlib>
-#include <type_traits>
 
 namespace nrv::mutant {
 

@@ -8,8 +8,6 @@
 #include <QPalette>
 #include <QToolTip>
 
-#include <array>
-
 namespace nrv::ui {
 namespace {
 

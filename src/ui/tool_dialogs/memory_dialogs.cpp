@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 namespace nrv::ui {
+
 StoreDialog::StoreDialog(controls::FrmStore& record, const controls::EventEntry& entry, QWidget* parent)
     : ToolDialogBase(record.Window, QStringLiteral("FrmStore"), entry, parent) {
     auto* panel = new Panel(this);

@@ -175,11 +175,9 @@ QProgressBar* ToolDialogBase::MakeBar(controls::ProgressBar& bar, const QString&
 }
 
 bool ToolDialogBase::eventFilter(QObject* watched, QEvent* event) {
-    auto* field = qobject_cast<TextField*>(watched);
-    if (field == nullptr) {
-        return QDialog::eventFilter(watched, event);
-    }
-    if (IsEnter(*event) && std::find(tell_owner_.begin(), tell_owner_.end(), field) == tell_owner_.end()) {
+    auto* const field = qobject_cast<TextField*>(watched);
+    if (field != nullptr && IsEnter(*event) &&
+        std::find(tell_owner_.begin(), tell_owner_.end(), field) == tell_owner_.end()) {
         keyPressEvent(static_cast<QKeyEvent*>(event));
         return true;
     }

@@ -21,7 +21,6 @@ class QVBoxLayout;
 
 namespace nrv::ui {
 
-class Panel;
 class TextField;
 
 /// "Text1(3)": the name of a control and its index.

@@ -228,11 +228,12 @@ void TextField::mouseReleaseEvent(QMouseEvent* event) {
 void TextField::contextMenuEvent(QContextMenuEvent* event) {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(tr("Cut"), this, &QLineEdit::cut)->setEnabled(hasSelectedText() && !isReadOnly());
-    menu->addAction(tr("Copy"), this, &QLineEdit::copy)->setEnabled(hasSelectedText());
-    menu->addAction(tr("Paste"), this, [this] { PasteFrom(QClipboard::Clipboard); })->setEnabled(!isReadOnly());
+    menu->addAction(QStringLiteral("Cut"), this, &QLineEdit::cut)->setEnabled(hasSelectedText() && !isReadOnly());
+    menu->addAction(QStringLiteral("Copy"), this, &QLineEdit::copy)->setEnabled(hasSelectedText());
+    menu->addAction(QStringLiteral("Paste"), this, [this] { PasteFrom(QClipboard::Clipboard); })
+        ->setEnabled(!isReadOnly());
     menu->addSeparator();
-    menu->addAction(tr("Select all"), this, &QLineEdit::selectAll)->setEnabled(!text().isEmpty());
+    menu->addAction(QStringLiteral("Select all"), this, &QLineEdit::selectAll)->setEnabled(!text().isEmpty());
     menu->popup(event->globalPos());
 }
 

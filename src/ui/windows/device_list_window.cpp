@@ -133,7 +133,7 @@ void DeviceListWindow::BindCaption() {
     Subscribe(*grid_, record_.ListCaption, [show](controls::Aspect) { show(); });
 }
 
-QLabel* DeviceListWindow::AddNotice(controls::Label& notice, const QString& name, QVBoxLayout& column) {
+void DeviceListWindow::AddNotice(controls::Label& notice, const QString& name, QVBoxLayout& column) {
     auto* label = new QLabel;
     label->setObjectName(name);
     // Its place is kept while it is hidden: it must be there at once when it is shown in the middle of an exchange.
@@ -143,7 +143,6 @@ QLabel* DeviceListWindow::AddNotice(controls::Label& notice, const QString& name
     label->setContentsMargins(2, 1, 2, 1);
     Bind(notice, *label);
     column.addWidget(label);
-    return label;
 }
 
 void DeviceListWindow::FollowSize() {

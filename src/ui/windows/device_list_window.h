@@ -28,7 +28,7 @@ class DeviceListWindow : public MdiChild {
   private:
     void BuildGrid(const controls::EventEntry& entry);
     void BindCaption();
-    QLabel* AddNotice(controls::Label& notice, const QString& name, QVBoxLayout& column);
+    void AddNotice(controls::Label& notice, const QString& name, QVBoxLayout& column);
     void FollowSize();
     void FollowCells();
     void FollowMark();
