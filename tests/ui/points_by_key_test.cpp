@@ -4,8 +4,11 @@
 #include "ui/widgets/marker_dot.h"
 #include "ui/widgets/value_plate.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QTabBar>
+
+#include <cstdlib>
 
 using namespace nrv;
 using namespace nrv::test;
@@ -45,6 +48,7 @@ class PointsByKeyTest : public RackTest {
     void ADeviceThatDiesUnderTheKeyTakesItsWindowAlong();
     void AnUnreadableFrequencyStopsTheGain();
     void AClickThatReportsAMoveToTheSamePlaceSendsNothing();
+    void AClickGivesThePointTheKeyboard();
     void OtherButtonsDoNothing();
     void EscapeInADragPutsThePointBack();
     void ADragCanBeginAnewAfterEscape();
@@ -255,6 +259,18 @@ void PointsByKeyTest::AClickThatReportsAMoveToTheSamePlaceSendsNothing() {
     Mouse(Point(5), QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton, place);
     QVERIFY(desk_->TakeFrames().empty());
     QCOMPARE(State(5, 0), before);
+}
+
+void PointsByKeyTest::AClickGivesThePointTheKeyboard() {
+    desk_->Control("Check3", 0)->setFocus();
+    const int position = desk_->Form().Slider2[5].Position();
+    QTest::mouseClick(Point(5), Qt::LeftButton);
+    QVERIFY(Point(5)->hasFocus());
+    QVERIFY(desk_->TakeFrames().empty());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+    QCOMPARE(std::abs(desk_->Form().Slider2[5].Position() - position), 1);
+    QCOMPARE(desk_->Form().Text3[5].Text(), std::string("0.2"));
+    QCOMPARE(desk_->TakeFrames().size(), std::size_t{1});
 }
 
 void PointsByKeyTest::OtherButtonsDoNothing() {

@@ -75,6 +75,7 @@ void MarkerDot::mousePressEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
+    setFocus(Qt::MouseFocusReason); // or the keys that follow would move another point
     SetInHand(true);
     moved_ = false;
     pressed_at_ = event->globalPosition().toPoint();
@@ -141,7 +142,7 @@ void MarkerDot::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-/// While it is in hand the keyboard is wherever it was.
+/// While it is in hand the keyboard may have gone elsewhere.
 bool MarkerDot::eventFilter(QObject* watched, QEvent* event) {
     if (in_hand_ && event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
         SetInHand(false);

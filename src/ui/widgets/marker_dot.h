@@ -8,8 +8,8 @@
 
 namespace nrv::ui {
 
-/// A numbered point on a graph: a disc of 13 pixels that can be dragged, or moved by keys when it has the keyboard. Its
-/// place is told in position units, 15 to a pixel.
+/// A numbered point on a graph: a disc of 13 pixels that can be dragged, or moved by keys when it has the keyboard,
+/// which a press gives it. Its place is told in position units, 15 to a pixel.
 class MarkerDot : public QWidget, public Spoken {
     Q_OBJECT
   public:
