@@ -13,6 +13,7 @@ struct FrmSplash {
     Form Window;
     Label Progress;  ///< "0" at design
     Label Searching; ///< never shown
+    Label Reason;    ///< why there is no line; empty at design
     Timer Timer1;
     FrmSplash();
 };

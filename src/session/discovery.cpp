@@ -49,8 +49,9 @@ bool Discovery::SearchDevices() {
         }
     }
     splash_.Progress.SetVisible(false);
-    // Of a scan of all IDs most are empty; of a list each was expected.
-    if (listed && !silent.empty()) {
+    if (!found) {
+        status_.Tell(listed ? "No answer came from any ID of the list." : "No answer came from any ID.");
+    } else if (listed && !silent.empty()) { // of a scan of all IDs most are empty; of a list each was expected
         status_.Tell("No answer came from " + silent + ".");
     }
     return found;

@@ -71,6 +71,9 @@ void StartUp::ConnectSeveral() {
 void StartUp::ConnectOne() {
     if (OpenLine()) {
         link_.PortOpened = link_.ProbeDevice(state_.SingleId);
+        if (!link_.PortOpened) {
+            status_.Tell("No answer came from " + IdText(state_.SingleId) + ".");
+        }
     }
     if (!link_.PortOpened) {
         GoOnInDemoMode();
@@ -102,8 +105,10 @@ bool StartUp::OpenLine() {
     return link_.PortOpened;
 }
 
-/// Asks whether to; No ends the process.
+/// Asks whether to; No ends the process. The splash window says why: the status line is not on the screen yet.
 void StartUp::GoOnInDemoMode() {
+    splash_.Reason.SetCaption(status_.Text());
+    splash_.Reason.Refresh();
     if (!WantsDemoMode()) {
         state_.SkipExitPrompt = true;
         host_.UnloadMainWindow();

@@ -14,6 +14,7 @@ TEST(FrmSplash, HasTheTextsOfTheSearch) {
     const FrmSplash splash;
     EXPECT_EQ(splash.Progress.Caption(), "0");
     EXPECT_EQ(splash.Searching.Caption(), "Searching COM: please wait ");
+    EXPECT_EQ(splash.Reason.Caption(), "");
     EXPECT_FALSE(splash.Timer1.Running());
 }
 

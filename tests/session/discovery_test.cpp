@@ -82,6 +82,7 @@ TEST_F(DiscoveryTest, AListOfNumbersThatAreNoIdsFindsNothing) {
     Configure({40, -1, 33, 34, 35, 36, 37, 38, 39, 99});
     EXPECT_FALSE(Search());
     EXPECT_THAT(IdsProbed(), ::testing::IsEmpty());
+    EXPECT_EQ(program.Main.StatusLine.Caption(), "No answer came from any ID of the list.");
 }
 
 TEST_F(DiscoveryTest, ProgressOfTenGoesByNinths) {

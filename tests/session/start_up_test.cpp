@@ -29,6 +29,18 @@ class StartUpTest : public ProgramTest {
         EXPECT_EQ(world.Host.Log.back(), "unload main");
         EXPECT_EQ(world.Port.CountSent(0x8F), 0);
     }
+    /// What the splash window says while the demo question stands.
+    std::string ReasonAtTheQuestion(std::function<void()> in_dialog) {
+        std::string reason;
+        program.Splash.Reason.Observe([&](controls::Aspect aspect) {
+            if (aspect == controls::Aspect::Repaint && world.Boxes.Shown.empty()) {
+                reason = program.Splash.Reason.Caption();
+            }
+        });
+        world.Boxes.Answers = {BoxAnswer::No};
+        EXPECT_THROW(Start(std::move(in_dialog)), ProcessEnded);
+        return reason;
+    }
 };
 
 TEST_F(StartUpTest, SplashStandsTwoSecondsWithItsLabelsHidden) {
@@ -142,6 +154,32 @@ TEST_F(StartUpTest, NoneLeadsToTheDemoQuestionRightAfterTheDialog) {
     EXPECT_TRUE(world.Port.Sent.empty());
     EXPECT_EQ(program.State.FoundLast, 0); // one demo device, under the ID chosen
     EXPECT_EQ(program.State.FoundDevices[0], 0);
+}
+
+TEST_F(StartUpTest, TheSplashWindowSaysWhyItAsksForDemoMode) {
+    world.Port.Present = false;
+    EXPECT_EQ(ReasonAtTheQuestion([this] { ProceedWith(MoreDevices, 6); }), "The port is absent.");
+    EXPECT_EQ(program.Main.StatusLine.Caption(), "The port is absent.");
+}
+
+TEST_F(StartUpTest, TheSplashWindowNamesTheSilentDevice) {
+    EXPECT_EQ(ReasonAtTheQuestion([this] {
+                  program.Select.Link[1].Select();
+                  program.Select.IdSelect.UserSelect(5);
+                  program.Select.ComSelect.UserSelect(1);
+                  Proceed();
+              }),
+              "No answer came from ID:5.");
+}
+
+TEST_F(StartUpTest, TheSplashWindowSaysThatTheLineIsEmpty) {
+    EXPECT_EQ(ReasonAtTheQuestion([this] { ProceedWith(MoreDevices, 6); }), "No answer came from any ID.");
+}
+
+TEST_F(StartUpTest, TheSplashWindowSaysThatNoIdOfTheListAnswers) {
+    world.Folder.Write("TenDev.cfg", Words(Range(1, 20)));
+    EXPECT_EQ(ReasonAtTheQuestion([this] { ProceedWith(UpToTenDevices, 6); }),
+              "No answer came from any ID of the list.");
 }
 
 TEST_F(StartUpTest, DemoModeStandsInTheStatusLineForGood) {

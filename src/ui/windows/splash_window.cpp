@@ -51,6 +51,11 @@ SplashWindow::SplashWindow(controls::FrmSplash& record, const controls::EventEnt
     progress->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     Bind(record.Progress, *progress);
 
+    QLabel* reason = AddLabel(this, QString(), {SplashMargin, 287, 440, 40}, 12, QFont::Normal);
+    reason->setObjectName(QStringLiteral("Reason"));
+    reason->setWordWrap(true);
+    Bind(record.Reason, *reason);
+
     auto* timer = new QTimer(this);
     timer->setObjectName(QStringLiteral("Timer1"));
     Bind(record.Timer1, *timer, entry.As(controls::EventSource::Kind::Tick));
