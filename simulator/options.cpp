@@ -140,7 +140,7 @@ std::string_view HelpText() {
     return R"(Usage: nrv718-rack [option]...
 A rack of virtual NRV-718 devices on a pseudo-terminal that stands for the serial line.
 
-  --device ID[=LABEL]  a device with this ID, 0 to 32, and a label of 16 characters; may come more than once
+  --device ID[=LABEL]  a device with this ID, 0 to 32, and a label of up to 16 characters; may come more than once
   --ids 1,2,5          devices with these IDs
                        (without these two and without a state file: one device with the ID 1)
   --link PATH          make PATH a link to the line, such as ./com1; may come more than once
