@@ -17,8 +17,11 @@ inline std::string ToBytes(const QString& text) {
 }
 
 /// A caption where the toolkit would read "&" as a mark of the key to press.
+inline QString WithoutMnemonic(QString caption) {
+    return caption.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
 inline QString WithoutMnemonic(const std::string& bytes) {
-    return FromBytes(bytes).replace(QLatin1Char('&'), QLatin1String("&&"));
+    return WithoutMnemonic(FromBytes(bytes));
 }
 
 /// A caption with its first letter or digit that is not `taken` marked as the key to press; from then on it is taken.
@@ -28,13 +31,10 @@ inline QString WithMnemonic(const std::string& bytes, QString& taken) {
         const QChar key = caption[place].toUpper();
         if (key.isLetterOrNumber() && !taken.contains(key)) {
             taken += key;
-            const auto part = [&caption](qsizetype from, qsizetype to) {
-                return WithoutMnemonic(ToBytes(caption.mid(from, to - from)));
-            };
-            return part(0, place) + u'&' + part(place, caption.size());
+            return WithoutMnemonic(caption.left(place)) + u'&' + WithoutMnemonic(caption.mid(place));
         }
     }
-    return WithoutMnemonic(bytes);
+    return WithoutMnemonic(caption);
 }
 
 } // namespace nrv::ui
