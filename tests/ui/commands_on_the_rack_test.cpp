@@ -1,6 +1,7 @@
 // Every command of a control window from its own widget by a real event: what the device hears, what it makes of it,
 // and that window, stores and device agree after any series of edits.
 
+#include "model/any_edit.h"
 #include "model/tables.h"
 #include "rack_test.h"
 
@@ -101,7 +102,6 @@ class CommandsOnTheRackTest : public RackTest {
         Expect(d + 1, coarse % 256);
         Expect(d + 2, fine);
     }
-    void EditAtRandom(std::mt19937& random);
     QString Disagreement();
 
     simulator::PresetBody body_{}; ///< what the device's image should be
@@ -261,67 +261,6 @@ void CommandsOnTheRackTest::TheInputTypeIsOneFrame() {
     QCOMPARE(Form().Label400[0].Caption(), std::string("Input 1"));
 }
 
-/// One thing that a user may do to a control.
-void CommandsOnTheRackTest::EditAtRandom(std::mt19937& random) {
-    const auto below = [&random](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
-    const auto any = [&](auto& all) -> auto& {
-        return all[static_cast<std::size_t>(below(int(all.size())))];
-    };
-    const auto move = [&](controls::Fader& fader) { fader.UserMove(below(fader.Maximum() + 1)); };
-    const auto choose = [&](controls::List& list) { list.UserSelect(below(int(list.Items().size()))); };
-    const auto step = [&](controls::UpDown& arrows) { arrows.UserStep(below(41) - 20); };
-    const auto type = [](controls::TextBox& box, const std::string& text) {
-        box.UserText(text);
-        box.UserKey(controls::EnterKey);
-    };
-    const auto hertz = [&] { return std::to_string(10 + below(21000)); };
-    controls::FrmCtrl& form = Form();
-    switch (below(21)) {
-    case 0:
-        return move(any(form.Slider1));
-    case 1:
-        return move(any(form.Slider2));
-    case 2:
-        return move(any(form.Slider3));
-    case 3:
-        return move(any(form.Slider4));
-    case 4:
-        return move(any(form.Slider5));
-    case 5:
-        return move(any(form.Slider6));
-    case 6:
-        return move(form.Slider100);
-    case 7:
-        return step(any(form.UpDown1));
-    case 8:
-        return step(any(form.UpDown2));
-    case 9:
-        return step(any(form.UpDown3));
-    case 10:
-        return choose(any(form.Combo1));
-    case 11:
-        return choose(any(form.Combo2));
-    case 12:
-        return choose(any(form.Combo3));
-    case 13:
-        return choose(form.Combo4);
-    case 14:
-        return any(form.Check1).UserToggle();
-    case 15:
-        return any(form.Check2).UserToggle();
-    case 16:
-        return any(form.Option1).Select();
-    case 17:
-        return type(any(form.Text4), hertz());
-    case 18:
-        return type(any(form.Text7), hertz());
-    case 19:
-        return type(any(form.Text8), hertz());
-    default:
-        return type(any(form.Text2), std::to_string(below(2600)) + "." + std::to_string(below(1000)));
-    }
-}
-
 /// Where the window, the stores and the device do not say the same, by the layout of the image; empty when they do.
 QString CommandsOnTheRackTest::Disagreement() {
     const simulator::PresetBody live = desk_->Live(Id);
@@ -380,7 +319,7 @@ void CommandsOnTheRackTest::AfterAnyEditsTheWindowTheStoresAndTheDeviceAgree() {
     QCOMPARE(Disagreement(), QString());
     std::size_t frames = 0;
     for (int edit = 0; edit < 500; ++edit) {
-        EditAtRandom(random);
+        testing::EditAnyParameter(Form(), random);
         frames += desk_->TakeFrames().size();
         if (edit % 10 == 9) {
             const QString fault = Disagreement();

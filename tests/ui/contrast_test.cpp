@@ -135,10 +135,7 @@ class ContrastTest : public RackTest {
         QCOMPARE(Unreadable(window), QString());
         QVERIFY(seen_ > 400);
         QCOMPARE(Unreadable(*driver::Find(QStringLiteral("MDIFrmMain"))), QString());
-        for (const auto& [tool, name] :
-             {std::pair(controls::EditNamesTool, "FrmEditLabel"), std::pair(controls::StorePresetTool, "FrmStore"),
-              std::pair(controls::ReadPresetTool, "FrmRead"), std::pair(controls::CopyInputTool, "FrmCopyIn"),
-              std::pair(controls::CopyOutputTool, "FrmCopyOut"), std::pair(controls::PasswordTool, "FrmPassword")}) {
+        for (const auto& [tool, name] : DialogsOfTools) {
             QString said;
             QVERIFY2(desk_->WithTool(tool, name, [&](QWidget& dialog) { said = Unreadable(dialog); }), name);
             QCOMPARE(said, QString());

@@ -86,12 +86,9 @@ void DialogsOfADeadDeviceTest::TheMetersFindTheDeathUnderADialog_data() {
     QTest::addColumn<int>("tool");
     QTest::addColumn<QString>("dialog");
     using namespace controls;
-    QTest::newRow("store") << int(StorePresetTool) << QStringLiteral("FrmStore");
-    QTest::newRow("read") << int(ReadPresetTool) << QStringLiteral("FrmRead");
-    QTest::newRow("password") << int(PasswordTool) << QStringLiteral("FrmPassword");
-    QTest::newRow("names") << int(EditNamesTool) << QStringLiteral("FrmEditLabel");
-    QTest::newRow("copy input") << int(CopyInputTool) << QStringLiteral("FrmCopyIn");
-    QTest::newRow("copy output") << int(CopyOutputTool) << QStringLiteral("FrmCopyOut");
+    for (const auto& [tool, dialog] : DialogsOfTools) {
+        QTest::newRow(dialog) << int(tool) << QString::fromLatin1(dialog);
+    }
     QTest::newRow("load") << int(LoadPresetTool) << QStringLiteral("FileDialog");
     QTest::newRow("save") << int(SavePresetTool) << QStringLiteral("FileDialog");
 }

@@ -62,6 +62,7 @@ class LockedWindowTest : public RackTest {
     }
 
     void SaysThatItIsLocked();
+    void NothingCanBeSetButTheUnitAndTwoLimiters();
     void LockingAndUnlockingIsToldWithItsWayBack();
     void ADeviceThatDiesWhileItIsLockedSaysSoAndNothingElse();
     void ItsValuesStayReadable_data();
@@ -105,6 +106,27 @@ void LockedWindowTest::SaysThatItIsLocked() {
     QCOMPARE(desk_->Window(0)->property("TitleMark").toString(), QStringLiteral("Locked"));
     QCOMPARE(desk_->Window(1)->property("TitleMark").toString(), QString());
     QCOMPARE(other_->Difference(), QString());
+}
+
+void LockedWindowTest::NothingCanBeSetButTheUnitAndTwoLimiters() {
+    OpenDevices(LockedOptions);
+    QStringList open;
+    int shut = 0;
+    controls::ForEachControl(desk_->Form(0), [&]<class Control>(std::string_view name, int index, const Control&) {
+        constexpr bool buttons = std::is_same_v<Control, controls::Button> ||
+                                 std::is_same_v<Control, controls::Label> ||
+                                 std::is_same_v<Control, controls::TabControl>;
+        const QWidget* const widget = desk_->Control(std::string(name).c_str(), index, 0);
+        if (buttons || widget == nullptr || widget->focusPolicy() == Qt::NoFocus) {
+            return;
+        }
+        widget->isEnabled() ? void(open << widget->objectName()) : void(++shut);
+    });
+    QCOMPARE(open,
+             QStringList({QStringLiteral("Option1(0)"), QStringLiteral("Option1(1)"), QStringLiteral("Slider4(6)"),
+                          QStringLiteral("Slider4(7)"), QStringLiteral("Slider5(6)"), QStringLiteral("Slider5(7)"),
+                          QStringLiteral("Slider6(6)"), QStringLiteral("Slider6(7)")}));
+    QVERIFY(shut > 300);
 }
 
 void LockedWindowTest::LockingAndUnlockingIsToldWithItsWayBack() {

@@ -29,6 +29,18 @@ inline constexpr int MutesWithPreset = 32 + 4;
 inline constexpr const char* DeathTitle = "Communication problem";
 inline constexpr const char* ConnectTitle = "Connect device";
 
+/// The tool buttons that open a dialog of the program, and what it is called.
+struct DialogOfTool {
+    controls::ToolButton Tool;
+    const char* Dialog;
+};
+inline constexpr std::array DialogsOfTools{
+    DialogOfTool{controls::EditNamesTool, "FrmEditLabel"}, DialogOfTool{controls::StorePresetTool, "FrmStore"},
+    DialogOfTool{controls::ReadPresetTool, "FrmRead"},     DialogOfTool{controls::CopyInputTool, "FrmCopyIn"},
+    DialogOfTool{controls::CopyOutputTool, "FrmCopyOut"},  DialogOfTool{controls::PasswordTool, "FrmPassword"}};
+// Load, save and unconnect open none, and there is no tool 6.
+static_assert(DialogsOfTools.size() == controls::ToolButtonCount - 4);
+
 /// Devices of which each has a preset of its own, with every code inside its range.
 inline simulator::Rack RandomRack(const std::vector<int>& ids, int option_bits = PlainOptions) {
     simulator::Rack rack;

@@ -63,6 +63,10 @@ class ToolDialogsTest : public ToolDialogFixture {
 
     void init() { FillForms(); }
 
+    void the_list_of_all_dialogs_leaves_none_out() {
+        QVERIFY(ui::MakeToolDialog(static_cast<ToolDialog>(AllDialogs.size()), *forms_, entry_, nullptr) == nullptr);
+    }
+
     void every_dialog_has_its_name_and_title_data() {
         QTest::addColumn<ToolDialog>("dialog");
         QTest::addColumn<QString>("name");

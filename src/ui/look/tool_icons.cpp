@@ -15,8 +15,9 @@ QString Padlock(bool shut) {
 }
 
 QIcon ToolIcon(int tool, bool in_force) {
-    constexpr std::array<const char*, controls::ToolButtonCount> names = {
-        "open-file", "save-file", "store", "read", "", "unconnect", "", "names", "copy-input", "copy-output"};
+    constexpr std::array names = {"open-file", "save-file", "store", "read",       "",
+                                  "unconnect", "",          "names", "copy-input", "copy-output"};
+    static_assert(names.size() == controls::ToolButtonCount);
     const QString name = tool == controls::PasswordTool ? Padlock(in_force) : QLatin1String(names[At(tool)]);
     return PictureIcon(name, [](QIcon::Mode mode) {
         const Theme& theme = CurrentTheme();
