@@ -144,7 +144,7 @@ TEST_F(ApplyImageSteps, CommandsRunWithTheirEventsOn) {
         return line.Answer(frame);
     };
     Apply(LoadedFromFile);
-    EXPECT_EQ(frames, 153 + 6 + 1); // with every source and the unit changed
+    EXPECT_EQ(frames, BulkLoadFrames + 6 + 1); // with every source and the unit changed
 }
 
 TEST_F(ApplyImageSteps, CheckIsSuppressedDuringTheMutesOfAnImageReadFromTheDevice) {

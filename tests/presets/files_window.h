@@ -76,7 +76,7 @@ class PresetFilesTest : public LoadWindow {
     }
     static std::string StoppedLoad(int after, int changed_sources) {
         return "ID:9 does not answer; the load stopped after " + std::to_string(after) + " of " +
-               std::to_string(153 + changed_sources) + " frames. Double-click its row to connect it again.";
+               std::to_string(BulkLoadFrames + changed_sources) + " frames. Double-click its row to connect it again.";
     }
     void ExpectNothingDone(const Image& before, const std::string& title) {
         ExpectSame(Bytes771(), before);

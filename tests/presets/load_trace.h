@@ -53,6 +53,12 @@ struct ImageLayout {
     }
 };
 
+/// The frames of a load in which no source and no unit changes: mutes, sources, dynamics, crossover sides, sections,
+/// tone filters, phases, delays, gains, names and the master gain.
+inline constexpr int LoadFrames = 8 * 2 + 6 + 8 * 3 + 12 + 44 + 10 + 8 + 8 * 2 + 8 + 6 + 1;
+/// With a bulk update before and after it.
+inline constexpr int BulkLoadFrames = LoadFrames + 2;
+
 /// Every byte any, but frequency codes that the table has.
 inline Body RandomBody(std::mt19937& random) {
     Body body{};

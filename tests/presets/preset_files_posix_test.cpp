@@ -61,7 +61,7 @@ TEST_F(RefusedPresetFile, FileThatMayOnlyBeReadIsLoaded) {
     Allow("a.n91", 0444);
     Allow("", 0555);
     const std::string said = LoadAsOrdinaryUser();
-    EXPECT_EQ(said, "153 frames, changed");
+    EXPECT_EQ(said, std::to_string(BulkLoadFrames) + " frames, changed");
     EXPECT_EQ(world.Folder.Read("a.n91"), AsFile(file));
 }
 

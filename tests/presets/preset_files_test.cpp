@@ -92,7 +92,7 @@ TEST_F(PresetFilesTest, NameThatDoesNotExistBecomesAnEmptyFileAndTheImageIsAppli
     EXPECT_TRUE(world.Folder.Has("new.n91"));
     EXPECT_TRUE(world.Folder.Read("new.n91").empty());
     ExpectSame(Bytes771(), before);
-    EXPECT_EQ(world.Port.Sent.size(), 153U);
+    EXPECT_EQ(world.Port.Sent.size(), std::size_t{BulkLoadFrames});
     EXPECT_EQ(form.Window.Caption(), "ID:9 NRV 916 - Last preset loaded: come from PC - new.n91");
     EXPECT_TRUE(world.Boxes.Shown.empty());
 }

@@ -73,7 +73,7 @@ const std::string OutputsMuted =
 FaultOperation LoadWithoutOption() {
     FaultOperation operation = Load();
     operation.Name = "Load";
-    operation.Exchanges = 156; // five of the six sources change
+    operation.Exchanges = LoadFrames + 5; // five of the six sources change
     operation.Prepare = ChooseFile;
     operation.FurtherPlaces = {{"NameOfOut3", 151}};
     operation.Steps = [](FaultWorld& at) { return LoadSteps(at, false); };
@@ -101,7 +101,7 @@ FaultOperation LoadWithoutOption() {
 FaultOperation LoadWithOption() {
     FaultOperation operation = Load();
     operation.Name = "LoadWithMutes";
-    operation.Exchanges = 159; // the same, the update around them and the unit
+    operation.Exchanges = BulkLoadFrames + 5 + 1; // the same, the update around them and the unit
     operation.Prepare = [](FaultWorld& at) {
         at.line.Devices.at(FaultWorld::Front).Memory[16] = 0x34;
         at.InWindow(FaultWorld::FrontSlot, [&] { at.program.Control.QueryUnload(FaultWorld::FrontSlot); });
