@@ -1,5 +1,6 @@
 #include "controls/spoken.h"
 
+#include <concepts>
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
@@ -63,6 +64,39 @@ TEST(SpokenName, SaysWhereAControlIsAndWhatItIs) {
     for (const auto& [control, words] : expected) {
         EXPECT_EQ(SpokenName(control.first, control.second), words) << control.first << control.second;
     }
+}
+
+/// What a user sets: the units alone are called by their captions.
+template <class Control>
+constexpr bool IsSet = std::derived_from<Control, controls::Fader> || std::derived_from<Control, controls::TextBox> ||
+                       std::derived_from<Control, controls::CheckBox> || std::derived_from<Control, controls::List> ||
+                       std::derived_from<Control, controls::UpDown> || std::derived_from<Control, controls::Option>;
+
+TEST(SpokenName, IsThereForAllThatAUserSets) {
+    const auto form = std::make_unique<controls::FrmCtrl>();
+    int seen = 0;
+    controls::ForEachControl(*form, [&seen]<class Control>(std::string_view name, int index, const Control&) {
+        if (IsSet<Control> && name != "Option1") {
+            ++seen;
+            EXPECT_NE(SpokenName(name, index), "") << name << index;
+        }
+    });
+    EXPECT_GT(seen, 400);
+}
+
+TEST(SpokenValue, IsThereForAllThatHasANumber) {
+    const auto form = std::make_unique<controls::FrmCtrl>();
+    const auto type = []<class Control>(std::string_view, int, Control& control) {
+        if constexpr (std::derived_from<Control, controls::TextBox>) {
+            control.SetText("1");
+        }
+    };
+    controls::ForEachControl(*form, type);
+    controls::ForEachControl(*form, [&form]<class Control>(std::string_view name, int index, const Control&) {
+        if (std::derived_from<Control, controls::Fader> || std::derived_from<Control, controls::UpDown>) {
+            EXPECT_NE(SpokenValue(*form, name, index), "") << name << index;
+        }
+    });
 }
 
 TEST(SpokenName, IsEmptyForWhatItsCaptionOrToolTipNames) {

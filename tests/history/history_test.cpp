@@ -54,7 +54,9 @@ class HistoryTest : public RackWorld {
 };
 
 TEST_F(HistoryTest, EveryCommandIsTakenBackAndGoneAgainByItsOwnFrames) {
+    std::set<presets::ParameterKind> kinds;
     for (const Command& command : EveryCommand()) {
+        const model::PresetImageRow image = program.Stores.PresetImage[At(Ids[1])];
         const All other_window = Look(2);
         const All before = Look(1);
         FramesSent();
@@ -63,6 +65,7 @@ TEST_F(HistoryTest, EveryCommandIsTakenBackAndGoneAgainByItsOwnFrames) {
         ASSERT_EQ(Depth(1), 1U) << command.Name;
         const All after = Look(1);
         EXPECT_NE(after.Image, before.Image) << command.Name;
+        kinds.merge(KindsThatDiffer(image, program.Stores.PresetImage[At(Ids[1])]));
         Undo(1);
         ExpectDrawn(1, command.Name + " undone");
         EXPECT_EQ(FramesSent(), command.Frames) << command.Name;
@@ -75,6 +78,7 @@ TEST_F(HistoryTest, EveryCommandIsTakenBackAndGoneAgainByItsOwnFrames) {
         ExpectSame(Look(1), before, command.Name + " undone again");
         ExpectSame(Look(2), other_window, command.Name + ", another window");
     }
+    EXPECT_EQ(kinds, EditedKinds());
     EXPECT_THAT(NotAtRest(world), ::testing::IsEmpty());
 }
 

@@ -114,5 +114,19 @@ TEST(ParametersOfAPreset, AreEachThereOnce) {
     EXPECT_EQ(presets::Parameters().size(), 8U + 1 + 6 + 24 + 12 + 44 + 10 + 8 + 8 + 1 + 8 + 6 + 1);
 }
 
+/// One that is in no list would be loaded, told and taken back by nothing.
+TEST(ParametersOfAPreset, HoldEveryKindThatHasAPlace) {
+    std::set<int> listed;
+    for (const Parameter parameter : presets::Parameters()) {
+        listed.insert(static_cast<int>(parameter.Kind));
+    }
+    int kinds = 0;
+    while (presets::PlacesOf({static_cast<presets::ParameterKind>(kinds), 0}).size() > 0) {
+        EXPECT_TRUE(listed.contains(kinds)) << kinds;
+        ++kinds;
+    }
+    EXPECT_GE(kinds, 15);
+}
+
 } // namespace
 } // namespace nrv::testing

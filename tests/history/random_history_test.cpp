@@ -94,6 +94,13 @@ TEST_F(RandomHistory, AThousandEditsOverThreeWindowsAreAllUndoneAndAllRedone) {
     }
 }
 
+TEST_F(RandomHistory, ALoadBringsEveryParameterToItsDevice) {
+    for (int slot = 0; slot < Windows; ++slot) {
+        Load(slot, AnyFile("Any.n91"));
+        ExpectPlays(slot);
+    }
+}
+
 TEST_F(RandomHistory, LoadsCopiesNamesAndFlatAmongThem) {
     Round([this](int slot) { Pick(4) == 0 ? Operate(slot) : Edit(slot); }, 400, false);
 }
@@ -114,7 +121,7 @@ TEST_F(RandomHistory, ADeviceThatDiesAtAnyFrameLeavesTheOthersWhole) {
         }
         world.Boxes.Shown.clear();
         const std::size_t before = Depth(slot);
-        answers_left = Pick(60);
+        answers_left = 1 + Pick(60);
         while (Loaded(slot) && Depth(slot) > 0 && answers_left != 0) {
             Undo(slot);
         }

@@ -3,8 +3,10 @@
 #include "controls/frm_ctrl.h"
 #include "controls/text_box.h"
 #include "model/decimal_text.h"
+#include "presets/parameter_places.h"
 
 #include <random>
+#include <set>
 #include <string>
 
 namespace nrv::testing {
@@ -13,6 +15,26 @@ namespace nrv::testing {
 inline void TypeInto(controls::TextBox& box, const std::string& text) {
     box.UserText(text);
     box.UserKey(controls::EnterKey);
+}
+
+/// The kinds of which something changed between two images.
+inline std::set<presets::ParameterKind> KindsThatDiffer(const model::PresetImageRow& one,
+                                                        const model::PresetImageRow& other) {
+    std::set<presets::ParameterKind> kinds;
+    for (const presets::Parameter parameter : presets::Differing(one, other)) {
+        kinds.insert(parameter.Kind);
+    }
+    return kinds;
+}
+
+/// Every kind but the names, which no control of the window sets.
+inline std::set<presets::ParameterKind> EditedKinds() {
+    std::set<presets::ParameterKind> kinds;
+    for (const presets::Parameter parameter : presets::Parameters()) {
+        kinds.insert(parameter.Kind);
+    }
+    kinds.erase(presets::ParameterKind::ChannelName);
+    return kinds;
 }
 
 /// An edit by chance of any parameter that a window's controls set, and of no view.

@@ -1,6 +1,7 @@
 #include "presets/copy_channels.h"
 #include "presets/copy_trace.h"
 #include "presets/load_window.h"
+#include "presets/parameter_words.h"
 
 namespace nrv::testing {
 namespace {
@@ -26,6 +27,20 @@ class CopyChannels : public LoadWindow {
         }
         EXPECT_EQ(image.SystemPage[18], expected.After[71]);
     }
+    /// All that a preset tells of a channel, but for its name.
+    std::vector<std::string> Told(int channel) {
+        const std::string title = ChannelTitles[static_cast<std::size_t>(channel)];
+        std::vector<std::string> told;
+        for (const presets::Parameter parameter : presets::Parameters()) {
+            const std::string place = presets::PlaceOf(parameter);
+            if (place.starts_with(title) && parameter.Kind != presets::ParameterKind::ChannelName) {
+                for (const presets::Field& field : presets::FieldsOf(parameter, image, form)) {
+                    told.push_back(place.substr(title.size()) + " " + field.Name + " " + field.Value);
+                }
+            }
+        }
+        return told;
+    }
     void CopyInput(int source, int destination) {
         presets::CopyInput(Context(), program.Response, source, destination);
     }
@@ -43,6 +58,7 @@ TEST_F(CopyChannels, InputsGoOutFrameByFrameWhereTheValuesDiffer) {
             expected.CopyInput(source, destination);
             CopyInput(source, destination);
             ExpectTrace(expected);
+            EXPECT_THAT(Told(destination), ::testing::ElementsAreArray(Told(source)));
         }
     }
 }
@@ -58,6 +74,7 @@ TEST_F(CopyChannels, OutputsGoOutFrameByFrameWhereTheValuesDiffer) {
             expected.CopyOutput(source, destination);
             CopyOutput(source, destination);
             ExpectTrace(expected);
+            EXPECT_THAT(Told(destination + 2), ::testing::ElementsAreArray(Told(source + 2)));
         }
     }
 }

@@ -190,13 +190,17 @@ TEST_F(UserEdits, ImageControlsAndValuesAgreeAfterFiveHundredEdits) {
     PutPreset();
     ApplySilently(WindowOpens);
     ExpectAgreement();
+    std::set<presets::ParameterKind> edited;
     for (int edit = 1; edit <= 500; ++edit) {
+        const model::PresetImageRow before = image;
         Edit();
+        edited.merge(KindsThatDiffer(before, image));
         if (edit % 50 == 0) {
             SCOPED_TRACE("after edit " + std::to_string(edit));
             ExpectAgreement();
         }
     }
+    EXPECT_EQ(edited, EditedKinds());
 }
 
 TEST_F(UserEdits, ImageControlsAndValuesAgreeAfterEveryKindOfLoad) {

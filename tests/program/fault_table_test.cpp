@@ -1,9 +1,13 @@
 #include "program/fault_table.h"
+#include "reference/page.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <map>
+#include <memory>
 #include <set>
 #include <sstream>
 
@@ -73,6 +77,12 @@ std::string NameOf(const FaultCase& of) {
     return name;
 }
 
+/// Where the fault is met, as the page tells it.
+std::string ExchangeOf(const FaultCase& of) {
+    const std::string at = of.Meets.Kind == Fault::None ? "-" : std::to_string(of.Meets.At + 1);
+    return at + " of " + std::to_string(of.Operation->Exchanges);
+}
+
 void PrintTo(const FaultCase& of, std::ostream* stream) {
     *stream << NameOf(of);
 }
@@ -133,9 +143,7 @@ class FaultTable : public ::testing::TestWithParam<FaultCase> {
 
     void Note(const FaultCase& of, const Outcome& actual) {
         std::ostringstream row;
-        const bool none = of.Meets.Kind == Fault::None;
-        row << "| " << of.Operation->Name << " | " << FaultNames.at(of.Meets.Kind) << " | "
-            << (none ? std::string("-") : std::to_string(of.Meets.At + 1)) << " of " << of.Operation->Exchanges << " | "
+        row << "| " << of.Operation->Name << " | " << FaultNames.at(of.Meets.Kind) << " | " << ExchangeOf(of) << " | "
             << actual.Sent.size() << " | ";
         for (const ShownBox& box : actual.Boxes) {
             row << '"' << box.Title << "\" ";
@@ -173,6 +181,42 @@ TEST_P(FaultTable, HoldsWhatItShould) {
         operation.AlsoSee(at, expected);
     }
     Note(GetParam(), after);
+}
+
+/// The page has a row for each case and no other; what came of it is not looked at.
+TEST(FaultsPage, HasEveryCase) {
+    std::multiset<std::string> told;
+    std::istringstream page(TextOfFile(NRV718_SOURCES "/docs/faults.md"));
+    for (std::string line; std::getline(page, line);) {
+        if (const Row cells = line.starts_with("|") ? CellsOf(line) : Row(); cells.size() > 2) {
+            told.insert(cells[0] + ", " + cells[1] + ", " + cells[2]);
+        }
+    }
+    std::multiset<std::string> cases{"Operation, Fault, At exchange", "---, ---, ---"};
+    for (const FaultCase& of : Cases()) {
+        cases.insert(of.Operation->Name + ", " + FaultNames.at(of.Meets.Kind) + ", " + ExchangeOf(of));
+    }
+    std::vector<std::string> missing;
+    std::ranges::set_difference(cases, told, std::back_inserter(missing));
+    EXPECT_THAT(missing, ::testing::IsEmpty());
+    std::vector<std::string> strange;
+    std::ranges::set_difference(told, cases, std::back_inserter(strange));
+    EXPECT_THAT(strange, ::testing::IsEmpty());
+}
+
+/// A command that none of them sends would meet no fault.
+TEST(FaultsPage, TheOperationsSendEveryCommandThatThereIs) {
+    std::set<int> sent;
+    for (const FaultOperation& operation : Operations()) {
+        const auto world = std::make_unique<FaultWorld>();
+        if (operation.Prepare) {
+            operation.Prepare(*world);
+        }
+        for (const Step& step : operation.Steps(*world)) {
+            sent.insert(step.Sent[3]);
+        }
+    }
+    EXPECT_EQ(sent, CommandsOfLink(NRV718_SOURCES));
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, FaultTable, ::testing::ValuesIn(Cases()),

@@ -1,3 +1,4 @@
+#include "presets/parameter_words.h"
 #include "reference/reference_desk.h"
 
 #include <filesystem>
@@ -209,6 +210,31 @@ TEST(FilesPage, BytesThatMeanNothingAreZeroInANewDevice) {
     for (int output = 0; output < OutputCount; ++output) {
         ExpectZeros(tables.Preset, 4, tables.InChannel(ChannelOfOutput(output), "high-pass"));
         ExpectZeros(tables.Preset, 4, tables.InChannel(ChannelOfOutput(output), "low-pass"));
+    }
+}
+
+/// The bytes of the table whose field is called so, from where it starts.
+std::set<std::size_t> BytesCalled(const std::string& name, const Fields& fields, std::size_t start) {
+    std::set<std::size_t> bytes;
+    for (const auto& [field, place] : fields) {
+        for (std::size_t n = 0; field == name && n < place.Size; ++n) {
+            bytes.insert(start + place.First + n);
+        }
+    }
+    return bytes;
+}
+
+TEST(FilesPage, NoByteOfAParameterMeansNothing) {
+    const PresetTables tables{};
+    std::set<std::size_t> nothing;
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        nothing.merge(BytesCalled("nothing", IsInput(channel) ? tables.Input : tables.Output, tables.Block(channel)));
+    }
+    EXPECT_FALSE(nothing.empty());
+    for (const presets::Parameter parameter : presets::Parameters()) {
+        for (const presets::ImageBits& place : presets::PlacesOf(parameter)) {
+            EXPECT_FALSE(nothing.contains(place.Byte)) << presets::PlaceOf(parameter) << ", byte " << place.Byte;
+        }
     }
 }
 

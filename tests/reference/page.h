@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <fstream>
 #include <iterator>
+#include <regex>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -39,6 +41,20 @@ inline std::string TextOfFile(const std::string& file) {
         throw std::runtime_error(file + " is missing");
     }
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+/// The codes of all frames that the program knows, with the question whether a device is there.
+inline std::set<int> CommandsOfLink(const std::string& project) {
+    std::set<int> commands{0};
+    const std::string header = TextOfFile(project + "/src/link/link.h");
+    const std::regex enumerator("Command = 0x([0-9A-F]{2}),");
+    for (std::sregex_iterator match(header.begin(), header.end(), enumerator), end; match != end; ++match) {
+        commands.insert(std::stoi((*match)[1], nullptr, 16));
+    }
+    if (commands.size() < 20) {
+        throw std::runtime_error("the commands of the link are not found");
+    }
+    return commands;
 }
 
 inline Row CellsOf(const std::string& line) {

@@ -1,3 +1,4 @@
+#include "simulator/device.h"
 #include "simulator/scales.h"
 #include "simulator/words.h"
 #include "terminal.h"
@@ -48,6 +49,15 @@ TEST(Words, NameEveryOtherCommand) {
     EXPECT_EQ(Words({0x8F}), "The remote control goes away, no answer expected");
     EXPECT_EQ(Words({0x12}), "Levels?");
     EXPECT_EQ(Words({0x33, 1}), "Unknown command 0x33: 01 00 00 00 00 00 00 00");
+}
+
+TEST(Words, NameWhateverADeviceObeys) {
+    Device device(5);
+    for (int code = 1; code < 256; ++code) {
+        const bool notice = code == 0x0F || code == 0x8F;
+        const bool obeyed = notice || device.Handle(Request(5, {code}), {}).has_value();
+        EXPECT_EQ(Words({code}).starts_with("Unknown command"), !obeyed) << code;
+    }
 }
 
 TEST(Words, NamePlacesOfMemory) {
