@@ -114,7 +114,7 @@ TEST_F(RecordFile, NewFilesThatWereLeftBehindDoNotUseUpTheNames) {
     const auto before = NumberOf(File());
     WriteAtStart(File(), Bytes{9, 8});
     EXPECT_EQ(folder.Read("init.cfg"), (Bytes{9, 8, 3}));
-    EXPECT_EQ(FilesInFolder(), 11);
+    EXPECT_EQ(folder.Entries(), 11U);
     EXPECT_NE(NumberOf(File()), before);
 }
 
@@ -141,7 +141,7 @@ TEST_F(RecordFile, NameTooLongForANewOneBesideItIsWrittenAllTheSame) {
     EXPECT_EQ(folder.Read(name), (Bytes{1, 2, 3}));
     WriteAtStart(folder.Path() / name, Bytes{9});
     EXPECT_EQ(folder.Read(name), (Bytes{9, 2, 3}));
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(folder.Entries(), 1U);
 }
 
 TEST(FileNameText, OfANameThatIsNoTextIsTheBytesOfIt) {

@@ -14,7 +14,7 @@ TEST_F(RecordFile, ReadingAMissingFileCreatesItEmpty) {
 
 TEST_F(RecordFile, ReadingInAMissingFolderReadsNothing) {
     EXPECT_EQ(ReadFromStart(folder.Path() / "nowhere" / "init.cfg", 4), Bytes());
-    EXPECT_EQ(FilesInFolder(), 0);
+    EXPECT_EQ(folder.Entries(), 0U);
 }
 
 TEST_F(RecordFile, ReadsAShortFileWhole) {
@@ -40,7 +40,7 @@ TEST_F(RecordFile, ReadsBinaryBytesAsTheyStand) {
 TEST_F(RecordFile, WritesAMissingFile) {
     WriteAtStart(File(), Bytes{10, 0, 13, 26});
     EXPECT_EQ(folder.Read("init.cfg"), (Bytes{10, 0, 13, 26}));
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(folder.Entries(), 1U);
 }
 
 TEST_F(RecordFile, WritesOverAShorterFile) {
@@ -53,7 +53,7 @@ TEST_F(RecordFile, KeepsTheTailOfALongerFile) {
     folder.Write("init.cfg", {1, 2, 3, 4, 5, 6});
     WriteAtStart(File(), Bytes{7, 8, 9});
     EXPECT_EQ(folder.Read("init.cfg"), (Bytes{7, 8, 9, 4, 5, 6}));
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(folder.Entries(), 1U);
 }
 
 TEST_F(RecordFile, WritesOverAndOver) {
@@ -61,7 +61,7 @@ TEST_F(RecordFile, WritesOverAndOver) {
         WriteAtStart(File(), Bytes{turn, 1});
         ASSERT_EQ(ReadFromStart(File(), 2), (Bytes{turn, 1}));
     }
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(folder.Entries(), 1U);
 }
 
 TEST_F(RecordFile, SecondNameOfAFileGoesOnStandingForIt) {
@@ -77,7 +77,7 @@ TEST_F(RecordFile, FolderInPlaceOfTheFileIsRefused) {
     ExpectRefused([this] { ReadFromStart(File(), 1); }, "init.cfg could not be read: it is a folder.");
     ExpectRefused([this] { WriteAtStart(File(), Bytes{1}); }, "init.cfg could not be written: it is a folder.");
     EXPECT_TRUE(fs::is_directory(File()));
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(folder.Entries(), 1U);
 }
 
 TEST_F(RecordFile, WritingIntoAMissingFolderIsRefused) {
@@ -90,7 +90,7 @@ TEST_F(RecordFile, AnothersNewFileIsLeftAlone) {
     WriteAtStart(File(), Bytes{3, 4});
     EXPECT_EQ(folder.Read("init.cfg"), (Bytes{3, 4}));
     EXPECT_EQ(folder.Read("init.cfg.new"), (Bytes{5, 5, 5}));
-    EXPECT_EQ(FilesInFolder(), 2);
+    EXPECT_EQ(folder.Entries(), 2U);
 }
 
 } // namespace

@@ -74,7 +74,7 @@ TEST_F(RecordFile, ReadOnlyFileIsRefusedAndUnharmed) {
     }
     ExpectRefused([this] { WriteAtStart(File(), Bytes{9}); }, "init.cfg could not be written: Permission denied.");
     EXPECT_EQ(ReadFromStart(File(), 4), (Bytes{1, 2, 3}));
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(folder.Entries(), 1U);
     SetFileAttributesW(File().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
@@ -83,7 +83,7 @@ TEST_F(RecordFile, FileThatAnotherReadsIsWrittenInPlace) {
     const HeldOpen reader(File(), FILE_SHARE_READ | FILE_SHARE_WRITE);
     WriteAtStart(File(), Bytes{9, 8});
     EXPECT_EQ(folder.Read("init.cfg"), (Bytes{9, 8, 3}));
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(folder.Entries(), 1U);
 }
 
 TEST_F(RecordFile, FileThatAnotherKeepsForItselfIsRefusedAndUnharmed) {
@@ -94,7 +94,7 @@ TEST_F(RecordFile, FileThatAnotherKeepsForItselfIsRefusedAndUnharmed) {
         EXPECT_EQ(OutcomeOf([this] { WriteAtStart(File(), Bytes{9}); }), "FileAccess");
     }
     EXPECT_EQ(folder.Read("init.cfg"), (Bytes{1, 2, 3}));
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(folder.Entries(), 1U);
 }
 
 TEST_F(RecordFile, NewFileTakesOverOwnerAndRights) {
@@ -119,7 +119,7 @@ TEST_F(RecordFile, NamesInAnyWritingAreReadAndWritten) {
     WriteAtStart(file, Bytes{1, 2, 3});
     WriteAtStart(file, Bytes{9});
     EXPECT_EQ(ReadFromStart(file, 4), (Bytes{9, 2, 3}));
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(folder.Entries(), 1U);
     EXPECT_EQ(FileNameText(file), "?? caf\xE9.n91");
 }
 

@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -20,10 +19,6 @@ using Bytes = std::vector<std::uint8_t>;
 class RecordFile : public ::testing::Test {
   protected:
     std::filesystem::path File() const { return folder.Path() / "init.cfg"; }
-    int FilesInFolder() const {
-        return static_cast<int>(
-            std::distance(std::filesystem::directory_iterator(folder.Path()), std::filesystem::directory_iterator()));
-    }
     void ExpectRefused(const std::function<void()>& job, const std::string& text) {
         try {
             job();
