@@ -154,6 +154,7 @@ class RackWorld : public ProgramTest {
     void ExpectSame(const All& now, const All& before, const std::string& when) {
         EXPECT_EQ(now.Image, before.Image) << when;
         EXPECT_EQ(now.Values, before.Values) << when;
+        ASSERT_EQ(now.Controls.size(), before.Controls.size()) << when;
         for (std::size_t n = 0; n < before.Controls.size(); ++n) {
             EXPECT_EQ(now.Controls[n], before.Controls[n]) << when;
         }
@@ -207,11 +208,13 @@ class RackWorld : public ProgramTest {
         controls::FrmCtrl& form = Window(slot);
         By(slot, [&] { EditAnyParameter(form, random); });
     }
-    /// Opens a dialog by its tool button and does something in it.
+    /// Opens a dialog by its tool button, which it has to, and does something in it.
     void InDialog(int slot, controls::ToolButton tool, const std::function<void()>& script) {
-        world.Host.WhileToolDialogStands = [&] { program.Events.Run(UserInDialog(), script); };
+        bool stood = false;
+        world.Host.WhileToolDialogStands = [&] { stood = program.Events.Run(UserInDialog(), script); };
         By(slot, [&] { Window(slot).Command2[At(tool)].UserClick(); });
         world.Host.WhileToolDialogStands = nullptr;
+        EXPECT_TRUE(stood) << "the dialog did not open";
     }
     void Load(int slot, const std::filesystem::path& file) {
         world.Files.File = file;
