@@ -1,6 +1,7 @@
 #include "lines.h"
 #include "simulator/line.h"
 
+#include <algorithm>
 #include <ctime>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -65,36 +66,46 @@ TEST(Line, ExchangeTakesTheTimeOfTheWire) {
     line.Start();
     Terminal terminal(line.DevicePath());
     constexpr int Exchanges = 40;
-    const auto start = steady_clock::now();
+    Milliseconds all(0);
+    Milliseconds shortest(1000);
     for (int i = 0; i < Exchanges; ++i) {
+        const auto start = steady_clock::now();
         ASSERT_EQ(terminal.Ask(Request(5, {})), Presence5);
+        const Milliseconds time = steady_clock::now() - start;
+        all += time;
+        shortest = std::min(shortest, time);
     }
-    const Milliseconds each = Milliseconds(steady_clock::now() - start) / Exchanges;
-    EXPECT_GE(each.count(), 13.54); // 26 bytes of 10 bits at 19200 baud
-    EXPECT_LT(each.count(), 13.54 * 1.5);
-    RecordProperty("exchange_ms", std::to_string(each.count()));
+    EXPECT_GE(all.count() / Exchanges, 13.54); // 26 bytes of 10 bits at 19200 baud
+    EXPECT_LT(shortest.count(), 13.54 * 1.5);  // others may be held up by the machine
+    RecordProperty("exchange_ms", std::to_string(all.count() / Exchanges));
 }
 
 TEST(Line, PresetTakesTheTimeOfTheWire) {
     Line line(TwoDevices());
     line.Start();
     Terminal terminal(line.DevicePath());
-    const auto start = steady_clock::now();
-    ASSERT_EQ(terminal.Ask(Request(5, {0x0B, 0xFF}), 432).size(), 432U);
-    const Milliseconds time = steady_clock::now() - start;
-    EXPECT_GE(time.count(), 231.77); // 13 + 432 bytes
-    EXPECT_LT(time.count(), 231.77 * 1.5);
+    Milliseconds shortest(10000);
+    for (int i = 0; i < 3; ++i) {
+        const auto start = steady_clock::now();
+        ASSERT_EQ(terminal.Ask(Request(5, {0x0B, 0xFF}), 432).size(), 432U);
+        shortest = std::min(shortest, Milliseconds(steady_clock::now() - start));
+    }
+    EXPECT_GE(shortest.count(), 231.77); // 13 + 432 bytes
+    EXPECT_LT(shortest.count(), 231.77 * 1.5);
 }
 
 TEST(Line, UnpacedExchangeIsMuchFasterThanTheWire) {
     Line line(TwoDevices(), Unpaced());
     line.Start();
     Terminal terminal(line.DevicePath());
-    const auto start = steady_clock::now();
-    for (int i = 0; i < 100; ++i) {
+    std::vector<Milliseconds> times;
+    for (int i = 0; i < 101; ++i) {
+        const auto start = steady_clock::now();
         ASSERT_EQ(terminal.Ask(Request(5, {})), Presence5);
+        times.emplace_back(steady_clock::now() - start);
     }
-    EXPECT_LT(Milliseconds(steady_clock::now() - start).count(), 500);
+    std::ranges::sort(times);
+    EXPECT_LT(times[50].count(), 5.0); // on the wire 13.54
 }
 
 TEST(Line, RecordsEachFrameWithItsTime) {
@@ -147,17 +158,21 @@ TEST(Line, RackIsReachedWhileTheLineRuns) {
 
 TEST(Line, StopsAtOnceAndStartsAgain) {
     Line line(TwoDevices());
-    line.Start();
-    line.Start();
     Terminal terminal(line.DevicePath());
-    terminal.Send(Request(5, {0x0B, 0xFF}));
-    EXPECT_EQ(terminal.Read(1).size(), 1U);
-    const auto start = steady_clock::now();
-    line.Stop();
-    line.Stop();
-    EXPECT_LT(Milliseconds(steady_clock::now() - start).count(), 100);
-    while (!terminal.Silent(milliseconds(20))) {
+    Milliseconds shortest(1000);
+    for (int i = 0; i < 5; ++i) {
+        line.Start();
+        line.Start();
+        terminal.Send(Request(5, {0x0B, 0xFF})); // 225 ms of answer
+        EXPECT_EQ(terminal.Read(1).size(), 1U);
+        const auto start = steady_clock::now();
+        line.Stop();
+        line.Stop();
+        shortest = std::min(shortest, Milliseconds(steady_clock::now() - start));
+        while (!terminal.Silent(milliseconds(20))) {
+        }
     }
+    EXPECT_LT(shortest.count(), 100); // others may be held up by the machine
     line.Start();
     EXPECT_EQ(terminal.Ask(Request(5, {})), Presence5);
 }

@@ -81,10 +81,10 @@ TEST_F(UnpluggedLine, ObeysOrdersFromTheConsole) {
     const std::string said = RunCommand(line_, "replug", quit);
     EXPECT_EQ(said, "plugged in on " + line_.DevicePath() + "\n");
     Terminal terminal(Link());
-    EXPECT_EQ(RunCommand(line_, "reboot 5 150 factory", quit), "");
+    EXPECT_EQ(RunCommand(line_, "reboot 5 500 factory", quit), "");
     terminal.Send(Request(5, {}));
     EXPECT_TRUE(terminal.Silent());
-    std::this_thread::sleep_for(milliseconds(150));
+    std::this_thread::sleep_for(milliseconds(500));
     EXPECT_EQ(terminal.Ask(Request(5, {})).size(), 13U);
 }
 

@@ -42,11 +42,11 @@ class PseudoTerminal {
             throw std::runtime_error("the pseudo-terminal takes no bytes");
         }
     }
-    /// Waits until so many bytes came, for a second at most.
+    /// Waits until so many bytes came, for some seconds at most for each.
     std::vector<std::uint8_t> Receive(std::size_t count) {
         std::vector<std::uint8_t> bytes;
         pollfd state{master_, POLLIN, 0};
-        while (bytes.size() < count && ::poll(&state, 1, 1000) > 0) {
+        while (bytes.size() < count && ::poll(&state, 1, 5000) > 0) {
             std::uint8_t byte = 0;
             if (::read(master_, &byte, 1) != 1) {
                 break;

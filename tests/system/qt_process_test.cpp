@@ -4,8 +4,10 @@
 #include <QCoreApplication>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace nrv::ui {
 namespace {
@@ -32,7 +34,7 @@ TEST_F(QtProcessTest, ATimerTicksWhileEventsAreServed) {
     bool ticked = false;
     QTimer::singleShot(20, qApp, [&ticked] { ticked = true; });
     const auto start = steady_clock::now();
-    while (!ticked && steady_clock::now() - start < milliseconds(1000)) {
+    while (!ticked && steady_clock::now() - start < milliseconds(5000)) {
         process_.RunPendingEvents();
     }
     EXPECT_TRUE(ticked);
@@ -40,13 +42,16 @@ TEST_F(QtProcessTest, ATimerTicksWhileEventsAreServed) {
 
 TEST_F(QtProcessTest, WithNothingPendingItRestsButComesBackSoon) {
     process_.RunPendingEvents();
-    const auto start = steady_clock::now();
-    for (int i = 0; i < 20; ++i) {
+    std::vector<steady_clock::duration> rests(21);
+    for (auto& rest : rests) {
+        const auto start = steady_clock::now();
         process_.RunPendingEvents();
+        rest = steady_clock::now() - start;
     }
-    // 2 ms each, with room for a busy machine.
-    EXPECT_GE(steady_clock::now() - start, milliseconds(10));
-    EXPECT_LT(steady_clock::now() - start, milliseconds(500));
+    // 2 ms each; on a busy machine one or the other takes longer.
+    std::ranges::sort(rests);
+    EXPECT_GE(rests[10], milliseconds(1));
+    EXPECT_LT(rests[10], milliseconds(25));
 }
 
 TEST_F(QtProcessTest, SleepStandsStillAndRunsNoEvents) {

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <fstream>
@@ -13,6 +14,7 @@
 #include <numeric>
 #include <optional>
 #include <thread>
+#include <vector>
 
 namespace nrv::ui {
 namespace {
@@ -60,9 +62,9 @@ class QtSerialPortTest : public ::testing::Test {
         port.SetInputLen(13);
     }
 
-    /// Counts until so many bytes wait, for a second at most.
+    /// Counts until so many bytes wait, for some seconds at most.
     int CountUntil(int bytes) {
-        const auto end = steady_clock::now() + milliseconds(1000);
+        const auto end = steady_clock::now() + milliseconds(5000);
         int waiting = port_.InBufferCount();
         while (waiting < bytes && steady_clock::now() < end) {
             waiting = port_.InBufferCount();
@@ -263,7 +265,7 @@ TEST_F(QtSerialPortTest, ClosingAndOpeningEmptiesTheInput) {
 TEST_F(QtSerialPortTest, BytesThatCameWhileEventsWereServedAreCounted) {
     port_.SetPortOpen(true);
     line_.Send(Count(13));
-    const auto end = steady_clock::now() + milliseconds(200);
+    const auto end = steady_clock::now() + milliseconds(5000);
     int waiting = 0;
     while (waiting < 13 && steady_clock::now() < end) {
         QCoreApplication::processEvents();
@@ -298,7 +300,7 @@ TEST_F(QtSerialPortTest, APortThatGoesAwayDuringAWaitIsToldAtOnce) {
         });
         const auto start = steady_clock::now();
         const auto refusal = RefusalFrom([&] {
-            while (steady_clock::now() < start + milliseconds(3000)) {
+            while (steady_clock::now() < start + milliseconds(20000)) {
                 if (pump) {
                     QCoreApplication::processEvents();
                 }
@@ -310,7 +312,7 @@ TEST_F(QtSerialPortTest, APortThatGoesAwayDuringAWaitIsToldAtOnce) {
         ASSERT_TRUE(refusal);
         EXPECT_EQ(refusal->Kind, ErrorKind::PortGone);
         EXPECT_EQ(refusal->Sentence, "COM 5 (" + line.Device() + ") went away.");
-        EXPECT_LT(waited, milliseconds(1000));
+        EXPECT_LT(waited, milliseconds(5000));
 
         // It stays gone for whoever asks, until it is opened anew.
         EXPECT_FALSE(port.PortOpen());
@@ -370,12 +372,15 @@ TEST_F(QtSerialPortTest, ABytePresentIsCountedWithoutARest) {
     port_.SetPortOpen(true);
     line_.Send(Count(13));
     CountUntil(13);
-    const auto start = steady_clock::now();
-    for (int i = 0; i < 1000; ++i) {
+    std::vector<steady_clock::duration> counts(1001);
+    for (auto& count : counts) {
+        const auto start = steady_clock::now();
         ASSERT_EQ(port_.InBufferCount(), 13);
+        count = steady_clock::now() - start;
     }
-    // A rest each would take a second.
-    EXPECT_LT(steady_clock::now() - start, milliseconds(300));
+    // A rest is a millisecond; on a busy machine one or the other takes longer.
+    std::ranges::sort(counts);
+    EXPECT_LT(counts[500], std::chrono::microseconds(300));
 }
 
 } // namespace
