@@ -217,9 +217,10 @@ def played(kind, hz, gain, q, f):
     return side("-24dB/oct Bw", c, False, f) / 2  # of two lines
 
 
-def difference(filters):
+def difference(filters, sounds):
+    """The largest and the mean of what lies between the filters asked for and what sounds at a frequency."""
     points = [f for f in GRID if f >= 20]
-    apart = [abs(sum(asked(*one, f) - played(*one, f) for one in filters)) for f in points]
+    apart = [abs(sum(asked(*one, f) for one in filters) - sounds(f)) for f in points]
     steps = [math.log(b / a) for a, b in zip(points, points[1:])]
     mean = sum(step * (a + b) / 2 for step, a, b in zip(steps, apart, apart[1:])) / sum(steps)
     return max(apart), mean
@@ -243,11 +244,15 @@ def check_import(tool, chance, style):
                         nearest(octaves, [n / 20 for n in range(1, 61)])]
             assert got == expected, (text, got, expected)
     largest, mean = map(float, re.search(r"kHz: largest ([0-9.e-]+) dB at [0-9.]+ Hz, mean ([0-9.e-]+) dB", told).groups())
-    expected = difference(filters)
+    expected = difference(filters, lambda f: sum(played(*one, f) for one in filters))
     assert abs(largest - expected[0]) < 6e-4 and abs(mean - expected[1]) < 6e-4, (text, told, expected)
     fitted = tool.run("import", style, "text.txt", "empty.n91", "--channel", TITLES[channel], "--fit", "-o", "into.n91")
     after = [tuple(map(float, pair)) for pair in re.findall(r"largest ([0-9.e-]+) dB at [0-9.]+ Hz, mean ([0-9.e-]+)", fitted)]
     assert after[1] == (largest, mean) and after[0][0] <= largest and after[0][1] <= mean, fitted
+    shown = {key: told["value"] for key, told in json.loads(tool.run("show", "into.n91", "--json")).items()}
+    gains = shown[f"{channel}.gain"] + shown["master.gain"]
+    expected = difference(filters, lambda f: level(shown, channel, f) - gains)
+    assert abs(after[0][0] - expected[0]) < 6e-4 and abs(after[0][1] - expected[1]) < 6e-4, (text, fitted, expected)
 
 
 def main():
