@@ -18,13 +18,17 @@ one_version() {
 
 # Each option of a program's help is on its page.
 pages() {
-    local program option
+    local program option options orders
     for program in nrv718 nrv718-preset nrv718-rack; do
-        for option in $("$prefix/bin/$program" --help | grep -o -e '--[a-z-]*' | sort -u); do
+        options=$("$prefix/bin/$program" --help | grep -o -e '--[a-z-]*' | sort -u)
+        [ -n "$options" ] || fail "$program --help tells of no option"
+        for option in $options; do
             sed 's/\\-/-/g' "$share/man/man1/$program.1" | grep -q -e "$option" || fail "the page $program.1 does not tell of $option"
         done
     done
-    for order in $(sed -n 's/^| `\([a-z]*\).*/\1/p' "$here/../../docs/virtual_rack.md"); do
+    orders=$(sed -n 's/^| `\([a-z]*\).*/\1/p' "$here/../../docs/virtual_rack.md")
+    [ -n "$orders" ] || fail "the page of the virtual rack tells of no order"
+    for order in $orders; do
         grep -q "\"\?$order\b" "$share/man/man1/nrv718-rack.1" || fail "the page nrv718-rack.1 does not tell of the order $order"
     done
 }

@@ -14,7 +14,7 @@ own=$HOME/.local/share/nrv718
 real_program() {
     QT_QPA_PLATFORM=offscreen "$launcher" 2>/dev/null &
     local process=$!
-    for _ in $(seq 100); do
+    for _ in $(seq 400); do
         [ "$(readlink "/proc/$process/exe")" = "$program" ] && break
         sleep 0.05
     done

@@ -11,7 +11,7 @@ bytes() { od -An -v -tx1 "$1" | tr -d ' \n'; }
 # A step of its own, as in ./run: an exit ends this shell alone.
 in_shell() { (set -e; "$@"); }
 wait_until() {
-    for _ in $(seq 60); do
+    for _ in $(seq 400); do
         "$@" && return
         sleep 0.05
     done
