@@ -1,24 +1,14 @@
 #pragma once
 
-#include "ports/message_boxes.h"
+#include "support/scripted_ports.h"
 #include "ui/control_window/control_window_view.h"
 #include "ui/look/theme.h"
 
 #include <QTest>
 
 #include <memory>
-#include <vector>
 
 namespace nrv::test {
-
-class RecordedBoxes : public MessageBoxes {
-  public:
-    BoxAnswer Show(const MessageBox& box) override {
-        Shown.push_back(box);
-        return BoxAnswer::Ok;
-    }
-    std::vector<MessageBox> Shown;
-};
 
 /// A fresh record in a view on the screen for every test.
 class ControlWindowFixture : public QObject {
@@ -38,7 +28,7 @@ class ControlWindowFixture : public QObject {
 
     void OpenWindow() {
         form_ = std::make_unique<controls::FrmCtrl>();
-        boxes_ = std::make_unique<RecordedBoxes>();
+        boxes_ = std::make_unique<testing::ScriptedBoxes>();
         windows_ = std::make_unique<controls::Windows>();
         boundary_ = std::make_unique<controls::EventBoundary>(*windows_);
         boundary_->Set({.TellError = [this](const std::string& text) {
@@ -51,7 +41,7 @@ class ControlWindowFixture : public QObject {
     }
 
     std::unique_ptr<controls::FrmCtrl> form_;
-    std::unique_ptr<RecordedBoxes> boxes_;
+    std::unique_ptr<testing::ScriptedBoxes> boxes_;
     std::unique_ptr<controls::Windows> windows_;
     std::unique_ptr<controls::EventBoundary> boundary_;
     std::unique_ptr<ui::ControlWindowView> view_;

@@ -1,3 +1,4 @@
+#include "find.h"
 #include "ui/look/theme.h"
 #include "ui/platform/qt_file_dialogs.h"
 
@@ -18,12 +19,9 @@
 #include <optional>
 
 using namespace nrv;
+using test::Name;
 
 namespace {
-
-QString Name(const char* text) {
-    return QString::fromLatin1(text);
-}
 
 constexpr const char* Filter = "file preset (*.n91)|*.n91";
 

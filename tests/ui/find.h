@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QWidget>
 
 namespace nrv::test {
 
@@ -17,6 +18,16 @@ Widget* Find(const QObject& parent, const char* name) {
         qFatal("there is no %s", name);
     }
     return found;
+}
+
+/// True when a widget lies inside the window with all of its parents.
+inline bool LiesInside(const QWidget& widget) {
+    for (const QWidget* inner = &widget; !inner->isWindow(); inner = inner->parentWidget()) {
+        if (!inner->parentWidget()->rect().contains(inner->geometry())) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace nrv::test

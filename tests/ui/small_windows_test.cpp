@@ -27,6 +27,7 @@
 using namespace nrv;
 using namespace nrv::controls;
 using test::Find;
+using test::LiesInside;
 using test::Name;
 
 namespace {
@@ -37,16 +38,6 @@ bool TextFits(const QWidget& widget) {
         return label->fontMetrics().horizontalAdvance(label->text()) <= label->contentsRect().width();
     }
     return widget.sizeHint().width() <= widget.width();
-}
-
-/// True when a widget lies inside the window with all of its parents.
-bool LiesInside(const QWidget& widget) {
-    for (const QWidget* inner = &widget; !inner->isWindow(); inner = inner->parentWidget()) {
-        if (!inner->parentWidget()->rect().contains(inner->geometry())) {
-            return false;
-        }
-    }
-    return true;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "find.h"
+#include "support/scripted_ports.h"
 #include "ui/look/theme.h"
 #include "ui/platform/qt_window_host.h"
 #include "ui/tool_dialogs/tool_dialogs.h"
@@ -22,19 +24,6 @@ namespace nrv::test {
 
 using namespace controls;
 
-inline QString Name(const char* text) {
-    return QString::fromLatin1(text);
-}
-
-template <class Widget>
-Widget* Find(const QObject& parent, const char* name) {
-    auto* found = parent.findChild<Widget*>(Name(name));
-    if (found == nullptr) {
-        qFatal("there is no %s", name);
-    }
-    return found;
-}
-
 /// The pixels that a text needs in a widget, its margins left out.
 inline bool TextFits(const QWidget& widget) {
     if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
@@ -50,15 +39,6 @@ inline bool TextFits(const QWidget& widget) {
 inline QRect PlaceIn(const QDialog& dialog, const QWidget& widget) {
     return {widget.mapTo(&dialog, QPoint()), widget.size()};
 }
-
-class Boxes : public MessageBoxes {
-  public:
-    BoxAnswer Show(const MessageBox& box) override {
-        Shown.push_back(box);
-        return BoxAnswer::Ok;
-    }
-    std::vector<MessageBox> Shown;
-};
 
 /// Fresh records for every test, and dialogs that show them.
 class ToolDialogFixture : public QObject {
@@ -138,7 +118,7 @@ class ToolDialogFixture : public QObject {
         QVERIFY(QApplication::activeModalWidget() == nullptr);
     }
 
-    Boxes boxes_;
+    testing::ScriptedBoxes boxes_;
     std::unique_ptr<Windows> windows_ = std::make_unique<Windows>();
     EventBoundary boundary_{*windows_};
     EventEntry entry_{boundary_, EventSource::Kind::Program};

@@ -15,16 +15,6 @@ namespace {
 constexpr std::array AllDialogs = {ToolDialog::EditNames, ToolDialog::Store,     ToolDialog::Read,
                                    ToolDialog::Password,  ToolDialog::CopyInput, ToolDialog::CopyOutput};
 
-/// True when a widget lies inside the window with all of its parents.
-bool LiesInside(const QWidget& widget) {
-    for (const QWidget* inner = &widget; !inner->isWindow(); inner = inner->parentWidget()) {
-        if (!inner->parentWidget()->rect().contains(inner->geometry())) {
-            return false;
-        }
-    }
-    return true;
-}
-
 bool IsContainer(const QWidget& widget) {
     return widget.objectName().startsWith(Name("Frame"));
 }
