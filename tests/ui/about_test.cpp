@@ -33,8 +33,10 @@ class AboutTest : public RackTest {
 
     void EscapeAndEnterCloseIt() {
         for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+            QVERIFY(TakeKeyboard());
             Open();
-            QVERIFY(QTest::qWaitForWindowActive(About()));
+            QVERIFY(About() != nullptr);
+            QVERIFY(driver::WaitUntil([this] { return QApplication::activeWindow() == About(); }));
             QTest::keyClick(About()->focusWidget(), key);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             QVERIFY2(About() == nullptr, QByteArray::number(key).constData());
@@ -44,9 +46,14 @@ class AboutTest : public RackTest {
     void ASecondOneIsTheFirst() {
         Open();
         const QPointer<QWidget> first = About();
+        QVERIFY(first != nullptr);
         QVERIFY(TakeKeyboard());
         Open();
         QCOMPARE(About(), first.data());
+        QCOMPARE(
+            std::ranges::count_if(QApplication::topLevelWidgets(),
+                                  [](const QWidget* window) { return window->objectName() == QLatin1String("About"); }),
+            1);
     }
 
     void TheProgramGoesOnBesideIt() {
@@ -63,10 +70,10 @@ class AboutTest : public RackTest {
 
     void NoTextIsCutOff() {
         Open();
-        for (const QLabel* label : About()->findChildren<QLabel*>()) {
-            if (!label->text().isEmpty()) {
-                QVERIFY2(label->height() >= label->heightForWidth(label->width()), qPrintable(label->text()));
-            }
+        for (const char* const name : {"Name", "Version", "Purpose", "Folder", "Licences"}) {
+            const auto* const label = driver::FindAs<QLabel>(QLatin1String(name), About());
+            QVERIFY2(label != nullptr && !label->text().isEmpty(), name);
+            QVERIFY2(label->wordWrap() && label->height() >= label->heightForWidth(label->width()), name);
         }
     }
 

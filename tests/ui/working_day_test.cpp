@@ -249,14 +249,12 @@ void WorkingDayTest::HoldsAllDay() {
     int quarter = 1;
     // No window remembers a step when the plug was pulled, so what the heap holds then can be compared.
     const auto end_quarter = [&] {
-        impatience_.reset(); // eleven windows take their time
         PullThePlug();
         edited_ += 5;
         ++quarter;
     };
     while (edited_ < day) {
         const int slot = AnySlot();
-        impatience_.emplace(); // anew: it bears with one test for some seconds
         desk_->BringForward(slot);
         for (int edits = 0; edits < 5 && !QTest::currentTestFailed(); ++edits) {
             Edit(slot);
