@@ -31,9 +31,9 @@ class KeyboardTest : public RackTest {
     void AClickOnATabTakesTheKeyboardThere();
     void ABlockThatLeadsToATabGivesTheKeyboardToTheTabs();
     void KeysShowTheTabsOfTheWindowInFront();
-    void KeysOfTabsAreNothingInAListOrABox();
-    void EveryControlIsReachedInReadingOrder_data();
-    void EveryControlIsReachedInReadingOrder();
+    void KeysOfTabsTypeNothingAndAreNothingInTheListOfDevices();
+    void EveryControlIsReachedOnce_data();
+    void EveryControlIsReachedOnce();
     void TheOrderOfAnInputIsTheOneOfItsPanels();
     void ArrowsChooseAmongOptions();
     void FocusShowsOnEveryKindOfControl();
@@ -115,7 +115,7 @@ void KeyboardTest::KeysShowTheTabsOfTheWindowInFront() {
     desk_->Form(1).Timer1.Stop();
 }
 
-void KeyboardTest::KeysOfTabsAreNothingInAListOrABox() {
+void KeyboardTest::KeysOfTabsTypeNothingAndAreNothingInTheListOfDevices() {
     desk_->ShowTab(0);
     for (const auto& [name, index] : {std::pair{"Text4", 3}, {"Label5", 3}, {"Slider2", 3}, {"UpDown3", 3}}) {
         desk_->ShowTab(0);
@@ -133,14 +133,14 @@ void KeyboardTest::KeysOfTabsAreNothingInAListOrABox() {
     QCOMPARE(Tabs()->currentIndex(), before);
 }
 
-void KeyboardTest::EveryControlIsReachedInReadingOrder_data() {
+void KeyboardTest::EveryControlIsReachedOnce_data() {
     QTest::addColumn<int>("tab");
     for (const int tab : {0, 1, 2, 5, 7, 8, 9, 10}) {
         QTest::addRow("tab %d", tab) << tab;
     }
 }
 
-void KeyboardTest::EveryControlIsReachedInReadingOrder() {
+void KeyboardTest::EveryControlIsReachedOnce() {
     QFETCH(const int, tab);
     desk_->ShowTab(tab);
     desk_->Form().Timer1.Stop();
@@ -254,9 +254,29 @@ void KeyboardTest::FocusShowsOnEveryKindOfControl() {
                                       {"Label5", 20},
                                       {"Text2", 10},
                                       {"UpDown1", 10},
+                                      {"Slider1", 10},
+                                      {"Slider3", 4},
+                                      {"Slider4", 2},
+                                      {"Slider5", 2},
+                                      {"Text5", 20},
+                                      {"Text7", 4},
+                                      {"Text8", 0},
+                                      {"Check8", 0},
+                                      {"Slider100", controls::NoIndex},
+                                      {"Combo4", controls::NoIndex},
+                                      {"Option1", 1},
+                                      {"Label100", 3},
+                                      {"Label200", 1},
+                                      {"Label300", 2},
+                                      {"Label400", 0},
                                       {"SSTab1", controls::NoIndex}}) {
         QWidget* const widget = desk_->Control(name, index);
-        desk_->Control("Slider6", 2)->setFocus();
+        for (const int tab : {2, int(controls::GainsTab), int(controls::DelaysTab), int(controls::OverviewTab)}) {
+            if (!widget->isVisible()) {
+                desk_->ShowTab(tab);
+            }
+        }
+        desk_->Control("Command2", 1)->setFocus();
         const QImage without = widget->grab().toImage();
         widget->setFocus(Qt::TabFocusReason);
         QVERIFY2(widget->hasFocus(), name);
@@ -371,7 +391,8 @@ void KeyboardTest::AKeyOfAButtonPressesIt() {
     bool closed = false;
     QVERIFY(desk_->WithTool(controls::EditNamesTool, "FrmEditLabel", [&closed](QWidget& dialog) {
         dialog.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        // QTest's wait for an active window is over while the window under the dialog is active.
+        QVERIFY(driver::WaitUntil([&dialog] { return QApplication::activeWindow() == &dialog; }));
         QTest::keyClick(dialog.focusWidget(), Qt::Key_C, Qt::AltModifier);
         closed = driver::WaitUntil([&dialog] { return !dialog.isVisible(); });
     }));
