@@ -303,15 +303,44 @@ QString CommandsOnTheRackTest::Disagreement() {
             if (!agree(values.PeqGain[s], live[p + 4] / 5.0 - 15.0) ||
                 !agree(values.PeqBandwidth[s], (live[p + 2] + 1) / 20.0) ||
                 values.PeqFrequency[s] != model::FrequencyTable[live[p + 1]] ||
-                form.Slider2[s].Position() != 150 - live[p + 4] || form.UpDown3[s].Position() != live[p + 2]) {
+                form.Slider2[s].Position() != 150 - live[p + 4] || form.UpDown3[s].Position() != live[p + 2] ||
+                form.Text4[s].Text() != std::to_string(int(model::FrequencyTable[live[p + 1]]))) {
                 return QStringLiteral("section %1").arg(s);
             }
+        }
+    }
+    for (int filter = 0; filter < 10; ++filter) {
+        const auto f = static_cast<std::size_t>(filter);
+        const std::size_t t = filter < 4 ? ImageLayout::Tone(filter / 2, filter % 2) : ImageLayout::Tone(filter - 2, 0);
+        if (form.Slider3[f].Position() != 36 - live[t + 4] || form.Combo1[f].Index() != live[t + 2] ||
+            form.Text7[f].Text() != std::to_string(int(model::FrequencyTable[live[t + 1]])) ||
+            !agree(values.ToneGain[f], live[t + 4] / 2.0 - 12.0) || values.ToneType[f] != live[t + 2]) {
+            return QStringLiteral("tone filter %1").arg(f);
+        }
+    }
+    for (int side = 0; side < 12; ++side) {
+        const auto s = static_cast<std::size_t>(side);
+        const std::size_t x = ImageLayout::Crossover(side / 2, side % 2);
+        if (form.Combo2[s].Index() != live[x + 2] ||
+            form.Text8[s].Text() != std::to_string(int(model::FrequencyTable[live[x + 1]])) ||
+            values.CrossoverSlope[s] != live[x + 2] ||
+            values.CrossoverFrequency[s] != model::FrequencyTable[live[x + 1]]) {
+            return QStringLiteral("crossover side %1").arg(s);
+        }
+    }
+    for (int output = 0; output < 6; ++output) {
+        const int source = live[ImageLayout::Source(output)];
+        if (form.Combo3[static_cast<std::size_t>(output)].Index() != source ||
+            values.OutputSource[static_cast<std::size_t>(output)] != source) {
+            return QStringLiteral("the source of Out %1").arg(output + 1);
         }
     }
     if (desk_->Memory(Id, 18) != live[ImageLayout::Mutes]) {
         return QStringLiteral("the device's mute byte");
     }
-    return agree(values.MasterGain, live[143] / 5.0 - 12.0) ? QString() : QStringLiteral("the master gain");
+    return agree(values.MasterGain, live[143] / 5.0 - 12.0) && form.Slider100.Position() == 120 - live[143]
+               ? QString()
+               : QStringLiteral("the master gain");
 }
 
 void CommandsOnTheRackTest::AfterAnyEditsTheWindowTheStoresAndTheDeviceAgree() {

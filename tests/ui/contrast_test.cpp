@@ -84,10 +84,11 @@ std::vector<Shown> TextsOf(const QWidget& widget) {
 class ContrastTest : public RackTest {
     Q_OBJECT
 
-    /// The worst text of a window, in words; empty when all can be read.
+    /// The texts of a window that cannot be read, in words; empty when all can.
     QString Unreadable(QWidget& window) {
         const QImage image = Painted(window);
-        QString worst;
+        const int seen_before = seen_;
+        QString unreadable;
         for (const QWidget* widget : window.findChildren<QWidget*>()) {
             if (!widget->isVisibleTo(&window) || !widget->isEnabled() || widget->visibleRegion().isEmpty()) {
                 continue;
@@ -100,11 +101,11 @@ class ContrastTest : public RackTest {
                 ++seen_;
                 const double contrast = ContrastIn(image, place);
                 if (contrast < Readable) {
-                    worst += QStringLiteral("%1 \"%2\" %3; ").arg(widget->objectName(), shown.Text).arg(contrast);
+                    unreadable += QStringLiteral("%1 \"%2\" %3; ").arg(widget->objectName(), shown.Text).arg(contrast);
                 }
             }
         }
-        return worst;
+        return seen_ == seen_before ? QStringLiteral("no text was looked at") : unreadable;
     }
     int seen_ = 0;
 

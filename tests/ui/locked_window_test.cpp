@@ -1,11 +1,12 @@
 // The window of a locked device says that it is locked, and what it shows can still be read.
 
+#include "contrast.h"
 #include "rack_test.h"
 
 #include <QToolButton>
 
 #include <algorithm>
-#include <cmath>
+#include <map>
 
 using namespace nrv;
 using namespace nrv::test;
@@ -14,20 +15,6 @@ using driver::BoxAnswers;
 namespace {
 
 constexpr int LockedOptions = PlainOptions + 128;
-
-double Linear(double channel) {
-    return channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-double Luminance(const QColor& colour) {
-    return 0.2126 * Linear(colour.redF()) + 0.7152 * Linear(colour.greenF()) + 0.0722 * Linear(colour.blueF());
-}
-
-double Contrast(const QColor& one, const QColor& other) {
-    const double a = Luminance(one);
-    const double b = Luminance(other);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
-}
 
 /// The text's ink against its ground, by the pixels inside a widget's border, drawn large so that strokes are full.
 double ContrastOf(QWidget& widget) {
@@ -173,6 +160,8 @@ void LockedWindowTest::ADeviceThatDiesWhileItIsLockedSaysSoAndNothingElse() {
         driver::Click(In(dialog, "Command1(3)"));
     }));
     QVERIFY(driver::WaitUntil([&] { return !desk_->IsOpen(0); }));
+    QCOMPARE(boxes.Seen().size(), std::size_t{1});
+    QCOMPARE(boxes.Seen()[0].Title, QLatin1String(DeathTitle));
     QVERIFY2(desk_->Status().starts_with("ID:5 does not answer; the change of the lock stopped"),
              desk_->Status().c_str());
     QCOMPARE(other_->Difference(), QString());

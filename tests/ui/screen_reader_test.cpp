@@ -83,7 +83,7 @@ class ScreenReaderTest : public RackTest {
         fader->valueInterface()->setCurrentValue(68); // seven steps of 0.2 dB down
         QCOMPARE(fader->text(QAccessible::Value), QStringLiteral("-1.4 dB"));
         QCOMPARE(desk_->TakeFrames().size(), std::size_t{1});
-        QCOMPARE(int(desk_->Live(Id)[ImageLayout::Peq(3, 2) + 2]), int(Body()[ImageLayout::Peq(3, 2) + 2]));
+        QCOMPARE(int(desk_->Live(Id)[ImageLayout::Peq(3, 2) + 4]), 68);
         QCOMPARE(desk_->Form().Slider2[26].Position(), 82); // from the top
         fader->valueInterface()->setCurrentValue(68);       // where it stands already
         QCOMPARE(desk_->TakeFrames().size(), std::size_t{0});

@@ -286,7 +286,21 @@ class WholeSetupTest : public RackTest {
         QCOMPARE(int(by_mouse_.Live[ImageLayout::Peq(2, 1) + 1]), 68); // 1000 Hz
         QCOMPARE(int(by_mouse_.Live[ImageLayout::Peq(2, 1) + 2]), 20); // 1.05 octaves
         QCOMPARE(int(by_mouse_.Live[ImageLayout::Phase(2)]), 1);
-        QCOMPARE(int(by_mouse_.Live[ImageLayout::Dynamics(2) + 3]), 40); // 60 - 20
+        QCOMPARE(int(by_mouse_.Live[ImageLayout::Dynamics(2) + 3]), 40);     // 60 - 20
+        QCOMPARE(int(by_mouse_.Live[ImageLayout::Crossover(0, 0) + 1]), 28); // 100 Hz
+        QCOMPARE(int(by_mouse_.Live[ImageLayout::Crossover(0, 1) + 1]), 80); // 2000 Hz
+        QCOMPARE(int(by_mouse_.Live[ImageLayout::Delay(2) + 1]), 2);
+        QCOMPARE(int(by_mouse_.Live[ImageLayout::Delay(2) + 2]), 24); // 0.5 ms in steps of 0.021 ms
+        const auto text = [](const auto& bytes, std::size_t first, std::size_t size) {
+            return std::string(bytes.begin() + std::ptrdiff_t(first), bytes.begin() + std::ptrdiff_t(first + size));
+        };
+        QCOMPARE(text(by_mouse_.Live, ImageLayout::Name(2), 6), std::string(" Subs "));
+        // Stored into the third position: its mark, its name, and the preset as it is live but for its mutes.
+        QCOMPARE(int(by_mouse_.Memory[48 + 2]), 0x55);
+        QCOMPARE(text(by_mouse_.Memory, 64 + 16 * 2, 16), std::string("Hall            "));
+        simulator::PresetBody stored{};
+        std::copy_n(by_mouse_.Memory.begin() + 640 + 432 * 2, stored.size(), stored.begin());
+        QCOMPARE(ImageDifference(stored, by_mouse_.Live), QString());
     }
     void cleanup() { TakeDown(); }
 
