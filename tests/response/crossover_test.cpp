@@ -149,7 +149,7 @@ TEST(Crossover, LinkwitzRileyPairSumsFlat) {
             const Curve high = CurveOf(Crossover{Side::HighPass, pair.Code, corner});
             double worst = 0.0;
             for (std::size_t point = 0; point < GridPoints; ++point) {
-                worst = std::max(worst, std::abs(LevelOfSum(slope, corner, pair.Polarity, point, low, high)));
+                worst = Worse(worst, std::abs(LevelOfSum(slope, corner, pair.Polarity, point, low, high)));
             }
             EXPECT_LT(worst, 1e-9) << slope.Name << " at " << corner;
         }

@@ -4,6 +4,8 @@
 #include "response/plot_grid.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace nrv::testing {
 
@@ -19,6 +21,11 @@ response::Curve CurveOf(const Filter& filter) {
     curve.fill(-1.0);
     Evaluate(filter, curve);
     return curve;
+}
+
+/// The larger of two distances; one that is no number is larger than any.
+inline double Worse(double worst, double distance) {
+    return std::isnan(distance) ? std::numeric_limits<double>::infinity() : std::max(worst, distance);
 }
 
 } // namespace nrv::testing

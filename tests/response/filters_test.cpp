@@ -20,7 +20,7 @@ TEST(Bell, IsTheSquaredBandPassTimesItsGainAtEveryCentreAndFrequency) {
                 double worst = 0.0;
                 for (std::size_t point = 0; point < GridPoints; ++point) {
                     const auto expected = static_cast<double>(BellLevel(gain, centre, q, PlotGrid[point]));
-                    worst = std::max(worst, std::abs(curve[point] - expected));
+                    worst = Worse(worst, std::abs(curve[point] - expected));
                 }
                 EXPECT_LT(worst, Tolerance) << gain << " dB at " << centre << " Hz, Q " << q;
             }
@@ -95,7 +95,7 @@ TEST(Shelf, IsItsRatioOfSumsAtEveryCornerAndFrequency) {
                 const Curve curve = CurveOf(Shelf{ShelfKind(kind), gain, corner});
                 const ReferenceShelf expected(kind, gain, corner);
                 for (std::size_t point = 0; point < GridPoints; ++point) {
-                    worst = std::max(worst, std::abs(curve[point] - expected.At(PlotGrid[point])));
+                    worst = Worse(worst, std::abs(curve[point] - expected.At(PlotGrid[point])));
                 }
             }
             EXPECT_LT(worst, Tolerance) << "kind " << kind << ", " << gain << " dB";

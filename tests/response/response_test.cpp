@@ -1,4 +1,5 @@
 #include "ports/runtime_error.h"
+#include "response/curves.h"
 #include "response/prototypes.h"
 #include "response/response.h"
 #include "response/response_desk.h"
@@ -21,7 +22,7 @@ template <class Expected>
 void ExpectCurve(const Curve& curve, Expected expected, const char* what) {
     double worst = 0.0;
     for (std::size_t point = 0; point < GridPoints; ++point) {
-        worst = std::max(worst, std::abs(curve[point] - static_cast<double>(expected(PlotGrid[point]))));
+        worst = Worse(worst, std::abs(curve[point] - static_cast<double>(expected(PlotGrid[point]))));
     }
     EXPECT_LT(worst, ResponseTolerance) << what;
 }
