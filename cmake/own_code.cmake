@@ -11,14 +11,19 @@ target_compile_options(nrv718_own_code INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
   -Woverloaded-virtual -Wextra-semi -Wundef -Werror
   # GCC 12 takes "text" + std::to_string(n) for an overlapping copy.
-  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+  # A tenth of the compiler's time went by in collecting garbage among 128 MB.
+  "$<$<CXX_COMPILER_ID:GNU>:SHELL:--param ggc-min-heapsize=1000000 --param ggc-min-expand=100>")
 
 # What every test is built with: it runs for moments, and its time goes by in the compiler.
 add_library(nrv718_test_code INTERFACE)
 target_link_libraries(nrv718_test_code INTERFACE nrv718_own_code)
-target_compile_options(nrv718_test_code INTERFACE $<$<CONFIG:Release>:-O0>
-  # A tenth of that time went by in collecting garbage among 128 MB.
-  "$<$<CXX_COMPILER_ID:GNU>:SHELL:--param ggc-min-heapsize=1000000 --param ggc-min-expand=100>")
+target_compile_options(nrv718_test_code INTERFACE $<$<CONFIG:Release>:-O0>)
+find_program(NRV718_GOLD ld.gold)
+if(NRV718_GOLD AND NOT CMAKE_CROSSCOMPILING)
+  # Some fifty programs of tests are linked, each in a third of the time.
+  target_link_options(nrv718_test_code INTERFACE -fuse-ld=gold)
+endif()
 
 if(NRV718_SANITIZERS)
   set(CMAKE_REQUIRED_FLAGS "-fsanitize=${NRV718_SANITIZERS}")
