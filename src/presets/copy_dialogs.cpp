@@ -38,7 +38,7 @@ void CopyOutputDialog::Open() {
     std::vector<std::string> outputs; // names may be alike or blank
     for (std::size_t channel = InputCount; channel < ChannelCount; ++channel) {
         names.push_back(context_.Commands.Form().Label300[channel].Caption());
-        outputs.push_back(ChannelTitles[channel]);
+        outputs.emplace_back(ChannelTitles[channel]);
     }
     for (int list = 0; list < 2; ++list) {
         form_.Combo1[At(list)].SetItems(names);

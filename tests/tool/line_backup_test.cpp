@@ -371,7 +371,7 @@ TEST(Restore, KeepsItsCountOnOneLineOfANarrowTerminal) {
         std::string left; // on the line when all is over
         for (std::string piece; std::getline(pieces, piece, '\r');) {
             EXPECT_LT(piece.size(), static_cast<std::size_t>(width));
-            left = piece + left.substr(std::min(piece.size(), left.size()));
+            left.replace(0, piece.size(), piece);
         }
         EXPECT_EQ(left.find_first_not_of(' '), std::string::npos) << left;
     }
