@@ -28,7 +28,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using ::testing::Each;
-using Bytes = std::vector<std::uint8_t>;
+using Content = std::vector<std::uint8_t>;
 
 class RefusedFile : public ::testing::Test {
   protected:
@@ -36,7 +36,7 @@ class RefusedFile : public ::testing::Test {
 
     fs::path File() const { return folder.Path() / "init.cfg"; }
     static void Allow(const fs::path& path, unsigned permissions) { fs::permissions(path, fs::perms(permissions)); }
-    void HaveFile(const Bytes& bytes, unsigned permissions) const {
+    void HaveFile(const Content& bytes, unsigned permissions) const {
         folder.Write("init.cfg", bytes);
         Allow(File(), permissions);
     }
@@ -48,34 +48,34 @@ TEST_F(RefusedFile, FolderThatAllowsNoSecondFileIsWrittenInPlace) {
     HaveFile({1, 2, 3, 4}, 0666);
     Allow(folder.Path(), 0555);
     const std::string said = AsOrdinaryUser([this] {
-        return OutcomeOf([this] { WriteAtStart(File(), Bytes{9, 8}); });
+        return OutcomeOf([this] { WriteAtStart(File(), Content{9, 8}); });
     });
     EXPECT_EQ(said, "done");
-    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{9, 8, 3, 4}));
+    EXPECT_EQ(folder.Read("init.cfg"), (Content{9, 8, 3, 4}));
 }
 
 TEST_F(RefusedFile, FolderThatAllowsNoSecondFileTakesALongerRecordInPlace) {
     HaveFile({1, 2}, 0666);
     Allow(folder.Path(), 0555);
     const std::string said = AsOrdinaryUser([this] {
-        return OutcomeOf([this] { WriteAtStart(File(), Bytes{9, 8, 7, 6}); });
+        return OutcomeOf([this] { WriteAtStart(File(), Content{9, 8, 7, 6}); });
     });
     EXPECT_EQ(said, "done");
-    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{9, 8, 7, 6}));
+    EXPECT_EQ(folder.Read("init.cfg"), (Content{9, 8, 7, 6}));
 }
 
 TEST_F(RefusedFile, FileThatMayNotBeWrittenIsRefusedAndUnharmedThoughTheFolderMay) {
     HaveFile({1, 2, 3}, 0444);
-    const std::string said = AsOrdinaryUser([this] { return OutcomeOf([this] { WriteAtStart(File(), Bytes{9}); }); });
+    const std::string said = AsOrdinaryUser([this] { return OutcomeOf([this] { WriteAtStart(File(), Content{9}); }); });
     EXPECT_EQ(said, "FileAccess");
-    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{1, 2, 3}));
+    EXPECT_EQ(folder.Read("init.cfg"), (Content{1, 2, 3}));
     EXPECT_FALSE(folder.Has("init.cfg.new"));
     EXPECT_EQ(fs::status(File()).permissions(), fs::perms(0444));
 }
 
 TEST_F(RefusedFile, NewFileInAFolderThatAllowsNoneIsRefused) {
     Allow(folder.Path(), 0555);
-    const std::string said = AsOrdinaryUser([this] { return OutcomeOf([this] { WriteAtStart(File(), Bytes{9}); }); });
+    const std::string said = AsOrdinaryUser([this] { return OutcomeOf([this] { WriteAtStart(File(), Content{9}); }); });
     EXPECT_EQ(said, "FileAccess");
     EXPECT_FALSE(folder.Has("init.cfg"));
 }
@@ -99,9 +99,9 @@ TEST_F(RefusedFile, FileOfSomeoneElseKeepsItsOwner) {
         GTEST_SKIP() << "only root can make a file that is someone else's";
     }
     HaveFile({1, 2, 3}, 0666); // root's, written by nobody
-    const std::string said = AsOrdinaryUser([this] { return OutcomeOf([this] { WriteAtStart(File(), Bytes{9}); }); });
+    const std::string said = AsOrdinaryUser([this] { return OutcomeOf([this] { WriteAtStart(File(), Content{9}); }); });
     EXPECT_EQ(said, "done");
-    EXPECT_EQ(folder.Read("init.cfg"), (Bytes{9, 2, 3}));
+    EXPECT_EQ(folder.Read("init.cfg"), (Content{9, 2, 3}));
     struct stat now = {};
     ASSERT_EQ(stat(File().c_str(), &now), 0);
     EXPECT_EQ(now.st_uid, 0U);
@@ -181,8 +181,8 @@ std::vector<std::string> WithoutRoom(const TestFolder& folder, bool with_file,
 
 TEST_F(RefusedFile, FullDiskTakesARecordInPlaceOfTheOldOne) {
     const auto said = WithoutRoom(folder, true, [this]() -> std::string {
-        const std::string outcome = OutcomeOf([this] { WriteAtStart(File(), Bytes{9, 8}); });
-        return outcome + (folder.Read("init.cfg") == Bytes{9, 8, 3, 4} ? ", written" : ", harmed") +
+        const std::string outcome = OutcomeOf([this] { WriteAtStart(File(), Content{9, 8}); });
+        return outcome + (folder.Read("init.cfg") == Content{9, 8, 3, 4} ? ", written" : ", harmed") +
                (folder.Has("init.cfg.new") ? ", litter" : "");
     });
     EXPECT_THAT(said, Each("done, written"));
@@ -190,9 +190,9 @@ TEST_F(RefusedFile, FullDiskTakesARecordInPlaceOfTheOldOne) {
 
 TEST_F(RefusedFile, FullDiskThatCannotTakeALongerRecordKeepsTheOldFile) {
     const auto said = WithoutRoom(folder, true, [this]() -> std::string {
-        const Bytes record(static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) + 1, 9);
+        const Content record(static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) + 1, 9);
         const std::string outcome = OutcomeOf([&] { WriteAtStart(File(), record); });
-        return outcome + (folder.Read("init.cfg") == Bytes{1, 2, 3, 4} ? ", kept" : ", harmed") +
+        return outcome + (folder.Read("init.cfg") == Content{1, 2, 3, 4} ? ", kept" : ", harmed") +
                (folder.Has("init.cfg.new") ? ", litter" : "");
     });
     EXPECT_THAT(said, Each("DiskFull, kept"));
@@ -200,14 +200,14 @@ TEST_F(RefusedFile, FullDiskThatCannotTakeALongerRecordKeepsTheOldFile) {
 
 TEST_F(RefusedFile, FullDiskTakesNoNewFileAndNoneIsLeftBehind) {
     const auto said = WithoutRoom(folder, false, [this]() -> std::string {
-        const std::string outcome = OutcomeOf([this] { WriteAtStart(File(), Bytes{9, 8}); });
+        const std::string outcome = OutcomeOf([this] { WriteAtStart(File(), Content{9, 8}); });
         return outcome + (folder.Has("init.cfg") || folder.Has("init.cfg.new") ? ", litter" : ", clean");
     });
     EXPECT_THAT(said, Each("DiskFull, clean"));
 }
 
 TEST_F(RefusedFile, WriteThatFailsHalfwayInPlaceIsTakenBack) {
-    Bytes old(100);
+    Content old(100);
     for (std::size_t i = 0; i < old.size(); ++i) {
         old[i] = static_cast<std::uint8_t>(i);
     }
@@ -219,7 +219,7 @@ TEST_F(RefusedFile, WriteThatFailsHalfwayInPlaceIsTakenBack) {
         if (setrlimit(RLIMIT_FSIZE, &limit) != 0) {
             return "no limit can be set";
         }
-        return OutcomeOf([this] { WriteAtStart(File(), Bytes(40, 0xEE)); });
+        return OutcomeOf([this] { WriteAtStart(File(), Content(40, 0xEE)); });
     });
     EXPECT_EQ(said, "FileAccess");
     EXPECT_EQ(folder.Read("init.cfg"), old);

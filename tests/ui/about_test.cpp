@@ -36,7 +36,7 @@ class AboutTest : public RackTest {
             QVERIFY(TakeKeyboard());
             Open();
             QVERIFY(About() != nullptr);
-            QVERIFY(driver::WaitUntil([this] { return QApplication::activeWindow() == About(); }));
+            QVERIFY(driver::WaitUntil([] { return QApplication::activeWindow() == About(); }));
             QTest::keyClick(About()->focusWidget(), key);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             QVERIFY2(About() == nullptr, QByteArray::number(key).constData());
@@ -72,7 +72,10 @@ class AboutTest : public RackTest {
         Open();
         for (const char* const name : {"Name", "Version", "Purpose", "Folder", "Licences"}) {
             const auto* const label = driver::FindAs<QLabel>(QLatin1String(name), About());
-            QVERIFY2(label != nullptr && !label->text().isEmpty(), name);
+            if (label == nullptr) {
+                QFAIL(name);
+            }
+            QVERIFY2(!label->text().isEmpty(), name);
             QVERIFY2(label->wordWrap() && label->height() >= label->heightForWidth(label->width()), name);
         }
     }
