@@ -299,7 +299,8 @@ class WholeSetupTest : public RackTest {
         QCOMPARE(int(by_mouse_.Memory[48 + 2]), 0x55);
         QCOMPARE(text(by_mouse_.Memory, 64 + 16 * 2, 16), std::string("Hall            "));
         simulator::PresetBody stored{};
-        std::copy_n(by_mouse_.Memory.begin() + 640 + 432 * 2, stored.size(), stored.begin());
+        constexpr std::ptrdiff_t third = 640 + 432 * 2;
+        std::copy_n(by_mouse_.Memory.begin() + third, stored.size(), stored.begin());
         QCOMPARE(ImageDifference(stored, by_mouse_.Live), QString());
     }
     void cleanup() { TakeDown(); }
