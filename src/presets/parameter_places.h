@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/device_stores.h"
+#include "ports/channels.h"
 
 #include <array>
 #include <cstddef>
@@ -46,7 +47,7 @@ struct ImageBits {
 /// The bytes of one parameter, in a value of its own: two images are compared after each event of a user.
 class ImagePlaces {
   public:
-    void Add(ImageBits place) { places_[count_++] = place; }
+    void Add(ImageBits place) { places_.at(count_++) = place; }
 
     const ImageBits* begin() const { return places_.data(); }
     const ImageBits* end() const { return begin() + count_; }
@@ -54,7 +55,7 @@ class ImagePlaces {
     const ImageBits& operator[](std::size_t n) const { return places_[n]; }
 
   private:
-    static constexpr std::size_t Most = 6; ///< of a channel's name
+    static constexpr std::size_t Most = ChannelNameLength;
 
     std::array<ImageBits, Most> places_{};
     std::size_t count_ = 0;

@@ -24,17 +24,6 @@ namespace {
 
 constexpr std::size_t WholeSize = 771;
 
-struct Desk {
-    Desk() { UseMemoryForFiles(); }
-};
-
-/// Files of all runs: each writes its own anew.
-const testing::TestFolder& Folder() {
-    static const Desk before;
-    static const testing::TestFolder folder;
-    return folder;
-}
-
 std::string KeysOf(const model::PresetImageRow& image) {
     std::ostringstream keys;
     tool::Show(image, std::nullopt, tool::ShowAs::Keys, keys);
@@ -62,8 +51,8 @@ void SetOneValue(const model::PresetImageRow& image, const std::string& keys, st
     // What is shown depends on the bytes alone.
     Require(Same(changed, image) || KeysOf(changed) == keys, "what is shown changes when it is set");
     if (chosen % 8 == 2) {
-        const std::string into = (Folder() / "other.n91").string();
-        Folder().Write("other.n91", {});
+        const std::string into = (MemoryFolder() / "other.n91").string();
+        MemoryFolder().Write("other.n91", {});
         tool::WritePreset(into, changed);
         Require(Same(tool::ReadPreset(into), changed), "a preset is written otherwise than it is");
     }
@@ -106,8 +95,8 @@ void RunWhole(const std::string& file, const std::string& keys, int check_outcom
 void ReadFile(Input& input) {
     const std::uint8_t chosen = input.Byte();
     const std::vector<std::uint8_t> bytes = input.Rest();
-    Folder().Write("any.n91", bytes);
-    const std::string file = (Folder() / "any.n91").string();
+    MemoryFolder().Write("any.n91", bytes);
+    const std::string file = (MemoryFolder() / "any.n91").string();
     const bool whole = bytes.size() >= WholeSize;
 
     std::ostringstream told;

@@ -19,19 +19,10 @@
 namespace nrv::fuzz {
 namespace {
 
-/// A folder of all runs: each writes its own file anew.
-const testing::TestFolder& Folder() {
-    static const testing::TestFolder* const folder = [] {
-        UseMemoryForFiles();
-        return new testing::TestFolder; // for as long as there are runs
-    }();
-    return *folder;
-}
-
 std::optional<tool::BackupRecord> RecordIn(const std::string& text) {
-    Folder().WriteText("backup.json", text);
+    MemoryFolder().WriteText("backup.json", text);
     try {
-        return tool::ReadRecord(Folder().Path());
+        return tool::ReadRecord(MemoryFolder().Path());
     } catch (const tool::Trouble&) {
         return std::nullopt;
     }
@@ -47,19 +38,20 @@ void ReadRecord(const std::string& text) {
     for (const tool::BackupRecord::Position& position : record->Positions) {
         Require(position.Name.size() == (position.Used ? MemoryNameLength : 0), "a name has not its length");
     }
-    tool::WriteRecord(Folder().Path(), *record);
-    const std::optional<tool::BackupRecord> again = RecordIn(Folder().ReadText("backup.json"));
+    tool::WriteRecord(MemoryFolder().Path(), *record);
+    const std::optional<tool::BackupRecord> again = RecordIn(MemoryFolder().ReadText("backup.json"));
     Require(again && again->SameDevice(*record) && again->Complete == record->Complete,
             "a record is another when it is written");
 }
 
 void ReadRestored(const std::string& text, int device) {
-    Folder().WriteText("restore.json", text);
+    MemoryFolder().WriteText("restore.json", text);
     try {
-        const auto done = tool::ReadRestored(Folder().Path(), device);
-        tool::WriteRestored(Folder().Path(), device, done);
-        Require(tool::ReadRestored(Folder().Path(), device) == done, "what is stored is another when it is written");
-        Require(tool::ReadRestored(Folder().Path(), device + 1) == std::array<bool, MemoryPositions>{},
+        const auto done = tool::ReadRestored(MemoryFolder().Path(), device);
+        tool::WriteRestored(MemoryFolder().Path(), device, done);
+        Require(tool::ReadRestored(MemoryFolder().Path(), device) == done,
+                "what is stored is another when it is written");
+        Require(tool::ReadRestored(MemoryFolder().Path(), device + 1) == std::array<bool, MemoryPositions>{},
                 "what is stored is of every device");
     } catch (const tool::Trouble&) {
     }

@@ -95,6 +95,14 @@ void UseMemoryForFiles() {
     }
 }
 
+const testing::TestFolder& MemoryFolder() {
+    static const testing::TestFolder folder = [] {
+        UseMemoryForFiles();
+        return testing::TestFolder();
+    }();
+    return folder;
+}
+
 Watch::Watch(testing::TestProgram& world) : world_(world) {
     world_.Port.Answer = [this](const Frame& frame) { return Transmitted(frame); };
     world_.Port.OnPoll = [this] { Polled(); };

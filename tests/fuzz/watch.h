@@ -19,6 +19,8 @@ inline void Require(bool holds, const char* what) {
 
 /// Files of the runs go where no disk is.
 void UseMemoryForFiles();
+/// A folder there for all runs: each writes its own files anew. It goes with the process.
+const testing::TestFolder& MemoryFolder();
 
 /// What has to hold of every event, every frame and every wait of a program on scripted ports.
 class Watch {
