@@ -21,7 +21,7 @@ target_link_libraries(nrv718_test_code INTERFACE nrv718_own_code)
 target_compile_options(nrv718_test_code INTERFACE $<$<CONFIG:Release>:-O0>)
 find_program(NRV718_GOLD ld.gold)
 if(NRV718_GOLD AND NOT CMAKE_CROSSCOMPILING)
-  # Some fifty programs of tests are linked, each in a third of the time.
+  # Programs of many tests are linked, each in a third of the time.
   target_link_options(nrv718_test_code INTERFACE -fuse-ld=gold)
 endif()
 

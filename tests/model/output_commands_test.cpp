@@ -9,9 +9,9 @@ constexpr std::array<std::size_t, 8> LimiterBytes = {66, 138, 178, 226, 274, 322
 constexpr std::array<std::size_t, 6> SourceBytes = {185, 233, 281, 329, 377, 425};
 constexpr std::array<std::size_t, 6> CrossoverLabels = {10, 15, 20, 25, 30, 35};
 constexpr std::array<std::size_t, 8> LimiterLabels = {40, 41, 12, 17, 22, 27, 32, 37};
-const std::array<std::string, 11> Slopes = {"    Bypass",   "- 6 dB/oct Bw", "-12dB/oct Bw", "-12dB/oct Lz",
-                                            "-12dB/oct Bs", "-12dB/oct Cv",  "-18dB/oct Bw", "-18dB/oct Cv",
-                                            "-24dB/oct Bw", "-24dB/oct Lz",  "-24dB/oct Cv"};
+const std::array<std::string, 11> SlopeTexts = {"    Bypass",   "- 6 dB/oct Bw", "-12dB/oct Bw", "-12dB/oct Lz",
+                                                "-12dB/oct Bs", "-12dB/oct Cv",  "-18dB/oct Bw", "-18dB/oct Cv",
+                                                "-24dB/oct Bw", "-24dB/oct Lz",  "-24dB/oct Cv"};
 const std::array<std::string, 30> Attacks = {"  5ms", "  6ms", "  7ms", "  8ms", "  9ms", " 10ms", " 11ms", " 12ms",
                                              " 13ms", " 14ms", " 15ms", " 16ms", " 17ms", " 18ms", " 19ms", " 20ms",
                                              " 25ms", " 30ms", " 40ms", " 50ms", " 60ms", " 70ms", " 80ms", " 90ms",
@@ -54,7 +54,7 @@ TEST_F(OutputCommands, EverySlopeOfEverySideIsOneFrameAndTwoBytes) {
 
 TEST_F(OutputCommands, SlopesAreListedInCodeOrder) {
     for (const controls::List& list : form.Combo2) {
-        EXPECT_THAT(list.Items(), ::testing::ElementsAreArray(Slopes));
+        EXPECT_THAT(list.Items(), ::testing::ElementsAreArray(SlopeTexts));
     }
 }
 

@@ -14,7 +14,7 @@ using ::testing::Not;
 
 constexpr std::array<int, 3> InUse{0, 3, 7};
 
-void PutThree(simulator::Device& device) {
+void PutThreeForBackup(simulator::Device& device) {
     device.SetLabel("Main left");
     device.SetLiveImage(BodyOf(1));
     device.SetMemory(18, BodyOf(1)[71]);
@@ -58,7 +58,7 @@ void Wipe(LineWorld& world) {
 
 TEST(Backup, ComesBackByteForByte) {
     for (const int options : {0x20, 0x24, 0x64}) {
-        LineWorld world(PutThree);
+        LineWorld world(PutThreeForBackup);
         world.WithDevice([&](simulator::Device& device) {
             device.SetMemory(16, static_cast<simulator::Byte>(options));
             return 0;
@@ -93,7 +93,7 @@ TEST(Backup, ComesBackByteForByte) {
 }
 
 TEST(Backup, WritesOnlyWhereTheProgramWrites) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     ASSERT_EQ(world.Run("backup", {world.Desk.File("kept")}).Outcome, 0);
     for (const simulator::Frame& frame : world.Line.Frames()) {
         EXPECT_THAT((std::array<int, 4>{0x00, 0x0B, 0x10, 0x12}), ::testing::Contains(frame[3]));
@@ -116,7 +116,7 @@ TEST(Backup, WritesOnlyWhereTheProgramWrites) {
 }
 
 TEST(Backup, GoesOnWhereItWasCutShort) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     const std::string folder = world.Desk.File("kept");
     ASSERT_EQ(world.Run("backup", {world.Desk.File("whole")}).Outcome, 0);
     // Each of the three is fetched twice; the second fetch of the second one is the last but two.
@@ -147,7 +147,7 @@ TEST(Backup, GoesOnWhereItWasCutShort) {
 }
 
 TEST(Backup, HoldsNothingOfADisturbedAnswer) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     const std::string whole = world.Desk.File("whole");
     ASSERT_EQ(world.Run("backup", {whole}).Outcome, 0);
     const auto frames = static_cast<long>(world.Line.Frames().size());
@@ -173,7 +173,7 @@ TEST(Backup, HoldsNothingOfADisturbedAnswer) {
 }
 
 TEST(Backup, GivesALineUpThatIsAlwaysDisturbed) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     int garbled = 0;
     // Each answer to a fetch of a position holds another byte.
     world.EachFrame = [&] {
@@ -189,7 +189,7 @@ TEST(Backup, GivesALineUpThatIsAlwaysDisturbed) {
 }
 
 TEST(Backup, WritesOverNoPresetOfTheUser) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     for (const char* name : {"live.n91", "position-8.n91"}) {
         world.Desk.Folder.WriteText(name, "mine");
         const ToolRun run = world.Run("backup", {world.Desk.Folder.Path().string()});
@@ -203,7 +203,7 @@ TEST(Backup, WritesOverNoPresetOfTheUser) {
 }
 
 TEST(Backup, SaysWhereItStandsWhenItIsInterrupted) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     ASSERT_EQ(world.Run("backup", {world.Desk.File("whole")}).Outcome, 0);
     const auto frames = static_cast<long>(world.Line.Frames().size());
     world.InterruptWith(frames - 2);
@@ -220,7 +220,7 @@ TEST(Backup, SaysWhereItStandsWhenItIsInterrupted) {
 }
 
 TEST(Backup, MixesNoTwoBackups) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     const std::string folder = world.Desk.File("kept");
     ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
     const ToolRun second = world.Run("backup", {folder});
@@ -283,7 +283,7 @@ TEST(Restore, TakesNoRecordOfItsOwnThatNoRestoreWrites) {
 }
 
 TEST(Restore, GoesOnWhereItWasCutShort) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     const std::string folder = world.Desk.File("kept");
     const Held before = HeldBy(world);
     ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
@@ -305,7 +305,7 @@ TEST(Restore, GoesOnWhereItWasCutShort) {
 }
 
 TEST(Restore, SaysWhereItStandsWhenItIsInterrupted) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     const std::string folder = world.Desk.File("kept");
     const Held before = HeldBy(world);
     ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
@@ -326,7 +326,7 @@ TEST(Restore, SaysWhereItStandsWhenItIsInterrupted) {
 }
 
 TEST(Restore, StoresAgainWhatWasChangedSinceItWasCutShort) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     const std::string folder = world.Desk.File("kept");
     const Held before = HeldBy(world);
     ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
@@ -350,7 +350,7 @@ TEST(Restore, StoresAgainWhatWasChangedSinceItWasCutShort) {
 }
 
 TEST(Restore, TellsThatTheBackupIsOfAnotherDevice) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     ASSERT_EQ(world.Run("backup", {world.Desk.File("kept")}).Outcome, 0);
     world.Line.WithRack([](simulator::Rack& rack) { rack.Add(6, "Main right"); });
     const ToolRun other = world.RunAll({"line", "restore", "--port", "1", "--id", "6", world.Desk.File("kept")});
@@ -360,7 +360,7 @@ TEST(Restore, TellsThatTheBackupIsOfAnotherDevice) {
 }
 
 TEST(Restore, KeepsItsCountOnOneLineOfANarrowTerminal) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     const std::string folder = world.Desk.File("kept");
     ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
     for (const int width : {20, 9, 2}) {
@@ -378,7 +378,7 @@ TEST(Restore, KeepsItsCountOnOneLineOfANarrowTerminal) {
 }
 
 TEST(Restore, CountsItsFramesOnATerminal) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     const std::string folder = world.Desk.File("kept");
     ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
     world.TerminalWidth = 80;
@@ -391,7 +391,7 @@ TEST(Restore, CountsItsFramesOnATerminal) {
 }
 
 TEST(Restore, TellsAPositionThatItCannotEmpty) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     const std::string folder = world.Desk.File("kept");
     ASSERT_EQ(world.Run("backup", {folder}).Outcome, 0);
     world.WithDevice([](simulator::Device& device) {
@@ -408,7 +408,7 @@ TEST(Restore, TellsAPositionThatItCannotEmpty) {
 }
 
 TEST(Restore, LeavesALockedDeviceAlone) {
-    LineWorld world(PutThree);
+    LineWorld world(PutThreeForBackup);
     ASSERT_EQ(world.Run("backup", {world.Desk.File("kept")}).Outcome, 0);
     world.WithDevice([](simulator::Device& device) {
         device.SetPassword("abc");

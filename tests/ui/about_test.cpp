@@ -1,6 +1,7 @@
 // "About" in the menu Help, by keys.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QDialog>
 #include <QLabel>
@@ -104,5 +105,5 @@ class AboutTest : public RackTest {
     }
 };
 
-QTEST_MAIN(AboutTest)
+NRV_UI_TEST(AboutTest);
 #include "about_test.moc"

@@ -4,6 +4,7 @@
 #include "model/any_edit.h"
 #include "model/tables.h"
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QComboBox>
 
@@ -367,5 +368,5 @@ void CommandsOnTheRackTest::AfterAnyEditsTheWindowTheStoresAndTheDeviceAgree() {
     QCOMPARE(Disagreement(), QString());
 }
 
-QTEST_MAIN(CommandsOnTheRackTest)
+NRV_UI_TEST(CommandsOnTheRackTest);
 #include "commands_on_the_rack_test.moc"

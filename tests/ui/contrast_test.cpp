@@ -4,6 +4,7 @@
 #include "rack_test.h"
 #include "ui/windows/connection_dialog.h"
 #include "ui/windows/splash_window.h"
+#include "ui_test.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -188,5 +189,5 @@ class ContrastTest : public RackTest {
     }
 };
 
-QTEST_MAIN(ContrastTest)
+NRV_UI_TEST(ContrastTest);
 #include "contrast_test.moc"

@@ -7,6 +7,7 @@
 #include "ui/widgets/text_field.h"
 #include "ui/widgets/up_down_arrows.h"
 #include "ui/widgets/value_plate.h"
+#include "ui_test.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -358,5 +359,5 @@ class ControlWindowInputTest : public test::ControlWindowFixture {
     }
 };
 
-QTEST_MAIN(ControlWindowInputTest)
+NRV_UI_TEST(ControlWindowInputTest);
 #include "control_window_input_test.moc"

@@ -12,6 +12,7 @@
 #include "ui/widgets/value_plate.h"
 #include "ui/widgets/value_text.h"
 #include "ui/widgets/wire.h"
+#include "ui_test.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -525,5 +526,5 @@ class ControlWindowViewTest : public test::ControlWindowFixture {
     }
 };
 
-QTEST_MAIN(ControlWindowViewTest)
+NRV_UI_TEST(ControlWindowViewTest);
 #include "control_window_view_test.moc"

@@ -3,6 +3,7 @@
 
 #include "presets/copy_trace.h"
 #include "rack_test.h"
+#include "ui_test.h"
 
 using namespace nrv;
 using namespace nrv::test;
@@ -286,5 +287,5 @@ void DeadDeviceTest::TwoDeathsOneAfterTheOtherTakeTheirOwnWindows() {
     QCOMPARE(third_->Difference(), QString());
 }
 
-QTEST_MAIN(DeadDeviceTest)
+NRV_UI_TEST(DeadDeviceTest);
 #include "dead_device_test.moc"

@@ -1,6 +1,7 @@
 // Demo mode stands in the status line of the real main window for as long as nothing else is said there.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QLabel>
 
@@ -77,5 +78,5 @@ void DemoModeTest::StandsAtTheFootAndComesBack() {
     QVERIFY(desk_->TakeFrames().empty());
 }
 
-QTEST_MAIN(DemoModeTest)
+NRV_UI_TEST(DemoModeTest);
 #include "demo_mode_test.moc"

@@ -1,6 +1,7 @@
 // A device dies while a dialog or a question of its window stands and the meters run behind it.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 using namespace nrv;
 using namespace nrv::test;
@@ -267,5 +268,5 @@ void DialogsOfADeadDeviceTest::NothingIsPolledUnderTheTimeOutOfALongRead() {
     QCOMPARE(other_->Difference(), QString());
 }
 
-QTEST_MAIN(DialogsOfADeadDeviceTest)
+NRV_UI_TEST(DialogsOfADeadDeviceTest);
 #include "dialogs_of_a_dead_device_test.moc"

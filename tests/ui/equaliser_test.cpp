@@ -14,6 +14,7 @@
 #include "ui/widgets/graph_view.h"
 #include "ui/widgets/text_field.h"
 #include "ui/widgets/value_plate.h"
+#include "ui_test.h"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -38,8 +39,6 @@ using testing::Frame;
 
 namespace {
 
-constexpr int Id = 14;
-
 Frame PeqFrame(int id, int channel, int section, int frequency, int bandwidth, int gain) {
     const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
     return {0xF0, 0xC3,       byte(id), 0x05, byte(channel), byte(section), 0, 0, byte(frequency), byte(bandwidth),
@@ -62,7 +61,7 @@ class EqualiserTest : public QObject {
     Q_OBJECT
 
   private:
-    /// The window of device 14 with the factory's preset, on a port that answers at once.
+    /// The window of a device with the factory's preset, on a port that answers at once.
     void Open() {
         world_ = std::make_unique<testing::TestProgram>();
         world_->Port.Answer = [](const Frame&) { return testing::Bytes(13, 0); };
@@ -143,7 +142,10 @@ class EqualiserTest : public QObject {
     std::unique_ptr<ui::ControlWindowView> view_;
 
   private slots:
-    void initTestCase() { ui::ApplyTheme(*qApp); }
+    void initTestCase() {
+        qputenv("QT_QPA_UPDATE_IDLE_TIME", "0"); // the platform would wait before it paints
+        ui::ApplyTheme(*qApp);
+    }
     void init() { Open(); }
     void cleanup() {
         view_.reset();
@@ -555,11 +557,6 @@ void EqualiserTest::OnARealLineOneDragIsOneFrameAndClosingInTheMiddleSendsNone()
     QVERIFY(line.Frames().empty());
 }
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0"); // the platform would wait before it paints
-    QApplication application(argc, argv);
-    EqualiserTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+NRV_UI_TEST(EqualiserTest);
 
 #include "equaliser_test.moc"

@@ -1,6 +1,7 @@
 #include "find.h"
 #include "ui/look/theme.h"
 #include "ui/platform/qt_file_dialogs.h"
+#include "ui_test.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -163,5 +164,5 @@ class FileDialogsTest : public QObject {
     std::unique_ptr<QTemporaryDir> folder_;
 };
 
-QTEST_MAIN(FileDialogsTest)
+NRV_UI_TEST(FileDialogsTest);
 #include "file_dialogs_test.moc"

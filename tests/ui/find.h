@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QAbstractButton>
+#include <QLabel>
 #include <QObject>
+#include <QPushButton>
 #include <QString>
 #include <QWidget>
 
@@ -28,6 +31,19 @@ inline bool LiesInside(const QWidget& widget) {
         }
     }
     return true;
+}
+
+/// True when the whole of a button's or label's text has room in it.
+inline bool TextFits(const QWidget& widget) {
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+        return label->fontMetrics().horizontalAdvance(label->text()) <= label->contentsRect().width() &&
+               label->fontMetrics().height() <= label->height();
+    }
+    if (const auto* plain = qobject_cast<const QPushButton*>(&widget)) {
+        return plain->fontMetrics().horizontalAdvance(plain->text()) + 12 <= plain->width();
+    }
+    const auto* button = qobject_cast<const QAbstractButton*>(&widget);
+    return button == nullptr || button->sizeHint().width() <= button->width();
 }
 
 } // namespace nrv::test

@@ -4,6 +4,7 @@
 #include "response/response.h"
 #include "ui/look/theme.h"
 #include "ui/widgets/graph_view.h"
+#include "ui_test.h"
 
 #include <QTest>
 
@@ -121,5 +122,5 @@ class GraphViewTest : public QObject {
     }
 };
 
-QTEST_MAIN(GraphViewTest)
+NRV_UI_TEST(GraphViewTest);
 #include "graph_view_test.moc"

@@ -1,6 +1,7 @@
 // F1: the guide at the page of what has the keyboard.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QMenuBar>
 #include <QScrollBar>
@@ -161,5 +162,5 @@ class GuideTest : public RackTest {
     }
 };
 
-QTEST_MAIN(GuideTest)
+NRV_UI_TEST(GuideTest);
 #include "guide_test.moc"

@@ -1,6 +1,7 @@
 // Which window is in front: the mark in the list of devices, the window that is open already, the joined caption.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QMainWindow>
 #include <QTableWidget>
@@ -192,5 +193,5 @@ void InFrontTest::TheNoticeIsOnTheScreenBeforeTheWaitBegins() {
     QVERIFY(painted_at_the_first_wait > 0);
 }
 
-QTEST_MAIN(InFrontTest)
+NRV_UI_TEST(InFrontTest);
 #include "in_front_test.moc"

@@ -2,6 +2,7 @@
 // whatever lies there then.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -21,37 +22,6 @@ namespace {
 
 constexpr milliseconds LongWait{700}; ///< what comes in it is thrown away
 constexpr milliseconds ShortWait{150};
-
-/// Holds back what is done to the windows until events are served, as the window system does.
-class WindowSystemQueue : public QObject {
-  public:
-    ~WindowSystemQueue() override {
-        for (std::thread& user : users_) {
-            user.join();
-        }
-    }
-    void Post(std::function<void()> deed) {
-        QMetaObject::invokeMethod(
-            this,
-            [this, deed = std::move(deed)] {
-                deed();
-                ++served_;
-            },
-            Qt::QueuedConnection);
-    }
-    /// While the program stands still there is nobody of its own to do it.
-    void PostAfter(milliseconds time, std::function<void()> deed) {
-        users_.emplace_back([this, time, deed = std::move(deed)] {
-            std::this_thread::sleep_for(time);
-            Post(deed);
-        });
-    }
-    int Served() const { return served_; }
-
-  private:
-    std::vector<std::thread> users_;
-    int served_ = 0;
-};
 
 /// Real mouse events on a window of the system, at the middle of what lies there.
 void PostClick(QWidget* widget) {
@@ -89,6 +59,37 @@ class ShowWatch : public QObject {
 
 class InputWhileStandingStillTest : public RackTest {
     Q_OBJECT
+
+    /// Holds back what is done to the windows until events are served, as the window system does.
+    class WindowSystemQueue : public QObject {
+      public:
+        ~WindowSystemQueue() override {
+            for (std::thread& user : users_) {
+                user.join();
+            }
+        }
+        void Post(std::function<void()> deed) {
+            QMetaObject::invokeMethod(
+                this,
+                [this, deed = std::move(deed)] {
+                    deed();
+                    ++served_;
+                },
+                Qt::QueuedConnection);
+        }
+        /// While the program stands still there is nobody of its own to do it.
+        void PostAfter(milliseconds time, std::function<void()> deed) {
+            users_.emplace_back([this, time, deed = std::move(deed)] {
+                std::this_thread::sleep_for(time);
+                Post(deed);
+            });
+        }
+        int Served() const { return served_; }
+
+      private:
+        std::vector<std::thread> users_;
+        int served_ = 0;
+    };
 
   private slots:
     void init() {
@@ -271,5 +272,5 @@ void InputWhileStandingStillTest::TheQuestionIsOffTheScreenBeforeTheFirstFrame()
     QCOMPARE(other_->Difference(), QString());
 }
 
-QTEST_MAIN(InputWhileStandingStillTest)
+NRV_UI_TEST(InputWhileStandingStillTest);
 #include "input_while_standing_still_test.moc"

@@ -3,6 +3,7 @@
 #include "rack_test.h"
 #include "ui/widgets/fader.h"
 #include "ui/widgets/marker_dot.h"
+#include "ui_test.h"
 
 #include <QAbstractButton>
 #include <QSlider>
@@ -420,5 +421,5 @@ void KeyboardTest::AChannelsNameMakesNoKey() {
     }
 }
 
-QTEST_MAIN(KeyboardTest)
+NRV_UI_TEST(KeyboardTest);
 #include "keyboard_test.moc"

@@ -2,6 +2,7 @@
 
 #include "contrast.h"
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QToolButton>
 
@@ -197,5 +198,5 @@ void LockedWindowTest::ItsValuesStayReadable() {
     }
 }
 
-QTEST_MAIN(LockedWindowTest)
+NRV_UI_TEST(LockedWindowTest);
 #include "locked_window_test.moc"

@@ -2,6 +2,7 @@
 // plug that is pulled while nothing happens.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <sys/resource.h>
 
@@ -237,5 +238,5 @@ void LostAndFoundTest::APlugPulledWhileNothingHappensIsTold() {
     QCOMPARE(FramesTo(desk_->TakeFrames(), OtherId).size(), std::size_t{2});
 }
 
-QTEST_MAIN(LostAndFoundTest)
+NRV_UI_TEST(LostAndFoundTest);
 #include "lost_and_found_test.moc"

@@ -2,6 +2,7 @@
 // is highlighted.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QHelpEvent>
 #include <QListWidget>
@@ -193,5 +194,5 @@ void MemoryPositionsTest::OutputsOfOneNameAreToldApart() {
     }));
 }
 
-QTEST_MAIN(MemoryPositionsTest)
+NRV_UI_TEST(MemoryPositionsTest);
 #include "memory_positions_test.moc"

@@ -1,4 +1,5 @@
 #include "tool_dialog_fixture.h"
+#include "ui_test.h"
 
 #include <QAbstractButton>
 #include <QLineEdit>
@@ -152,5 +153,5 @@ class PasswordDialogTest : public ToolDialogFixture {
     }
 };
 
-QTEST_MAIN(PasswordDialogTest)
+NRV_UI_TEST(PasswordDialogTest);
 #include "password_dialog_test.moc"

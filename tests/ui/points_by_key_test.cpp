@@ -3,6 +3,7 @@
 #include "rack_test.h"
 #include "ui/widgets/marker_dot.h"
 #include "ui/widgets/value_plate.h"
+#include "ui_test.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -317,5 +318,5 @@ void PointsByKeyTest::ADragCanBeginAnewAfterEscape() {
     QCOMPARE(desk_->TakeFrames().size(), std::size_t{1});
 }
 
-QTEST_MAIN(PointsByKeyTest)
+NRV_UI_TEST(PointsByKeyTest);
 #include "points_by_key_test.moc"

@@ -1,6 +1,7 @@
 // The list of ports of the connection dialog: what it tells of ports that are there and of those that are not.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QHelpEvent>
 #include <QLabel>
@@ -121,5 +122,5 @@ void PortListTest::TheEqualIdsAreNamed() {
     });
 }
 
-QTEST_MAIN(PortListTest)
+NRV_UI_TEST(PortListTest);
 #include "port_list_test.moc"

@@ -2,6 +2,7 @@
 
 #include "rack_test.h"
 #include "ui/widgets/fader.h"
+#include "ui_test.h"
 
 using namespace nrv;
 using namespace nrv::test;
@@ -196,5 +197,5 @@ void PressesCutShortTest::ADragInWhichTheDeviceDiesIsOver() {
     QCOMPARE(other_->Difference(), QString());
 }
 
-QTEST_MAIN(PressesCutShortTest)
+NRV_UI_TEST(PressesCutShortTest);
 #include "presses_cut_short_test.moc"

@@ -1,6 +1,7 @@
 // Questions and boxes: where they stand, what Enter does to them, and that a hurried user loses nothing.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QMdiSubWindow>
 #include <QMessageBox>
@@ -11,15 +12,6 @@ using namespace nrv::test;
 using driver::BoxAnswers;
 
 namespace {
-
-/// What a box looked like when it was answered.
-struct Seen {
-    QString Title;
-    QString Preselected;
-    QRect Frame;
-    Qt::WindowFlags Flags;
-    QWidget* Owner = nullptr;
-};
 
 void HoldEnter(QWidget* widget, int repetitions) {
     for (int n = 0; n < repetitions; ++n) {
@@ -32,6 +24,15 @@ void HoldEnter(QWidget* widget, int repetitions) {
 
 class QuestionsTest : public RackTest {
     Q_OBJECT
+
+    /// What a box looked like when it was answered.
+    struct Seen {
+        QString Title;
+        QString Preselected;
+        QRect Frame;
+        Qt::WindowFlags Flags;
+        QWidget* Owner = nullptr;
+    };
 
   private slots:
     void init() {
@@ -279,5 +280,5 @@ void QuestionsTest::EnterPressesTheButtonThatHasTheKeyboard() {
     QVERIFY(shown.Done());
 }
 
-QTEST_MAIN(QuestionsTest)
+NRV_UI_TEST(QuestionsTest);
 #include "questions_test.moc"

@@ -1,6 +1,7 @@
 // Files that cannot be loaded, and one that would lock the device: what is told, and what reaches the device.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <clocale>
 #include <filesystem>
@@ -118,5 +119,5 @@ void RefusedFilesTest::AFileWithTheLockBitDoesNotLock() {
     QCOMPARE(other_->Difference(), QString());
 }
 
-QTEST_MAIN(RefusedFilesTest)
+NRV_UI_TEST(RefusedFilesTest);
 #include "refused_files_test.moc"

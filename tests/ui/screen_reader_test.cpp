@@ -1,6 +1,7 @@
 // The windows as a screen reader has them: through the toolkit's accessibility tree, and nothing else.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QAccessible>
 #include <QAccessibleInterface>
@@ -198,5 +199,5 @@ class ScreenReaderTest : public RackTest {
     }
 };
 
-QTEST_MAIN(ScreenReaderTest)
+NRV_UI_TEST(ScreenReaderTest);
 #include "screen_reader_test.moc"

@@ -1,6 +1,7 @@
 // Several windows of which one fills the main window: the one in front stays the one that is worked on.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 using namespace nrv;
 using namespace nrv::test;
@@ -181,5 +182,5 @@ void SeveralWindowsTest::EachOfThreeWindowsTakesItsOwnDeviceAway() {
     QCOMPARE(desk_->Logic().Windows.OpenWindowTop, 0);
 }
 
-QTEST_MAIN(SeveralWindowsTest)
+NRV_UI_TEST(SeveralWindowsTest);
 #include "several_windows_test.moc"

@@ -3,6 +3,7 @@
 #include "controls/forms.h"
 #include "ui/look/theme.h"
 #include "ui/windows/main_window.h"
+#include "ui_test.h"
 
 #include <QApplication>
 #include <QFile>
@@ -17,10 +18,20 @@ using namespace nrv;
 namespace {
 
 /// What a desktop puts around a window at the least: a title above it and a line on the other sides.
-constexpr QMargins Frame(1, 28, 1, 1);
+constexpr QMargins DesktopFrame(1, 28, 1, 1);
 
-/// Run in a process of its own, on a screen of its own.
-int ShowOnThisScreen() {
+} // namespace
+
+class SmallScreenTest : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void FitsThisScreen();
+    void TheStatusLineIsOnTheScreen_data();
+    void TheStatusLineIsOnTheScreen();
+};
+
+void SmallScreenTest::FitsThisScreen() {
     ui::ApplyTheme(*qApp);
     controls::Windows windows;
     controls::EventBoundary boundary(windows);
@@ -29,7 +40,8 @@ int ShowOnThisScreen() {
     window.show();
     QTest::qWait(50);
     const QRect room = window.screen()->availableGeometry();
-    const QRect whole = QRect(window.pos(), window.size() + QSize(Frame.left() + Frame.right(), Frame.top()));
+    const QRect whole =
+        QRect(window.pos(), window.size() + QSize(DesktopFrame.left() + DesktopFrame.right(), DesktopFrame.top()));
     const auto* line = window.findChild<QLabel*>(QStringLiteral("StatusLine"));
     const QPoint foot = line->mapToGlobal(line->rect().bottomRight());
     const bool fits =
@@ -37,6 +49,7 @@ int ShowOnThisScreen() {
     if (!fits) {
         qWarning() << "room" << room << "window" << whole << "foot of the status line" << foot;
     }
+    QVERIFY(fits);
     // One that stood beyond the edge comes back when it is shown.
     window.hide();
     window.setGeometry(room.adjusted(40, 60, 300, 300));
@@ -46,18 +59,8 @@ int ShowOnThisScreen() {
     if (!comes_back) {
         qWarning() << "room" << room << "window" << window.frameGeometry();
     }
-    return fits && comes_back ? 0 : 1;
+    QVERIFY(comes_back);
 }
-
-} // namespace
-
-class SmallScreenTest : public QObject {
-    Q_OBJECT
-
-  private slots:
-    void TheStatusLineIsOnTheScreen_data();
-    void TheStatusLineIsOnTheScreen();
-};
 
 void SmallScreenTest::TheStatusLineIsOnTheScreen_data() {
     QTest::addColumn<QSize>("screen");
@@ -87,19 +90,15 @@ void SmallScreenTest::TheStatusLineIsOnTheScreen() {
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen:configfile=") + config.fileName());
     environment.insert(QStringLiteral("QT_SCALE_FACTOR"), scale);
     process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--on-this-screen")});
+    // A screen is a process's own.
+    process.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("small_screen_test"), QStringLiteral("FitsThisScreen")});
     QVERIFY(process.waitForFinished(20000));
-    QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
-             process.readAllStandardError().constData());
+    const QByteArray said = process.readAllStandardOutput();
+    QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0, said.constData());
+    QVERIFY2(said.contains("PASS   : SmallScreenTest::FitsThisScreen()"), said.constData());
 }
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    if (QCoreApplication::arguments().contains(QStringLiteral("--on-this-screen"))) {
-        return ShowOnThisScreen();
-    }
-    SmallScreenTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+NRV_UI_TEST(SmallScreenTest);
 
 #include "small_screen_test.moc"

@@ -5,6 +5,7 @@
 #include "ui/windows/device_list_window.h"
 #include "ui/windows/main_window.h"
 #include "ui/windows/splash_window.h"
+#include "ui_test.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -29,18 +30,7 @@ using namespace nrv::controls;
 using test::Find;
 using test::LiesInside;
 using test::Name;
-
-namespace {
-
-/// True when the whole of a button's or label's text has room in it.
-bool TextFits(const QWidget& widget) {
-    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
-        return label->fontMetrics().horizontalAdvance(label->text()) <= label->contentsRect().width();
-    }
-    return widget.sizeHint().width() <= widget.width();
-}
-
-} // namespace
+using test::TextFits;
 
 class SmallWindowsTest : public QObject {
     Q_OBJECT
@@ -456,5 +446,5 @@ class SmallWindowsTest : public QObject {
     std::unique_ptr<FrmSplash> splash_;
 };
 
-QTEST_MAIN(SmallWindowsTest)
+NRV_UI_TEST(SmallWindowsTest);
 #include "small_windows_test.moc"

@@ -24,18 +24,6 @@ namespace nrv::test {
 
 using namespace controls;
 
-/// The pixels that a text needs in a widget, its margins left out.
-inline bool TextFits(const QWidget& widget) {
-    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
-        return label->fontMetrics().horizontalAdvance(label->text()) <= label->contentsRect().width() &&
-               label->fontMetrics().height() <= label->height();
-    }
-    if (const auto* button = qobject_cast<const QPushButton*>(&widget)) {
-        return button->fontMetrics().horizontalAdvance(button->text()) + 12 <= button->width();
-    }
-    return true;
-}
-
 inline QRect PlaceIn(const QDialog& dialog, const QWidget& widget) {
     return {widget.mapTo(&dialog, QPoint()), widget.size()};
 }

@@ -1,4 +1,5 @@
 #include "tool_dialog_fixture.h"
+#include "ui_test.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -521,5 +522,5 @@ class ToolDialogsTest : public ToolDialogFixture {
     }
 };
 
-QTEST_MAIN(ToolDialogsTest)
+NRV_UI_TEST(ToolDialogsTest);
 #include "tool_dialogs_test.moc"

@@ -3,6 +3,7 @@
 
 #include "presets/copy_trace.h"
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QComboBox>
 #include <QProgressBar>
@@ -460,5 +461,5 @@ void ToolsOnTheRackTest::ADeviceThatDiesDuringAStoreTakesItsWindowAndTheDialogAl
     QCOMPARE(ImageDifference(Body(), desk_->Live(Id)), QString());
 }
 
-QTEST_MAIN(ToolsOnTheRackTest)
+NRV_UI_TEST(ToolsOnTheRackTest);
 #include "tools_on_the_rack_test.moc"

@@ -1,6 +1,7 @@
 // Texts that are typed into control windows and not entered, and what a click and an Enter leave selected.
 
 #include "rack_test.h"
+#include "ui_test.h"
 
 #include <QTabBar>
 
@@ -324,5 +325,5 @@ void TypedTextTest::AFieldOfADialogIsNeverMarked() {
     }));
 }
 
-QTEST_MAIN(TypedTextTest)
+NRV_UI_TEST(TypedTextTest);
 #include "typed_text_test.moc"

@@ -1,6 +1,7 @@
 // Steps taken back with real keys and mouse, before a virtual rack of two devices.
 
 #include "rack_test.h"
+#include "ui_test.h"
 #include "widget_edits.h"
 
 #include <QAction>
@@ -232,5 +233,5 @@ class UndoTest : public RackTest {
     }
 };
 
-QTEST_MAIN(UndoTest)
+NRV_UI_TEST(UndoTest);
 #include "undo_test.moc"

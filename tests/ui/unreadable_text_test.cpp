@@ -2,6 +2,7 @@
 
 #include "rack_test.h"
 #include "ui/widgets/text_field.h"
+#include "ui_test.h"
 
 #include <QClipboard>
 #include <QSlider>
@@ -194,5 +195,5 @@ void UnreadableTextTest::APasteRaisesOneBox() {
     QVERIFY(desk_->TakeFrames().empty());
 }
 
-QTEST_MAIN(UnreadableTextTest)
+NRV_UI_TEST(UnreadableTextTest);
 #include "unreadable_text_test.moc"

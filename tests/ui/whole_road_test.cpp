@@ -3,6 +3,7 @@
 
 #include "rack_desk.h"
 #include "ui/look/theme.h"
+#include "ui_test.h"
 
 #include <QComboBox>
 #include <QSlider>
@@ -229,5 +230,5 @@ void WholeRoadTest::TheExitSendsItsFrame() {
     QCOMPARE(desk_->Line().Frames(), std::vector<simulator::Frame>{notice});
 }
 
-QTEST_MAIN(WholeRoadTest)
+NRV_UI_TEST(WholeRoadTest);
 #include "whole_road_test.moc"

@@ -4,6 +4,7 @@
 
 #include "rack_test.h"
 #include "ui/widgets/fader.h"
+#include "ui_test.h"
 
 #include <QAccessible>
 #include <QPushButton>
@@ -158,15 +159,15 @@ class ReaderHands : public Hands {
     static QAccessibleInterface& Told(QWidget& widget) { return *QAccessible::queryAccessibleInterface(&widget); }
 };
 
-struct Ended {
-    simulator::PresetBody Live{};
-    std::vector<simulator::Byte> Memory;
-};
-
 } // namespace
 
 class WholeSetupTest : public RackTest {
     Q_OBJECT
+
+    struct Ended {
+        simulator::PresetBody Live{};
+        std::vector<simulator::Byte> Memory;
+    };
 
     QWidget& In(QWidget& window, const char* name) {
         QWidget* const widget = Find(QLatin1String(name), &window);
@@ -326,5 +327,5 @@ class WholeSetupTest : public RackTest {
     Ended by_mouse_;
 };
 
-QTEST_MAIN(WholeSetupTest)
+NRV_UI_TEST(WholeSetupTest);
 #include "whole_setup_test.moc"

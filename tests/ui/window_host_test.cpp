@@ -2,6 +2,7 @@
 #include "ui/look/theme.h"
 #include "ui/platform/qt_message_boxes.h"
 #include "ui/platform/qt_window_host.h"
+#include "ui_test.h"
 
 #include <QApplication>
 #include <QMdiArea>
@@ -246,5 +247,5 @@ class WindowHostTest : public QObject {
     std::unique_ptr<EventBoundary> boundary_;
 };
 
-QTEST_MAIN(WindowHostTest)
+NRV_UI_TEST(WindowHostTest);
 #include "window_host_test.moc"

@@ -4,6 +4,7 @@
 #include "ui/widgets/lamp.h"
 #include "ui/widgets/panel.h"
 #include "ui/widgets/value_text.h"
+#include "ui_test.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -490,5 +491,5 @@ void WindowOnTheRackTest::ABoxTickedInOneWindowIsTickedInTheOtherThatComesForwar
     QCOMPARE(desk_->TakeFrames().size(), std::size_t{0});
 }
 
-QTEST_MAIN(WindowOnTheRackTest)
+NRV_UI_TEST(WindowOnTheRackTest);
 #include "window_on_the_rack_test.moc"

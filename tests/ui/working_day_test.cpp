@@ -5,6 +5,7 @@
 // NRV718_DAY is the number of edits; 10 000 are a whole day.
 
 #include "rack_test.h"
+#include "ui_test.h"
 #include "widget_edits.h"
 
 #include <QPixmapCache>
@@ -295,5 +296,5 @@ void WorkingDayTest::HoldsAllDay() {
     QVERIFY(!desk_->Logic().Link.Current.Running());
 }
 
-QTEST_MAIN(WorkingDayTest)
+NRV_UI_TEST(WorkingDayTest);
 #include "working_day_test.moc"
