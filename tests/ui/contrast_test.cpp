@@ -35,8 +35,13 @@ double ContrastIn(const QImage& image, const QRect& place) {
     const QImage part = image.copy(QRect(place.topLeft() * Scale, place.size() * Scale));
     std::map<QRgb, int> counts;
     for (int y = 0; y < part.height(); ++y) {
+        auto last = counts.end(); // most pixels have their neighbour's colour
         for (int x = 0; x < part.width(); ++x) {
-            ++counts[part.pixel(x, y)];
+            const QRgb pixel = part.pixel(x, y);
+            if (last == counts.end() || last->first != pixel) {
+                last = counts.try_emplace(pixel, 0).first;
+            }
+            ++last->second;
         }
     }
     const auto ground = std::max_element(counts.begin(), counts.end(),
