@@ -18,7 +18,7 @@ double Decibels(const Complex& h) {
 }
 
 /// a is the square root of the gain.
-Complex LowShelf(const AskedFilter& filter, const Complex& s, double a) {
+Complex LowShelfAt(const AskedFilter& filter, const Complex& s, double a) {
     if (filter.Order == 1) {
         return (s + a) / (s + 1.0 / a);
     }
@@ -26,7 +26,7 @@ Complex LowShelf(const AskedFilter& filter, const Complex& s, double a) {
     return a * (s * s + slope + a) / (a * s * s + slope + 1.0);
 }
 
-Complex LowPass(const AskedFilter& filter, const Complex& s) {
+Complex LowPassAt(const AskedFilter& filter, const Complex& s) {
     return filter.Order == 1 ? 1.0 / (s + 1.0) : 1.0 / (s * s + s / filter.Q + 1.0);
 }
 
@@ -76,13 +76,13 @@ double LevelOf(const AskedFilter& filter, double hz) {
     case FilterKind::Peak:
         return Decibels((s * s + s * (a / filter.Q) + 1.0) / (s * s + s / (a * filter.Q) + 1.0));
     case FilterKind::LowShelf:
-        return Decibels(LowShelf(filter, s, a));
+        return Decibels(LowShelfAt(filter, s, a));
     case FilterKind::HighShelf:
-        return Decibels(LowShelf(filter, 1.0 / s, a)); // the low one with the axis turned round
+        return Decibels(LowShelfAt(filter, 1.0 / s, a)); // the low one with the axis turned round
     case FilterKind::LowPass:
-        return Decibels(LowPass(filter, s));
+        return Decibels(LowPassAt(filter, s));
     case FilterKind::HighPass:
-        return Decibels(LowPass(filter, 1.0 / s));
+        return Decibels(LowPassAt(filter, 1.0 / s));
     }
     return 0.0;
 }
