@@ -483,6 +483,11 @@ TEST_F(HistoryTest, TheListTellsHowManySettingsDifferFromWhatIsKept) {
     EXPECT_EQ(program.List.Devices.RowNote(1), "One setting differs from what was last loaded, stored or saved.");
     InDialog(1, controls::StorePresetTool, [&] { world.Forms.Store.Command1[1].UserClick(); });
     EXPECT_EQ(program.List.Devices.RowNote(1), "");
+    for (const int row : {0, 2}) {
+        By(row, [&] { Window(row).Check1[4].UserToggle(); });
+        EXPECT_EQ(program.List.Devices.RowNote(row), "One setting differs from what was last loaded, stored or saved.");
+    }
+    EXPECT_EQ(program.List.Devices.RowNote(1), "");
 }
 
 } // namespace

@@ -154,5 +154,20 @@ TEST_F(SendFrameFailure, IsCountedAndHasItsReasonWhenItIsTold) {
     EXPECT_TRUE(told);
 }
 
+TEST_F(SendFrameFailure, OfAnyOtherCommandIsOneFrameNotSent) {
+    rig.Link.ReportLinkFailure = true;
+    rig.Operation.Begin({1, 3});
+    rig.Port.Answer = [](const Frame&) { return Bytes{}; };
+    bool told = false;
+    rig.Handler.WhenTold = [&] {
+        told = true;
+        EXPECT_EQ(rig.Operation.Frames(), 1);
+    };
+    EXPECT_TRUE(rig.Link.SendFrame(3, {0x01}));
+    EXPECT_TRUE(told);
+    rig.Link.SendFrame(3, {0x01}); // left out, as each that would follow
+    EXPECT_EQ(rig.Operation.Frames(), 2);
+}
+
 } // namespace
 } // namespace nrv::testing
