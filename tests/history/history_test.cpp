@@ -2,6 +2,8 @@
 #include "history/rack_world.h"
 #include "model/tables.h"
 
+#include <regex>
+
 namespace nrv::testing {
 namespace {
 
@@ -80,6 +82,32 @@ TEST_F(HistoryTest, EveryCommandIsTakenBackAndGoneAgainByItsOwnFrames) {
     }
     EXPECT_EQ(kinds, EditedKinds());
     EXPECT_THAT(NotAtRest(world), ::testing::IsEmpty());
+}
+
+/// A device that dies in the frame leaves a window that shows what was sent, and stores that agree with it. Some
+/// commands take the copy on the other tab, or the texts of all delays, only with a frame that was answered.
+TEST_F(HistoryTest, WhatIsSentIsShownAndStoredBefore) {
+    const std::regex behind("(mute|phase|typed delay|fine delay|unit) .*");
+    for (const Command& command : EveryCommand()) {
+        if (std::regex_match(command.Name, behind)) {
+            continue;
+        }
+        std::vector<Settled> at_frames;
+        world.Port.Answer = [&](const Frame& frame) {
+            at_frames.push_back(SettledIn(1));
+            return Answer(frame);
+        };
+        By(1, [&] { command.Run(form); });
+        ASSERT_EQ(at_frames.size(), command.Frames) << command.Name;
+        const Settled in_the_end = SettledIn(1);
+        for (const Settled& at_frame : at_frames) {
+            EXPECT_EQ(at_frame.Image, in_the_end.Image) << command.Name;
+            EXPECT_EQ(at_frame.Values, in_the_end.Values) << command.Name;
+            for (std::size_t n = 0; n < in_the_end.Controls.size(); ++n) {
+                EXPECT_EQ(at_frame.Controls[n], in_the_end.Controls[n]) << command.Name;
+            }
+        }
+    }
 }
 
 TEST_F(HistoryTest, APointThatIsDraggedIsOneStepAndOneFrame) {

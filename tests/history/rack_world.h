@@ -45,7 +45,7 @@ inline std::string Shown(const controls::TabControl& tabs) {
     return captions;
 }
 
-inline std::string Shown(const controls::Picture& picture) {
+inline std::string Drawing(const controls::Picture& picture) {
     std::size_t sum = 0;
     for (const controls::Picture::Stroke& stroke : picture.Strokes()) {
         sum = 31 * sum + static_cast<std::size_t>(stroke.Pen.Red) * 3 + static_cast<std::size_t>(stroke.Pen.Blue);
@@ -108,38 +108,48 @@ class RackWorld : public ProgramTest {
         return world.Folder.Path() / name;
     }
 
-    /// Everything that a step of one window may touch.
-    struct All {
+    /// What a window shows but for its graphs, and the stores of its device.
+    struct Settled {
         std::vector<std::uint8_t> Image;
         std::vector<double> Values;
         std::vector<std::string> Controls;
+    };
+    /// Everything that a step of one window may touch.
+    struct All : Settled {
         std::vector<double> Curves;
         std::vector<std::uint8_t> Live;
         std::vector<std::uint8_t> Memory;
         double LastInputType = 0.0;
     };
+    Settled SettledIn(int slot) {
+        const std::size_t id = At(Ids[At(slot)]);
+        Settled settled;
+        const model::PresetImageRow& image = program.Stores.PresetImage[id];
+        const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&image);
+        settled.Image.assign(bytes, bytes + sizeof image);
+        const model::ParamRow& values = program.Stores.ParamValues[id];
+        const auto* const numbers = reinterpret_cast<const double*>(&values);
+        settled.Values.assign(numbers, numbers + offsetof(model::ParamRow, PresetNames) / sizeof(double));
+        controls::ForEachControl(Window(slot), [&](std::string_view name, int index, const auto& control) {
+            settled.Controls.push_back(std::string(name) + '(' + std::to_string(index) + ") " + Shown(control) + " \"" +
+                                       control.Caption() + "\" \"" + control.ToolTip() + "\" " +
+                                       std::to_string(control.Visible()) + std::to_string(control.Enabled()));
+        });
+        settled.Controls.push_back(Window(slot).Window.Caption());
+        for (const std::string& name : program.Stores.ChannelNames[id]) {
+            settled.Controls.push_back(name);
+        }
+        return settled;
+    }
     All Look(int slot) {
         const int id = Ids[At(slot)];
         program.Windows.CurrentWindow = slot;
-        All all;
         for (int channel = 0; channel < ChannelCount; ++channel) {
             program.Response.RedrawChannel(channel); // an image that is applied draws its graphs before its master gain
         }
-        const model::PresetImageRow& image = program.Stores.PresetImage[At(id)];
-        const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&image);
-        all.Image.assign(bytes, bytes + sizeof image);
-        const model::ParamRow& values = program.Stores.ParamValues[At(id)];
-        const auto* const numbers = reinterpret_cast<const double*>(&values);
-        all.Values.assign(numbers, numbers + offsetof(model::ParamRow, PresetNames) / sizeof(double));
-        controls::ForEachControl(Window(slot), [&](std::string_view name, int index, const auto& control) {
-            all.Controls.push_back(std::string(name) + '(' + std::to_string(index) + ") " + Shown(control) + " \"" +
-                                   control.Caption() + "\" \"" + control.ToolTip() + "\" " +
-                                   std::to_string(control.Visible()) + std::to_string(control.Enabled()));
-        });
-        all.Controls.push_back(Window(slot).Window.Caption());
-        for (const std::string& name : program.Stores.ChannelNames[At(id)]) {
-            all.Controls.push_back(name);
-        }
+        All all{SettledIn(slot), {}, {}, {}, 0.0};
+        const std::vector<std::string> drawn = Drawn(slot);
+        all.Controls.insert(all.Controls.end(), drawn.begin(), drawn.end());
         for (int channel = 0; channel < ChannelCount; ++channel) {
             const auto& curve = program.Response.ChannelTotal(channel);
             all.Curves.insert(all.Curves.end(), curve.begin(), curve.end());
@@ -167,7 +177,7 @@ class RackWorld : public ProgramTest {
     std::vector<std::string> Drawn(int slot) {
         std::vector<std::string> drawn;
         for (const controls::Picture& graph : Window(slot).Picture1) {
-            drawn.push_back(Shown(graph));
+            drawn.push_back(Drawing(graph));
         }
         return drawn;
     }
