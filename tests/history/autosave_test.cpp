@@ -98,6 +98,15 @@ TEST_F(AutosaveTest, TheEndLeavesCopiesOfAllWindows) {
     EXPECT_EQ(Copy(9, 1), Image(9));
 }
 
+TEST_F(AutosaveTest, TheFirstAndTheLastIdAreAmongThem) {
+    for (const int id : {0, 32}) {
+        program.Autosave.Changed(id);
+    }
+    Minute();
+    EXPECT_EQ(Copy(0, 1), Image(0));
+    EXPECT_EQ(Copy(32, 1), Image(32));
+}
+
 TEST_F(AutosaveTest, TheUsersOwnAreKeptBeforeAComparison) {
     EditOne(1);
     const Bytes own = Image(5);

@@ -394,6 +394,45 @@ TEST_F(HistoryTest, ADeviceThatDiesOnTheWayBackIsReportedOnceAndTakesItsHistoryA
     EXPECT_TRUE(Loaded(2));
 }
 
+TEST_F(HistoryTest, ADeviceThatDiesIsToldOfByWhatItDiedIn) {
+    const std::vector<std::pair<std::string, std::function<void()>>> deaths{{"the redo",
+                                                                             [this] {
+                                                                                 Undo(1);
+                                                                                 answers_left = 3;
+                                                                                 Redo(1);
+                                                                             }},
+                                                                            {"the comparison",
+                                                                             [this] {
+                                                                                 answers_left = 3;
+                                                                                 Compare(1);
+                                                                             }},
+                                                                            {"the comparison",
+                                                                             [this] {
+                                                                                 Compare(1);
+                                                                                 answers_left = 3;
+                                                                                 Compare(1);
+                                                                             }},
+                                                                            {"the revert", [this] {
+                                                                                 answers_left = 3;
+                                                                                 Revert(1);
+                                                                             }}};
+    for (const auto& [name, die] : deaths) {
+        Load(1, AnyFile("Hall.n91"));
+        Load(1, AnyFile("Club.n91"));
+        for (const int channel : {2, 3, 4, 5, 6, 7}) {
+            Flat(1, channel);
+        }
+        die();
+        EXPECT_THAT(Status(), ::testing::MatchesRegex("ID:5 does not answer; " + name +
+                                                      " stopped after 3 of [0-9]+ frames\\..*"));
+        EXPECT_FALSE(Loaded(1));
+        answers_left = -1;
+        world.Boxes.Answers = {BoxAnswer::Yes};
+        DoubleClick(1);
+        ASSERT_TRUE(Loaded(1)) << name;
+    }
+}
+
 TEST_F(HistoryTest, ComparingPlaysTheLastPresetAndThenTheUsersOwnAgain) {
     const All opened = Look(1);
     const std::string title = form.Window.Caption();

@@ -157,7 +157,9 @@ TEST_F(ApplyImageBytes, EveryFrequencyCodeAboveTheTableEndsTheLoadAndNamesItsPla
                 EXPECT_EQ(error.Kind(), ErrorKind::IndexOutOfRange);
                 const std::string text = error.what();
                 EXPECT_THAT(text, HasSubstr(one.Channel));
-                EXPECT_THAT(text, HasSubstr("byte " + std::to_string(one.Byte) + " "));
+                EXPECT_THAT(text,
+                            HasSubstr("byte " + std::to_string(one.Byte) + " of the image is the frequency code " +
+                                      std::to_string(code) + ", and codes end at 120."));
                 EXPECT_THAT(text, HasSubstr(std::to_string(code)));
             }
             program.Link.TxSuppressed = false;

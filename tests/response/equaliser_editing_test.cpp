@@ -344,6 +344,14 @@ TEST_F(EqualiserEditing, GainFaderAndBandwidthBesideAnUnreadableFrequencyReachTh
         EXPECT_EQ(form.Text4[0].Text(), text);
         position = position == 10 ? 11 : 10;
     }
+    try {
+        form.Text4[12].SetText("?");
+        form.Slider2[12].UserMove(10);
+        ADD_FAILURE() << "was taken";
+    } catch (const RuntimeError& error) {
+        EXPECT_THAT(error.what(), ::testing::HasSubstr("PEQ 3")); // of In B, the thirteenth of all
+    }
+    form.Text4[12].SetText(form.Text4[2].Text());
     // All back as it was.
     EXPECT_EQ(form.UpDown3[0].Position(), 8);
     EXPECT_EQ(form.Text5[0].Text(), "0.45");

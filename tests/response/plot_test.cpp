@@ -259,6 +259,16 @@ TEST_P(WithInput, AddsTheInputsFiltersAndGainAndTheMasterGainOnce) {
                  PixelsOf([](long double f) { return 5.0L + 1.2L + BellLevel(7.0L, 500.0L, 1.5L, f); }));
 }
 
+TEST(PlotPoint, IsForFrequenciesOfTheGrid) {
+    ResponseDesk desk;
+    try {
+        desk.Display.PlotPoint(20001, 2);
+        ADD_FAILURE() << "was drawn";
+    } catch (const RuntimeError& error) {
+        EXPECT_STREQ(error.what(), "The curves have no point at this frequency.");
+    }
+}
+
 TEST(PlotPoint, RoundsAHalfToTheEvenRow) {
     struct Case {
         double Level;

@@ -180,10 +180,14 @@ TEST_F(MonitorTest, FirstPollPaintsWhatIsThereEvenAtTheLevelOfTheLastWindow) {
     program.Windows.NewSlot = 1;
     program.Control.Load();
     Window(1).SSTab1.SetTab(8);
-    EXPECT_EQ(Lit(3, 1), 0);
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        EXPECT_EQ(Lit(channel, 1), 0) << channel;
+    }
     EXPECT_EQ(Interval(1), 2000);
     Tick(1);
-    EXPECT_EQ(Lit(3, 1), 2);
+    for (int channel = 0; channel < ChannelCount; ++channel) {
+        EXPECT_EQ(Lit(channel, 1), 2) << channel;
+    }
 }
 
 TEST_F(MonitorTest, PaintsOnChangeAlone) {
