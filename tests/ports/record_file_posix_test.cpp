@@ -78,8 +78,14 @@ TEST_F(RecordFile, LinkToAMissingFileStaysALinkAndTheFileComes) {
 TEST_F(RecordFile, LinkInACircleIsRefused) {
     fs::create_symlink("other.cfg", File());
     fs::create_symlink("init.cfg", folder.Path() / "other.cfg");
-    EXPECT_EQ(OutcomeOf([this] { WriteAtStart(File(), Bytes{1}); }), "FileAccess");
     EXPECT_EQ(OutcomeOf([this] { ReadFromStart(File(), 1); }), "FileAccess");
+    ExpectRefused([this] { WriteAtStart(File(), Bytes{1}); },
+                  "init.cfg could not be written: Too many levels of symbolic links.");
+}
+
+TEST_F(RecordFile, ReadingThatFailsOnTheWayIsRefused) {
+    // The process's own memory, of which the first page can never be read.
+    ExpectRefused([] { ReadFromStart("/proc/self/mem", 1); }, "mem could not be read: Input/output error.");
 }
 
 TEST_F(RecordFile, PipeInPlaceOfTheFileDoesNotHang) {
@@ -142,6 +148,10 @@ TEST_F(RecordFile, NameTooLongForANewOneBesideItIsWrittenAllTheSame) {
     WriteAtStart(folder.Path() / name, Bytes{9});
     EXPECT_EQ(folder.Read(name), (Bytes{9, 2, 3}));
     EXPECT_EQ(folder.Entries(), 1U);
+}
+
+TEST(FileNameText, HasAMarkForEachCharacterBeyondLatin1) {
+    EXPECT_EQ(FileNameText("\xC3\xBF\xC4\x80\xC4\x81.n91"), "\xFF??.n91"); // 255, 256 and 257
 }
 
 TEST(FileNameText, OfANameThatIsNoTextIsTheBytesOfIt) {

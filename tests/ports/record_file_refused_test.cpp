@@ -71,6 +71,11 @@ TEST_F(RefusedFile, FileThatMayNotBeWrittenIsRefusedAndUnharmedThoughTheFolderMa
     EXPECT_EQ(folder.Read("init.cfg"), (Content{1, 2, 3}));
     EXPECT_FALSE(folder.Has("init.cfg.new"));
     EXPECT_EQ(fs::status(File()).permissions(), fs::perms(0444));
+    const auto write = [this] {
+        WriteAtStart(File(), Content{9});
+        return std::string("done");
+    };
+    EXPECT_EQ(AsOrdinaryUser(write), "init.cfg could not be written: Permission denied.");
 }
 
 TEST_F(RefusedFile, NewFileInAFolderThatAllowsNoneIsRefused) {

@@ -125,6 +125,7 @@ TEST(Check, NamesEachCodeOutOfRangeAndItsPlace) {
     model::PresetImageRow image = FactoryPreset();
     image.PresetBody[2] = 10; // a delay of 2560 + 20 steps
     image.PresetBody[4] = 48;
+    image.PresetBody[65] = 2;
     image.PresetBody[66] = 30;
     image.PresetBody[146] = 11;
     image.PresetBody[186] = 0;
@@ -137,8 +138,9 @@ TEST(Check, NamesEachCodeOutOfRangeAndItsPlace) {
     for (const char* finding :
          {"byte 66: In A, noise gate, attack holds 30, and codes end at 29",
           "byte 146: Out 1, high pass, slope holds 11, and codes end at 10",
-          "byte 2: In A, delay holds 2580, and codes end at 2500", "byte 4: In A, delay holds 48, and codes end at 47",
-          "byte 186: Out 1, name holds 0, which is no character", "byte 451: the mutes are 33 here and 32 in byte 71",
+          "byte 65: In A, phase holds 2, and codes end at 1", "byte 2: In A, delay holds 2580, and codes end at 2500",
+          "byte 4: In A, delay holds 48, and codes end at 47", "byte 186: Out 1, name holds 0, which is no character",
+          "byte 451: the mutes are 33 here and 32 in byte 71",
           "byte 730: Out 1, view option holds 3, and codes end at 2"}) {
         expected += file + ": " + finding + "\n";
     }
