@@ -115,14 +115,16 @@ TEST_F(HistoryRest, ASwitchNeverGoesOn) {
 }
 
 TEST_F(HistoryRest, ATextThatStayedAsItWasTypedComesBackAsItWasTyped) {
-    By(1, [&] { form.UpDown3[20].UserStep(59); });
-    By(1, [&] { TypeInto(form.Text5[20], "3.9"); }); // held to the range, the code is the same
-    EXPECT_EQ(form.Text5[20].Text(), "3.9");
-    const All before = Look(1);
-    By(1, [&] { form.Slider2[20].UserMove(form.Slider2[20].Shown() == 7 ? 9 : 7); });
-    EXPECT_EQ(form.Text5[20].Text(), "3");
-    Undo(1);
-    ExpectSame(Look(1), before, "undone");
+    for (const std::size_t section : {std::size_t{0}, std::size_t{20}, form.Text5.size() - 1}) {
+        By(1, [&] { form.UpDown3[section].UserStep(59); });
+        By(1, [&] { TypeInto(form.Text5[section], "3.9"); }); // held to the range, the code is the same
+        EXPECT_EQ(form.Text5[section].Text(), "3.9");
+        const All before = Look(1);
+        By(1, [&] { form.Slider2[section].UserMove(form.Slider2[section].Shown() == 7 ? 9 : 7); });
+        EXPECT_EQ(form.Text5[section].Text(), "3");
+        Undo(1);
+        ExpectSame(Look(1), before, "undone");
+    }
 }
 
 TEST_F(HistoryRest, TheLastInputTypeIsThatOfBefore) {

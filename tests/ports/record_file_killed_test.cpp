@@ -133,11 +133,37 @@ TEST(RecordFileUnderFault, AProcessKilledAtACallLeavesTheOldFileOrTheWholeNewOne
         killed += end == End::Killed ? 1 : 0;
         const Bytes left = folder.Read("a.n91");
         EXPECT_TRUE(left == (end == End::Done ? New : Old) || left == New);
+        EXPECT_EQ(folder.Entries(), folder.Has("a.n91.new") ? 2U : 1U);
         // What was left behind stands in nobody's way.
         WriteAtStart(folder.Path() / "a.n91", Record);
         EXPECT_EQ(folder.Read("a.n91"), New);
     }
     EXPECT_GE(killed, 9);
+}
+
+TEST(RecordFileUnderFault, AProcessKilledAtACallLeavesNoPartOfANewFile) {
+    int left_beside = 0;
+    for (const Call& call : Calls) {
+        SCOPED_TRACE(call.Name);
+        const TestFolder folder;
+        const End end = WriteWith(call, 0, folder.Path() / "a.n91");
+        ASSERT_TRUE(end == End::Done || end == End::Killed) << static_cast<int>(end);
+        EXPECT_TRUE(!folder.Has("a.n91") || folder.Read("a.n91") == Record);
+        EXPECT_TRUE(end == End::Killed || folder.Has("a.n91"));
+        left_beside += folder.Has("a.n91.new") ? 1 : 0;
+        EXPECT_EQ(folder.Entries(), (folder.Has("a.n91") ? 1U : 0U) + (folder.Has("a.n91.new") ? 1U : 0U));
+    }
+    EXPECT_GE(left_beside, 3); // killed at a write, a flush or the rename
+}
+
+TEST(RecordFileUnderFault, WhatIsLeftBesideAFileHasItsNameAndANumber) {
+    const TestFolder folder;
+    const Call rename{"rename", SYS_rename, AnyFlags};
+    for (const char* const left : {"a.n91.new", "a.n91.new2", "a.n91.new3"}) {
+        EXPECT_EQ(WriteWith(rename, 0, folder.Path() / "a.n91"), End::Killed);
+        EXPECT_TRUE(folder.Has(left)) << left;
+    }
+    EXPECT_EQ(folder.Entries(), 3U);
 }
 
 } // namespace
