@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Breaks the core one place at a time and sees which of its tests fails.
+"""Breaks the core one place at a time and sees which of its tests, or of the preset tool's, fails.
 
     tools/mutants/mutate.py [--only PART_OF_A_PATH,...] [--kinds cut,order,...] [--again] [--jobs N]
 
@@ -259,7 +259,8 @@ def build(options):
     subprocess.run(["cmake", "-S", COPY, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DNRV718_BUILD_UI=OFF",
                     "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON", "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache",
                     f"-DCMAKE_CXX_FLAGS={flags}", "-DCMAKE_CXX_FLAGS_DEBUG=-O1"], check=True, stdout=subprocess.DEVNULL)
-    subprocess.run(["cmake", "--build", BUILD, "-j", str(options.jobs), "--target", "nrv718_core_tests"], check=True,
+    subprocess.run(["cmake", "--build", BUILD, "-j", str(options.jobs), "--target", "nrv718_core_tests",
+                    "nrv718_tool_tests"], check=True,
                    stdout=subprocess.DEVNULL)
     return mutants
 
@@ -292,7 +293,7 @@ def likely_first(mutant, tests, names):
 
 
 def fate(program, mutant, tests, names):
-    """The test that fails when the mutant wakes."""
+    """The test that fails when the mutant wakes: one of the core's, or else one of the preset tool's."""
     flags = WORK / f"flags-{mutant.number}"
     named, rest = likely_first(mutant, tests, names)
     for few, seconds in ((named, SECONDS), (rest[:60], SECONDS), (rest[60:], ALL_SECONDS)):
@@ -300,15 +301,24 @@ def fate(program, mutant, tests, names):
             continue
         flags.write_text("--gtest_filter=" + ":".join(few) + "\n")
         try:
-            done = subprocess.run(["timeout", "-s", "KILL", seconds, program, "--gtest_brief=1", "--gtest_fail_fast",
-                                   f"--gtest_flagfile={flags}"], capture_output=True, text=True, errors="replace", cwd=RUN,
-                                  env=os.environ | {"NRV718_MUTANT": str(mutant.number)})
+            failed = first_failure(mutant, [program, f"--gtest_flagfile={flags}"], seconds)
         finally:
             flags.unlink(missing_ok=True)
-        failed = re.search(r"\[  FAILED  \] (\S+?)(,| \()", done.stdout)
-        if done.returncode != 0:
-            return failed.group(1) if failed else f"{few[0]} or one beside it: the program ended ({done.returncode})"
-    return SURVIVED
+        if failed:
+            return failed.replace("?", few[0])
+    failed = first_failure(mutant, [program.parent / "tool" / "nrv718_tool_tests"], ALL_SECONDS)
+    return failed.replace("?", "nrv718_tool_tests") if failed else SURVIVED
+
+
+def first_failure(mutant, command, seconds):
+    """The first test that fails, a text with "?" for it when the program ended before it could tell, or None."""
+    done = subprocess.run(["timeout", "-s", "KILL", seconds, *command, "--gtest_brief=1", "--gtest_fail_fast"],
+                          capture_output=True, text=True, errors="replace", cwd=RUN,
+                          env=os.environ | {"NRV718_MUTANT": str(mutant.number)})
+    if done.returncode == 0:
+        return None
+    failed = re.search(r"\[  FAILED  \] (\S+?)(,| \()", done.stdout)
+    return failed.group(1) if failed else f"? or one beside it: the program ended ({done.returncode})"
 
 
 def harmless():
