@@ -395,41 +395,34 @@ TEST_F(HistoryTest, ADeviceThatDiesOnTheWayBackIsReportedOnceAndTakesItsHistoryA
 }
 
 TEST_F(HistoryTest, ADeviceThatDiesIsToldOfByWhatItDiedIn) {
-    const std::vector<std::pair<std::string, std::function<void()>>> deaths{{"the redo",
-                                                                             [this] {
-                                                                                 Undo(1);
-                                                                                 answers_left = 3;
-                                                                                 Redo(1);
-                                                                             }},
-                                                                            {"the comparison",
-                                                                             [this] {
-                                                                                 answers_left = 3;
-                                                                                 Compare(1);
-                                                                             }},
-                                                                            {"the comparison",
-                                                                             [this] {
-                                                                                 Compare(1);
-                                                                                 answers_left = 3;
-                                                                                 Compare(1);
-                                                                             }},
-                                                                            {"the revert", [this] {
-                                                                                 answers_left = 3;
-                                                                                 Revert(1);
-                                                                             }}};
-    for (const auto& [name, die] : deaths) {
+    struct Death {
+        std::string In;
+        std::function<void()> Before, Then;
+    };
+    const auto nothing = [] {};
+    const auto compare = [this] { Compare(1); };
+    const std::vector<Death> deaths{
+        {"the redo", [this] { Undo(1); }, [this] { Redo(1); }},
+        {"the comparison", nothing, compare},
+        {"the comparison", compare, compare},
+        {"the revert", nothing, [this] { Revert(1); }},
+    };
+    for (const Death& death : deaths) {
         Load(1, AnyFile("Hall.n91"));
         Load(1, AnyFile("Club.n91"));
         for (const int channel : {2, 3, 4, 5, 6, 7}) {
             Flat(1, channel);
         }
-        die();
-        EXPECT_THAT(Status(), ::testing::MatchesRegex("ID:5 does not answer; " + name +
+        death.Before();
+        answers_left = 3;
+        death.Then();
+        EXPECT_THAT(Status(), ::testing::MatchesRegex("ID:5 does not answer; " + death.In +
                                                       " stopped after 3 of [0-9]+ frames\\..*"));
         EXPECT_FALSE(Loaded(1));
         answers_left = -1;
         world.Boxes.Answers = {BoxAnswer::Yes};
         DoubleClick(1);
-        ASSERT_TRUE(Loaded(1)) << name;
+        ASSERT_TRUE(Loaded(1)) << death.In;
     }
 }
 
