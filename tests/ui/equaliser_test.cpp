@@ -5,6 +5,7 @@
 #include "driver/driver.h"
 #include "model/tables.h"
 #include "rack_desk.h"
+#include "rack_test.h"
 #include "simulator/line.h"
 #include "support/test_folder.h"
 #include "support/test_program.h"
