@@ -529,6 +529,22 @@ TEST_F(HistoryTest, LeavingTheProgramEndsEveryComparison) {
     EXPECT_EQ(rack.At(9).LiveImage()[model::GainOffsets[3] + 1], 120 - own_2);
 }
 
+TEST_F(HistoryTest, AFailedNoticeAtTheEndIsNotToldOfAsTheComparisonBeforeIt) {
+    By(1, [&] { form.Slider1[3].UserMove(form.Slider1[3].Position() == 7 ? 9 : 7); });
+    Compare(1);
+    FramesSent();
+    world.Port.OnOutput = [this] {
+        if (!world.Port.Sent.empty()) { // the gain is back
+            world.Port.GoAway();
+        }
+    };
+    program.Events.Run(UserOutside(), [&] { program.StartUp.MainQueryUnload(); });
+    EXPECT_EQ(FramesSent(), 1U);
+    EXPECT_FALSE(world.Process.Ended);
+    EXPECT_THAT(Status(), ::testing::StartsWith("The port went away"));
+    EXPECT_THAT(Status(), ::testing::Not(::testing::HasSubstr("comparison")));
+}
+
 TEST_F(HistoryTest, TheListTellsHowManySettingsDifferFromWhatIsKept) {
     EXPECT_EQ(program.List.Devices.RowNote(1), "");
     By(1, [&] { form.Check1[4].UserToggle(); });

@@ -63,6 +63,10 @@ class EqualiserWindow : public ProgramTest {
         controls::Marker& marker = form.Label5[section];
         marker.Moved(left - marker.Left() + 60.0, top - marker.Top() + 60.0);
     }
+    /// Counts how often a box asks for the keyboard.
+    static void CountAttention(controls::TextBox& box, int& count) {
+        box.Observe([&count](controls::Aspect told) { count += told == controls::Aspect::Attention ? 1 : 0; });
+    }
     void ExpectWarning(const std::string& text) {
         ASSERT_EQ(world.Boxes.Shown.size(), 1U);
         ExpectBox(world.Boxes.Shown[0], "Warning", text, BoxIcon::None, BoxButtons::Ok);

@@ -123,7 +123,30 @@ TEST_F(OnTheScreen, APasswordThatIsRefusedTakesTheKeyboardAfterTheBox) {
         order.clear();
         dialog.Command1[0].UserClick();
         EXPECT_THAT(order, ::testing::ElementsAre("box", "login"));
+        dialog.Text1.UserText("Abc 1 ");
+        dialog.Command1[0].UserClick();
+        dialog.Text2.UserText("123456");
+        dialog.Text3.UserText("123457");
+        order.clear();
+        dialog.Command1[5].UserClick();
+        EXPECT_THAT(order, ::testing::ElementsAre("box", "second"));
     });
+}
+
+TEST_F(OnTheScreen, ADeviceThatIsConnectedAgainIsPaintedAndRestedOnBeforeItsWindowGoes) {
+    program.State.DeviceUnconnected[At(Ids[1])] = true;
+    program.List.Devices.SetCell(1, 0, "unconnected");
+    std::vector<std::string> order;
+    Watch(program.List.Devices, Aspect::Repaint, [&] {
+        order.push_back((Loaded(1) ? "window, " : "no window, ") + std::to_string(world.Process.Slept) + " ms, " +
+                        Row(1).substr(0, 8));
+    });
+    long slept_at_removal = -1;
+    world.Host.OnRemoved = [&] { slept_at_removal = world.Process.Slept; };
+    DoubleClick(1);
+    ASSERT_FALSE(order.empty());
+    EXPECT_EQ(order.front(), "window, 0 ms, Device 5");
+    EXPECT_EQ(slept_at_removal, 50);
 }
 
 class StartOnTheScreen : public ProgramTest {};

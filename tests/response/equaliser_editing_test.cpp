@@ -320,8 +320,13 @@ TEST_F(EqualiserEditing, ShelvingFaderBesideAnUnreadableFrequencySaysSoAndChange
 
 TEST_F(EqualiserEditing, SlopeListAloneHasNoGuard) {
     const auto before = image.PresetBody;
+    const int slope = form.Combo2[0].Index();
+    int attended = 0;
+    CountAttention(form.Text8[0], attended);
     form.Text8[0].SetText("?");
     EXPECT_THROW(form.Combo2[0].UserSelect(3), RuntimeError);
+    EXPECT_EQ(form.Combo2[0].Index(), slope);
+    EXPECT_EQ(attended, 1);
     program.Events.Run(UserIn(0), [&] { form.Combo2[0].UserSelect(4); });
     ASSERT_EQ(world.Boxes.Shown.size(), 1U);
     EXPECT_EQ(world.Boxes.Shown[0].Title, "Error");
@@ -335,9 +340,13 @@ TEST_F(EqualiserEditing, SlopeListAloneHasNoGuard) {
 TEST_F(EqualiserEditing, GainFaderAndBandwidthBesideAnUnreadableFrequencyReachTheEventBoundary) {
     const auto before = image.PresetBody;
     int position = 10;
+    int attended = 0;
+    CountAttention(form.Text4[0], attended);
     for (const std::string& text : {std::string("?"), std::string(), std::string(10'000, '9')}) {
         form.Text4[0].SetText(text);
+        const int so_far = attended;
         EXPECT_THROW(form.Slider2[0].UserMove(position), RuntimeError);
+        EXPECT_EQ(attended, so_far + 1);
         EXPECT_EQ(form.Text3[0].Text(), "0");
         EXPECT_EQ(form.Slider2[0].Position(), 75);
         EXPECT_THROW(form.UpDown3[0].UserStep(1), RuntimeError);

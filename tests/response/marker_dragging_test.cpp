@@ -151,6 +151,33 @@ TEST_F(MarkerDragging, TheCurveMovesWithTheMouse) {
     EXPECT_THAT(world.Port.Sent, IsEmpty());
 }
 
+TEST_F(MarkerDragging, ADragThatIsGivenUpLeavesPointAndCurveAsTheyWere) {
+    const auto before = image.PresetBody;
+    const double left = form.Label5[1].Left();
+    const double top = form.Label5[1].Top();
+    const response::Curve curve = program.Response.ChannelTotal(0);
+    form.Label5[1].Pressed();
+    Drag(1, 2825.0, 1003.5);
+    EXPECT_NE(program.Response.ChannelTotal(0), curve);
+    form.Label5[1].GivenUp();
+    EXPECT_EQ(program.Response.ChannelTotal(0), curve);
+    EXPECT_EQ(form.Label5[1].Left(), left);
+    EXPECT_EQ(form.Label5[1].Top(), top);
+    EXPECT_EQ(image.PresetBody, before);
+    EXPECT_FALSE(form.MarkerDragging[1]);
+    EXPECT_THAT(world.Port.Sent, IsEmpty());
+}
+
+TEST_F(MarkerDragging, AKeyTakesAPointToTheNextFrequencyOfTheTable) {
+    Drag(6, 0.0, 0.0); // no button is down
+    const int code = image.PresetBody[36];
+    const int gain = image.PresetBody[39];
+    form.Label5[6].Stepped(controls::PointStep::Frequency, 1);
+    form.Label5[6].Stepped(controls::PointStep::Frequency, -2);
+    EXPECT_THAT(world.Port.Sent, ElementsAre(PeqFrame(0, 6, code + 1, 8, gain), PeqFrame(0, 6, code - 1, 8, gain)));
+    EXPECT_EQ(image.PresetBody[36], code - 1);
+}
+
 TEST_F(MarkerDragging, AClickWithoutMovementChangesAndSendsNothing) {
     const auto before = image;
     const double left = form.Label5[1].Left();

@@ -136,6 +136,17 @@ TEST_F(ViewOptions, AChosenSumIsKeptInTheByteOfItsOutput) {
     EXPECT_THAT(world.Port.Sent, IsEmpty());
 }
 
+TEST_F(ViewOptions, AChosenSumIsDrawnAtOnce) {
+    form.Slider1[0].UserMove(form.Slider1[0].Position() - 10); // In A, louder than its output
+    const auto row = [this] { return form.Picture1[2].Strokes()[0].Points[300].Y; };
+    program.Response.RedrawChannel(2);
+    const int alone = row();
+    form.Option2[1].Select(); // Out 1 + In A
+    EXPECT_LT(row(), alone);
+    form.Option2[0].Select();
+    EXPECT_EQ(row(), alone);
+}
+
 TEST_F(ViewOptions, AHigherOutputLiesOverALowerOne) {
     form.Check8[0].UserToggle(); // Out 6 on the tab of Out 1
     form.Check4[0].UserToggle(); // Out 2

@@ -267,6 +267,7 @@ TEST_F(StartUpTest, NoAfterAnEmptySearchEndsTheProcess) {
 }
 
 TEST_F(StartUpTest, NoToTheDemoQuestionEndsWithoutTheExitQuestion) {
+    world.Host.OnMainWindowCloses = [this] { program.StartUp.MainQueryUnload(); };
     ExpectNoEnds([this] { Proceed(); });
     EXPECT_THROW(program.StartUp.MainQueryUnload(), ProcessEnded);
     EXPECT_EQ(world.Boxes.Shown.size(), 1U);

@@ -222,6 +222,8 @@ class RecordingHost final : public WindowHost {
     ScreenSize ScreenIs{1920, 1080};
     std::function<void()> WhileDialogStands;
     std::function<void()> WhileToolDialogStands;
+    std::function<void()> OnRemoved;          ///< a control window goes
+    std::function<void()> OnMainWindowCloses; ///< as a window system asks a window that is to close
     std::vector<std::string> Log;
     bool ListMinimised = false;
 
@@ -235,7 +237,12 @@ class RecordingHost final : public WindowHost {
     void CloseConnectionDialog() override { Log.emplace_back("close dialog"); }
     void UnloadSplash() override { Log.emplace_back("unload splash"); }
     void ShowMainWindow() override { Log.emplace_back("show main"); }
-    void UnloadMainWindow() override { Log.emplace_back("unload main"); }
+    void UnloadMainWindow() override {
+        Log.emplace_back("unload main");
+        if (OnMainWindowCloses) {
+            OnMainWindowCloses();
+        }
+    }
     void ShowDeviceList() override { Log.emplace_back("show list"); }
     void FocusDeviceList() override { Log.emplace_back("focus list"); }
     bool DeviceListMinimised() override { return ListMinimised; }
@@ -251,7 +258,12 @@ class RecordingHost final : public WindowHost {
     }
     void ShowControlWindow(int slot) override { Log.push_back("show window " + std::to_string(slot)); }
     void FocusControlWindow(int slot) override { Log.push_back("focus window " + std::to_string(slot)); }
-    void RemoveControlWindow(int slot) override { Log.push_back("remove window " + std::to_string(slot)); }
+    void RemoveControlWindow(int slot) override {
+        Log.push_back("remove window " + std::to_string(slot));
+        if (OnRemoved) {
+            OnRemoved();
+        }
+    }
 };
 
 } // namespace nrv::testing

@@ -7,7 +7,7 @@ tools/mutants/by_hand.txt lists what is broken and which test is to fail; its he
 below build/mutants/by_hand. First the tests have to pass on the tree as it is; then each entry is put in, what its tests
 need is built, the named tests run, and if they pass the whole of their program. The table goes to
 build/mutants/by_hand/result.tsv: name, place, and the test that failed, SURVIVED, or why it cannot matter. --page writes
-it as the last chapter of docs/tested_behaviour.md, --check only looks for the texts, --first begins at the entry of that
+it into its chapter of docs/tested_behaviour.md, --check only looks for the texts, --first begins at the entry of that
 number.
 """
 
@@ -230,9 +230,9 @@ def write_page(rows):
     for name, place, verdict in rows:
         found = verdict if verdict.startswith("cannot matter") else f"`{verdict}`"
         lines.append(f"| {name.replace('|', chr(92) + '|')} | {place.rpartition(':')[0]} | {found} |")
-    page = PAGE.read_text()
-    before = page[:page.index(CHAPTER)] if CHAPTER in page else page.rstrip("\n") + "\n\n"
-    PAGE.write_text(before + "\n".join(lines) + "\n")
+    before, _, after = PAGE.read_text().partition(CHAPTER)
+    behind = "\n" + after[after.index("\n## ") + 1:] if "\n## " in after else ""
+    PAGE.write_text(before + "\n".join(lines) + "\n" + behind)
 
 
 def arguments():

@@ -37,7 +37,18 @@ SECONDS = "40"
 ALL_SECONDS = "300"  # all tests take some twenty
 SURVIVED = "SURVIVED"
 FLAGS = ["-std=c++20", f"-I{TREE / 'src'}"]
-QUIET_CALLS = {"At", "string", "to_string"}
+# What only looks at what it is given, and setters that only set.
+QUIET_CALLS = {"At", "string", "to_string", "size", "begin", "empty", "has_value", "min", "max", "floor", "substr", "front",
+               "ParseNumber", "NumberText", "CodeByte", "DecodeBit", "MarkerLeft", "MarkerTop", "UnitText", "GainText",
+               "PeqGainFromCode", "BandwidthFromCode", "FrequencyFromCode", "PeqPositionFromGain", "CodeOf", "TwinOfControl",
+               "Text", "Shown", "ShownText", "Position", "Checked", "Index", "Caption", "Value", "Form", "Values", "Image",
+               "Stores", "Commands", "Current", "Window", "MemoryValue", "what"}
+SETTERS = r"Set(?:Caption|ToolTip|Visible|Enabled|Text|Mark|Items|ItemNotes|Maximum|InForce|MousePointer)"
+SETTINGS = [re.compile(pattern, re.S) for pattern in (
+    r"([^=({]*(?:\([^=]*\)[^=({]*)*) \|?= (.*)", r"(?:\+\+|--)([^=()]+)()", rf"([^=]*)\.{SETTERS}\((.*)\)",
+    r"([^=]*(?:Slider\d+\[.*\]|ProgressBar1)\.Set(?:Position|Value))\((.*)\)",
+    r"([^=]*)\.(?:MoveTo|push_back|emplace_back|clear|reset|fill)\((.*)\)",
+    r"std::(?:ranges::)?copy(?:_n)?\((?=(.*), (.*)\.begin\(.*\)$).*")]
 COMPARISONS = {"<": "Less", "<=": "LessEqual", ">": "Greater", ">=": "GreaterEqual"}
 STATEMENTS = {CursorKind.CALL_EXPR, CursorKind.UNEXPOSED_EXPR, CursorKind.BINARY_OPERATOR,
               CursorKind.COMPOUND_ASSIGNMENT_OPERATOR, CursorKind.UNARY_OPERATOR}
@@ -48,14 +59,13 @@ Mutant = collections.namedtuple("Mutant", "number path line kind text")
 
 
 def setting(text):
-    """What a statement sets, and to what, if that runs nothing: a plain assignment, or a word or state of a control."""
-    found = re.fullmatch(r"([^=({]*(?:\([^=]*\)[^=({]*)*) = (.*)", text, re.S) or re.fullmatch(
-        r"([^=]*)\.Set(?:Caption|ToolTip|Visible|Enabled)\((.*)\)", text, re.S)
+    """What a statement sets, and to what, if that runs nothing: an assignment, or a word, state or place of a control."""
+    found = next(filter(None, (form.fullmatch(" ".join(text.split())) for form in SETTINGS)), None)
     if found is None:
         return None
-    calls = re.findall(r"(?!static_cast<)\b([\w]+)(?:<[^<>]*>)?\(", found[2])
-    quiet = re.match(r"(Guarded\()?\[", found[2]) or set(calls) <= QUIET_CALLS
-    return found.groups() if quiet else None
+    target, value = found.groups() if found.re is not SETTINGS[-1] else found.groups()[::-1]
+    calls = set(re.findall(r"(?!static_cast<)\b(\w+)(?:<[^<>]*>)?\(", target + " " + value))
+    return (target, value) if re.match(r"(Guarded\()?\[", value) or calls <= QUIET_CALLS else None
 
 
 def commute(first, second):
@@ -322,9 +332,15 @@ def first_failure(mutant, command, seconds):
 
 
 def harmless():
-    """What cannot matter, and why: path, kind and the beginning of the text, by tabs, then the reason."""
+    """What cannot matter, and why: path, kind and text, by tabs, then the reason. In a text of kind order * is anything."""
     rows = [line.split("\t") for line in HARMLESS.read_text().splitlines() if line and not line.startswith("//")]
-    return {tuple(row[:3]): row[3] for row in rows}
+    parts = [row[2].split("*") if row[1] == "order" else [row[2]] for row in rows]
+    return [(row[0], row[1], re.compile(".*".join(map(re.escape, part))), row[3]) for row, part in zip(rows, parts)]
+
+
+def reason_for(key, reasons):
+    """Why a mutant cannot matter, or nothing."""
+    return next((why for path, kind, text, why in reasons if (path, kind) == key[:2] and text.fullmatch(key[2])), "")
 
 
 def rows_so_far():
@@ -343,7 +359,7 @@ def wanted(mutants, options):
 
 
 def write_result(fates, everything, options):
-    reasons, used = harmless(), set()
+    reasons = harmless()
     done = {(mutant.path, mutant.kind, mutant.text) for mutant, _ in fates}
     kinds = options.kinds.split(",")
     there = {(mutant.path, mutant.kind, mutant.text) for mutant in everything}
@@ -355,10 +371,10 @@ def write_result(fates, everything, options):
             kept.append(row)
     for mutant, end in fates:
         key = (mutant.path, mutant.kind, mutant.text)
-        if end == SURVIVED and key in reasons:
-            end = "cannot matter: " + reasons[key]
-            used.add(key)
-        elif key in reasons:
+        reason = reason_for(key, reasons)
+        if end == SURVIVED and reason:
+            end = "cannot matter: " + reason
+        elif reason:
             print(f"said not to matter, and found by {end}: {key}")
         kept.append([mutant.path, str(mutant.line), mutant.kind, mutant.text, end])
     kept.sort(key=lambda row: (row[0], int(row[1]), row[2], row[3]))
