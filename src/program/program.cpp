@@ -72,6 +72,9 @@ void Program::KeepAll() {
             Windows.CurrentWindow = slot.SlotIndex;
             Events.Current().BelongTo({slot.SlotIndex, slot.DeviceId});
             History.EndComparison();
+            if (Events.Current().Reported()) {
+                return; // the program does not end
+            }
             Autosave.Write(slot.DeviceId);
         }
     }

@@ -134,12 +134,15 @@ bool StartUp::MainQueryUnload() {
     return LeaveProgram();
 }
 
-/// False when the user stays. After a failed last frame the process does not end here.
+/// False when the program stays. After a failed last frame the process does not end here.
 bool StartUp::LeaveProgram() {
     if (!boxes_.AreYouSure("Exit", BoxAnswer::No)) {
         return false;
     }
     leaving_();
+    if (link_.Current.Reported()) {
+        return false; // a device died as its user's own settings came back, and the others' wait
+    }
     link_.Current.Call("the leaving", Operation::Untold);
     if (!link_.SendFrame(0, {link::ExitNoticeCommand})) {
         process_.End();

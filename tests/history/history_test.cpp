@@ -529,6 +529,39 @@ TEST_F(HistoryTest, LeavingTheProgramEndsEveryComparison) {
     EXPECT_EQ(rack.At(9).LiveImage()[model::GainOffsets[3] + 1], 120 - own_2);
 }
 
+TEST_F(HistoryTest, LeavingKeepsTheUsersOwnSettingsAndNotThoseThatAreCompared) {
+    By(1, [&] { form.Slider1[3].UserMove(form.Slider1[3].Position() == 7 ? 9 : 7); });
+    const Bytes own(All(Look(1)).Image);
+    Compare(1);
+    program.Windows.CurrentWindow = 2;
+    EXPECT_THROW(program.StartUp.MainQueryUnload(), EndOfProcess);
+    EXPECT_EQ(world.Folder.Read("preset/autosave-ID5-1.n91"), own);
+}
+
+TEST_F(HistoryTest, ADeviceThatDiesAtTheEndIsToldAndTheProgramStaysForTheOthers) {
+    for (const int slot : {1, 2}) {
+        By(slot, [&] { Window(slot).Slider1[3].UserMove(Window(slot).Slider1[3].Position() == 7 ? 9 : 7); });
+        Compare(slot);
+    }
+    const int own = Window(2).Slider1[3].Position();
+    program.Windows.CurrentWindow = 2;
+    answers_left = 0;
+    FramesSent();
+    bool closes = true;
+    program.Events.Run(UserOutside(), [&] { closes = program.StartUp.MainQueryUnload(); });
+    EXPECT_FALSE(closes);
+    EXPECT_FALSE(world.Process.Ended);
+    EXPECT_EQ(FramesSent(), 5U); // of one exchange
+    EXPECT_THAT(Status(), ::testing::StartsWith("ID:5 does not answer; the comparison stopped. Double-click its row to "
+                                                "connect it again."));
+    EXPECT_FALSE(Loaded(1));
+    EXPECT_TRUE(Loaded(2));
+    answers_left = -1;
+    EXPECT_THROW(program.StartUp.MainQueryUnload(), EndOfProcess);
+    EXPECT_NE(Window(2).Slider1[3].Position(), own);
+    EXPECT_EQ(rack.At(9).LiveImage()[model::GainOffsets[3] + 1], 120 - Window(2).Slider1[3].Position());
+}
+
 TEST_F(HistoryTest, AFailedNoticeAtTheEndIsNotToldOfAsTheComparisonBeforeIt) {
     By(1, [&] { form.Slider1[3].UserMove(form.Slider1[3].Position() == 7 ? 9 : 7); });
     Compare(1);
