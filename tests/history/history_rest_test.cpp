@@ -269,9 +269,54 @@ TEST_F(HistoryRest, ABrokenReadIsTakenBackToo) {
     const All before = Look(1);
     Read(1, 3);
     ASSERT_EQ(Depth(1), 1U);
+    EXPECT_EQ(program.Main.Undo.Caption(), "Undo read of \"Stored 3\"");
     Undo(1);
     ExpectSame(Look(1), before, "undone");
     EXPECT_FALSE(program.Main.Redo.Enabled());
+}
+
+TEST_F(HistoryRest, WhatBreaksOffHasItsNameAllTheSame) {
+    simulator::PresetBody body = AnyPreset();
+    body[model::PeqOffsets[15] + 1] = 130;
+    Bytes file(771, 0);
+    std::ranges::copy(body, file.begin());
+    world.Folder.Write("Odd.n91", file);
+    Load(1, world.Folder.Path() / "Odd.n91");
+    EXPECT_EQ(program.Main.Undo.Caption(), "Undo load of \"Odd.n91\"");
+
+    Load(1, AnyFile("Hall.n91"));
+    form.Slider1[0].UserMove(form.Slider1[0].Position() == 7 ? 9 : 7);
+    form.Text4[3].UserText("?");
+    CopyInput(1, 0);
+    EXPECT_EQ(program.Main.Undo.Caption(), "Undo copy of In A to In B");
+
+    By(1, [&] { form.Slider1[2].UserMove(form.Slider1[2].Position() == 7 ? 9 : 7); });
+    form.Text4[20].UserText("?");
+    CopyOutput(1, 0, 1);
+    EXPECT_EQ(program.Main.Undo.Caption(), "Undo copy of Out 1 to Out 2");
+}
+
+TEST_F(HistoryRest, TheWayBackIsPlayedInTheOrderOfALoad) {
+    By(1, [&] { form.Combo4.UserSelect(form.Combo4.Shown() == 0 ? 1 : 0); });
+    By(1, [&] { form.Option1[form.Option1[0].Selected() ? 1 : 0].Select(); });
+    for (int n = 0; n < 400; ++n) {
+        Edit(1);
+    }
+    By(1, [&] { form.Slider100.UserMove(form.Slider100.Position() == 7 ? 9 : 7); });
+    Rename(1, 5, "Side fill");
+    FramesSent();
+    Revert(1);
+    std::vector<int> commands;
+    for (const Frame& frame : world.Port.Sent) {
+        const bool of_mute = frame[3] == 0x11 && frame[5] == 18; // its second frame
+        if (!of_mute && (commands.empty() || commands.back() != frame[3])) {
+            commands.push_back(frame[3]);
+        }
+    }
+    // Mutes, input type, sources, limiters, crossovers, sections, tones, phases, delays and their unit, gains, names,
+    // the master gain.
+    EXPECT_THAT(commands,
+                ::testing::ElementsAre(0x09, 0x0D, 0x08, 0x07, 0x04, 0x05, 0x06, 0x03, 0x02, 0x11, 0x01, 0x0E, 0x0C));
 }
 
 TEST_F(HistoryRest, AByteThatStandsForNothingIsPutBackAndNotSent) {

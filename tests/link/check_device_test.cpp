@@ -105,6 +105,7 @@ TEST_F(CheckDevice, TakesAReplyToTheSecondTransmission) {
 
 TEST_F(CheckDevice, TimeOutNamesTheDeviceOfTheCurrentWindowNotTheOneAsked) {
     rig.Handler.DeviceIs = 7;
+    rig.Boxes.WhileItStands = [this] { EXPECT_TRUE(rig.Link.DeviceChecked[Asked]); };
     EXPECT_FALSE(rig.Link.CheckDevice(Asked));
     ASSERT_THAT(rig.Boxes.Shown, SizeIs(1));
     EXPECT_EQ(rig.Boxes.Shown[0].Text, "Time-Out: Communication problem with device ID:7");

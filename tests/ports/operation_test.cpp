@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace nrv::testing {
 namespace {
@@ -67,6 +69,38 @@ TEST(OperationTest, TellsThatALoopEndedUnlessAnErrorLeavesIt) {
         },
         std::runtime_error);
     EXPECT_EQ(ended, 1);
+}
+
+TEST(OperationTest, HooksSeeItAsItIsAtTheirTime) {
+    Operation operation;
+    std::vector<std::string> seen;
+    const auto look = [&](const std::string& hook) {
+        return [&seen, &operation, hook] {
+            seen.push_back(hook + (operation.Running() ? " running" : "") + (operation.Busy() ? " busy" : "") +
+                           (operation.Reported() ? " reported" : "") + ' ' + operation.Name());
+        };
+    };
+    operation.Watch = {look("began"), look("loop begins"), look("loop ends"), look("ending"), look("over")};
+    const std::vector<std::string> all{"began running busy ",
+                                       "loop begins running busy the copy",
+                                       "began running busy the copy",
+                                       "ending running busy the copy",
+                                       "loop ends running busy the copy",
+                                       "ending running busy reported the copy",
+                                       "over the copy"};
+    for (int time = 0; time < 2; ++time) {
+        seen.clear();
+        operation.Begin(OfSlot0);
+        operation.Call("the copy");
+        {
+            const Operation::Standing dialog(operation, Operation::Loop::Dialog);
+            operation.BeginPart();
+            operation.EndPart();
+        }
+        operation.Report();
+        operation.End();
+        EXPECT_EQ(seen, all);
+    }
 }
 
 TEST(StandingBoxesTest, AfterAReportShowNothingAndAnswerWhatChangesNothing) {

@@ -62,7 +62,10 @@ class ReadDialogTest : public LoadWindow {
 };
 
 TEST_F(ReadDialogTest, OpensOnTheFirstPosition) {
-    Open([&] { dialog.List1.UserSelect(6); });
+    Open([&] {
+        EXPECT_EQ(dialog.List1.Shown(), 0);
+        dialog.List1.UserSelect(6);
+    });
     Open([&] {
         EXPECT_THAT(dialog.List1.Items(),
                     ::testing::ElementsAreArray(values.PresetNames.begin(), values.PresetNames.begin() + 8));
