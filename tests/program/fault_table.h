@@ -61,6 +61,7 @@ std::vector<FaultOperation> ChangeOperations();
 std::vector<FaultOperation> PresetOperations();
 std::vector<FaultOperation> ToolOperations();
 std::vector<FaultOperation> OpeningOperations();
+std::vector<FaultOperation> HistoryOperations();
 
 /// What is to be after the operation met the fault.
 Expectation Expected(const FaultOperation& operation, const Outcome& before, std::vector<Step> steps,

@@ -35,7 +35,8 @@ const std::map<Fault, std::string> FaultNames{{Fault::None, "NoFault"},
 const std::vector<FaultOperation>& Operations() {
     static const std::vector<FaultOperation> All = [] {
         std::vector<FaultOperation> all;
-        for (const auto& some : {ChangeOperations(), PresetOperations(), ToolOperations(), OpeningOperations()}) {
+        for (const auto& some :
+             {ChangeOperations(), PresetOperations(), ToolOperations(), OpeningOperations(), HistoryOperations()}) {
             all.insert(all.end(), some.begin(), some.end());
         }
         return all;

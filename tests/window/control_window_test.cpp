@@ -222,6 +222,7 @@ TEST_F(ControlWindowTest, UnconnectSendsItsFrameMarksTheRowAndClosesWithoutAQues
     EXPECT_THAT(world.Port.Sent, ::testing::ElementsAre(Frame{0xF0, 0xC3, 7, 0x0F, 0, 0, 0, 0, 0, 0, 0, 0, 0xF7}));
     EXPECT_EQ(Row(1), " Unconnected      ID:7");
     EXPECT_EQ(Row(0), "Label of dev 003  ID:3");
+    EXPECT_EQ(program.Main.StatusLine.Caption(), "ID:7 is unconnected. Double-click its row to connect it again.");
     EXPECT_TRUE(program.State.DeviceUnconnected[7]);
     EXPECT_FALSE(Loaded(0));
     EXPECT_EQ(program.Windows.OpenWindowTop, -1);
