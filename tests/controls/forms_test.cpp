@@ -25,6 +25,10 @@ TEST(MDIFrmMain, HasTitleAndExit) {
     EXPECT_EQ(main.StatusLine.Caption(), "");
     EXPECT_FALSE(main.SerialTimer.Running());
     EXPECT_FALSE(main.Timer1.Running());
+    EXPECT_EQ(main.Undo.Caption(), "Undo");
+    EXPECT_EQ(main.Redo.Caption(), "Redo");
+    EXPECT_EQ(main.Compare.Caption(), "Compare with the last preset");
+    EXPECT_EQ(main.Revert.Caption(), "Revert to the last preset");
 }
 
 TEST(FrmSelect, HasTitleFramesAndButtons) {

@@ -118,6 +118,16 @@ TEST_F(ControlWindowInventory, IsTitledAndHasElevenTabs) {
     EXPECT_EQ(FrmCtrl::HeightTwips, 8220);
 }
 
+TEST_F(ControlWindowInventory, ToolButtonsSayWhatTheyLeadTo) {
+    Texts tool_tips;
+    for (const Button& tool : form.Command2) {
+        tool_tips.push_back(tool.ToolTip());
+    }
+    EXPECT_THAT(tool_tips, ElementsAre("Load Preset from PC", "Save Preset to PC", "Store Preset to device",
+                                       "Read Preset from device", "Password", "Unconnect device", "", "Edit Names",
+                                       "Copy Input", "Copy Output"));
+}
+
 TEST_F(ControlWindowInventory, EveryControlIsShownAtDesignButTheRedCrosses) {
     ForEachControl(form, [](std::string_view name, int index, Control& control) {
         EXPECT_EQ(control.Visible(), name != "Line6" && name != "Line7") << name << " " << index;

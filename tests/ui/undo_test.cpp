@@ -163,6 +163,38 @@ class UndoTest : public RackTest {
         QCOMPARE(other_->Difference(), QString());
     }
 
+    void ADeathAsTheProgramLeavesKeepsItOpenForTheOther() {
+        for (const auto& [slot, id] : {std::pair(0, Id), std::pair(1, OtherId)}) {
+            desk_->BringForward(slot);
+            desk_->ShowTab(3, slot);
+            driver::Click(desk_->Control("Check2", 11, slot));
+            const simulator::PresetBody own = Live(id);
+            Entry("Compare")->trigger();
+            QVERIFY(Live(id) != own);
+        }
+        simulator::PresetBody own = Live(OtherId);
+        own[testing::ImageLayout::Phase(3)] ^= 1;
+        QWidget* const main = driver::Find(QStringLiteral("MDIFrmMain"));
+        desk_->LetDie(Id);
+        {
+            driver::BoxAnswers boxes(AnyNumberOfOk({QStringLiteral("Yes")}));
+            main->close();
+            QTest::qWait(100);
+            QCOMPARE(boxes.Seen().size(), std::size_t{2});
+            QCOMPARE(boxes.Seen().back().Title, QLatin1String(DeathTitle));
+        }
+        QVERIFY(main->isVisible() && !desk_->Process().Ended);
+        QVERIFY(!desk_->IsOpen(0) && desk_->IsOpen(1));
+        QCOMPARE(QString::fromStdString(desk_->Status()),
+                 QStringLiteral("ID:5 does not answer; the comparison stopped. Double-click its row to connect it "
+                                "again. The meters rest until the next change."));
+        QVERIFY(Live(OtherId) != own);
+        driver::BoxAnswers boxes({QStringLiteral("Yes")});
+        main->close();
+        QVERIFY(desk_->Process().Ended);
+        QVERIFY(Live(OtherId) == own);
+    }
+
     void EachWindowHasItsOwnHistory() {
         driver::Click(desk_->Control("Check1", 11));
         desk_->BringForward(1);
