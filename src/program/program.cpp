@@ -68,7 +68,7 @@ controls::EventBoundary::Actions Program::BoundaryActions() {
 /// The program ends: every device plays its user's own settings, and a copy of them is kept.
 void Program::KeepAll() {
     for (const controls::WindowSlot& slot : Windows.WindowSlots) {
-        if (slot.InUse && Windows.Loaded[At(slot.SlotIndex)]) {
+        if (slot.InUse) {
             Windows.CurrentWindow = slot.SlotIndex;
             Events.Current().BelongTo({slot.SlotIndex, slot.DeviceId});
             History.EndComparison();
