@@ -19,7 +19,6 @@ void PutBackPeq(const CommandContext& context, int section) {
     form.Slider2[s].SetPosition(PeqGainTop - body[PeqOffsets[s] + 4]);
     form.UpDown3[s].SetPosition(body[PeqOffsets[s] + 2]);
     form.Text3[s].SetText(NumberText(PeqGainFromCode(CodeOf(form.Slider2[s], PeqGainTop).Shown)));
-    form.Text5[s].SetText(NumberText(BandwidthFromCode(form.UpDown3[s].Shown())));
 }
 
 void PutBackTone(const CommandContext& context, int filter) {

@@ -7,7 +7,6 @@ namespace nrv {
 void Operation::Begin(const Subject& subject) {
     subject_ = subject;
     busy_ = true;
-    reported_ = false;
     reason_.clear();
     title_.clear();
     leaves_ = Leaves::Edits;

@@ -228,7 +228,6 @@ std::string FileNameText(const fs::path& file) {
     try {
         std::ranges::for_each(name.u32string(), add);
     } catch (const std::exception&) { // no Unicode: as it stands
-        text.clear();
         for (const fs::path::value_type unit : name.native()) {
             add(static_cast<std::make_unsigned_t<fs::path::value_type>>(unit));
         }

@@ -164,7 +164,7 @@ std::string ChangeInWords(Parameter parameter, const model::PresetImageRow& from
     const std::vector<Field> after = FieldsOf(parameter, to, form);
     std::string words;
     for (std::size_t n = 0; n < before.size(); ++n) {
-        if (before[n].Value == after[n].Value && before[n].Unit == after[n].Unit) {
+        if (before[n].Value == after[n].Value) {
             continue;
         }
         const auto with_unit = [](const Field& field) {

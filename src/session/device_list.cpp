@@ -203,7 +203,7 @@ void DeviceList::TellEdits(int id, std::size_t count) {
         count == 0   ? std::string()
         : count == 1 ? "One setting differs from what was last loaded, stored or saved."
                      : std::to_string(count) + " settings differ from what was last loaded, stored or saved.";
-    for (int row = 0; row <= state_.FoundLast && row < form_.Devices.Rows(); ++row) {
+    for (int row = 0; row < form_.Devices.Rows(); ++row) {
         if (FoundId(state_, row) == id) {
             form_.Devices.SetRowNote(row, note);
         }
@@ -213,9 +213,8 @@ void DeviceList::TellEdits(int id, std::size_t count) {
 void DeviceList::MarkFront(int slot) {
     int marked = controls::Grid::NoRow;
     for (int row = 0; row <= state_.FoundLast && slot != Operation::NoSlot; ++row) {
-        const int found = FoundId(state_, row);
-        if (IsDeviceId(found) &&
-            state_.SpeakerRecords[At(found)].DeviceId() == windows_.WindowSlots[At(slot)].DeviceId) {
+        const session::SpeakerRecord& record = state_.SpeakerRecords[At(FoundId(state_, row))];
+        if (record.DeviceId() == windows_.WindowSlots[At(slot)].DeviceId) {
             marked = row;
         }
     }

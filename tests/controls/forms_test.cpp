@@ -25,6 +25,9 @@ TEST(MDIFrmMain, HasTitleAndExit) {
     EXPECT_EQ(main.StatusLine.Caption(), "");
     EXPECT_FALSE(main.SerialTimer.Running());
     EXPECT_FALSE(main.Timer1.Running());
+    for (const Button* const entry : {&main.Undo, &main.Redo, &main.Compare, &main.Revert}) {
+        EXPECT_FALSE(entry->Enabled());
+    }
     EXPECT_EQ(main.Undo.Caption(), "Undo");
     EXPECT_EQ(main.Redo.Caption(), "Redo");
     EXPECT_EQ(main.Compare.Caption(), "Compare with the last preset");

@@ -116,13 +116,14 @@ TEST(SpokenValue, IsThereForAllThatHasANumber) {
 }
 
 TEST(SpokenName, IsEmptyForWhatItsCaptionOrToolTipNames) {
-    for (const char* const name : {"Command2", "Frame1", "Frame4", "Label6", "Timer1", "Check9"}) {
+    for (const char* const name : {"Command2", "Frame1", "Frame4", "Label6", "Timer1", "Check0", "Check9", "Check14"}) {
         EXPECT_EQ(SpokenName(name, 0), "") << name;
     }
 }
 
 TEST(SpokenValue, TellsWhatTheTextBesideTheControlTells) {
     const auto form = std::make_unique<controls::FrmCtrl>();
+    EXPECT_EQ(SpokenValue(*form, "Slider1", 3), ""); // nothing to tell as yet
     form->Text1[3].SetText("-1.4");
     form->Text100.SetText("-12");
     form->Text3[26].SetText("0.2");

@@ -291,6 +291,7 @@ TEST_F(HistoryRest, WhatBreaksOffHasItsNameAllTheSame) {
     EXPECT_EQ(program.Main.Undo.Caption(), "Undo copy of In A to In B");
 
     By(1, [&] { form.Slider1[2].UserMove(form.Slider1[2].Position() == 7 ? 9 : 7); });
+    EXPECT_THAT(program.Main.Undo.Caption(), ::testing::StartsWith("Undo Out 1: gain "));
     form.Text4[20].UserText("?");
     CopyOutput(1, 0, 1);
     EXPECT_EQ(program.Main.Undo.Caption(), "Undo copy of Out 1 to Out 2");

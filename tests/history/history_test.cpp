@@ -513,6 +513,15 @@ TEST_F(HistoryTest, ToolsAndTheEndWorkOnTheUsersOwnSettings) {
     EXPECT_EQ(rack.At(5).LiveImage()[model::PeqOffsets[20] + 4], 150 - own);
 }
 
+TEST_F(HistoryTest, AnUnconnectedDeviceIsLeftWithTheUsersOwnSettings) {
+    By(1, [&] { form.Slider2[20].UserMove(form.Slider2[20].Shown() == 7 ? 9 : 7); });
+    const int own = form.Slider2[20].Position();
+    Compare(1);
+    By(1, [&] { form.Command2[controls::UnconnectTool].UserClick(); });
+    EXPECT_FALSE(Loaded(1));
+    EXPECT_EQ(rack.At(5).LiveImage()[model::PeqOffsets[20] + 4], 150 - own);
+}
+
 TEST_F(HistoryTest, LeavingTheProgramEndsEveryComparison) {
     for (const int slot : {0, 2}) {
         By(slot, [&] { Window(slot).Slider1[3].UserMove(Window(slot).Slider1[3].Position() == 7 ? 9 : 7); });
@@ -543,7 +552,7 @@ TEST_F(HistoryTest, ADeviceThatDiesAtTheEndIsToldAndTheProgramStaysForTheOthers)
         By(slot, [&] { Window(slot).Slider1[3].UserMove(Window(slot).Slider1[3].Position() == 7 ? 9 : 7); });
         Compare(slot);
     }
-    const int own = Window(2).Slider1[3].Position();
+    const int compared = Window(2).Slider1[3].Position();
     program.Windows.CurrentWindow = 2;
     answers_left = 0;
     FramesSent();
@@ -558,7 +567,7 @@ TEST_F(HistoryTest, ADeviceThatDiesAtTheEndIsToldAndTheProgramStaysForTheOthers)
     EXPECT_TRUE(Loaded(2));
     answers_left = -1;
     EXPECT_THROW(program.StartUp.MainQueryUnload(), EndOfProcess);
-    EXPECT_NE(Window(2).Slider1[3].Position(), own);
+    EXPECT_NE(Window(2).Slider1[3].Position(), compared);
     EXPECT_EQ(rack.At(9).LiveImage()[model::GainOffsets[3] + 1], 120 - Window(2).Slider1[3].Position());
 }
 

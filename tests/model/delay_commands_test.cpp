@@ -331,9 +331,15 @@ TEST_F(DelayCommands, EmptyTextIsRefusedWithAMessage) {
         ASSERT_EQ(world.Boxes.Shown.size(), 1U);
         ExpectBox(world.Boxes.Shown[0], "Warning", "  Incorrect value", BoxIcon::None, BoxButtons::Ok);
         EXPECT_EQ(form.Text2[2].Text(), text);
+        EXPECT_TRUE(form.Text2[2].UserKey(controls::EnterKey).Refused);
         ExpectChanged(before, {});
         EXPECT_TRUE(world.Port.Sent.empty());
     }
+}
+
+TEST_F(DelayCommands, ANumberIsTaken) {
+    form.Text2[2].UserText("5");
+    EXPECT_FALSE(form.Text2[2].UserKey(controls::EnterKey).Refused);
 }
 
 TEST_F(DelayCommands, UnreadableTextIsAnErrorAndChangesNothing) {

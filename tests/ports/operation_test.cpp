@@ -18,6 +18,7 @@ TEST(OperationTest, BeginsWithNothingOfTheLastOne) {
     EXPECT_TRUE(operation.Running());
     EXPECT_TRUE(operation.Busy());
     operation.Call("the copy", 7);
+    operation.Title("copy of In A to In B");
     operation.At("byte 3 of 16");
     operation.CountAnswered();
     operation.CountUnsent(2);
@@ -32,6 +33,7 @@ TEST(OperationTest, BeginsWithNothingOfTheLastOne) {
     EXPECT_FALSE(operation.Reported());
     EXPECT_EQ(operation.Reason(), "");
     EXPECT_EQ(operation.Name(), "");
+    EXPECT_EQ(operation.Title(), "");
     EXPECT_EQ(operation.Progress(), "");
     EXPECT_EQ(operation.Answered(), 0);
     EXPECT_EQ(operation.Frames(), 0);

@@ -78,6 +78,16 @@ TEST_F(RefusedFile, FileThatMayNotBeWrittenIsRefusedAndUnharmedThoughTheFolderMa
     EXPECT_EQ(AsOrdinaryUser(write), "init.cfg could not be written: Permission denied.");
 }
 
+TEST_F(RefusedFile, AFileOfTheUsersOwnThatMayNotBeWrittenIsNotReplaced) {
+    const std::string said = AsOrdinaryUser([this] {
+        std::ofstream(File()) << "own";
+        Allow(File(), 0444);
+        return OutcomeOf([this] { WriteAtStart(File(), Content{9}); });
+    });
+    EXPECT_EQ(said, "FileAccess");
+    EXPECT_EQ(folder.Read("init.cfg"), (Content{'o', 'w', 'n'}));
+}
+
 TEST_F(RefusedFile, NewFileInAFolderThatAllowsNoneIsRefused) {
     Allow(folder.Path(), 0555);
     const std::string said = AsOrdinaryUser([this] { return OutcomeOf([this] { WriteAtStart(File(), Content{9}); }); });

@@ -80,6 +80,10 @@ TEST_F(CopyDialogs, OutputDialogListsTheNamesAsShown) {
         InDialog(controls::CopyOutputTool, [&] {
             EXPECT_THAT(outputs.Combo1[0].Items(), names);
             EXPECT_THAT(outputs.Combo1[1].Items(), names);
+            for (const controls::List& list : outputs.Combo1) {
+                EXPECT_THAT(list.ItemNotes(),
+                            ::testing::ElementsAre("Out 1", "Out 2", "Out 3", "Out 4", "Out 5", "Out 6"));
+            }
             EXPECT_EQ(outputs.Combo1[0].Shown(), 0);
             EXPECT_EQ(outputs.Combo1[1].Shown(), 1);
             outputs.Combo1[0].UserSelect(4);

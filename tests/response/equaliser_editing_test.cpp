@@ -311,6 +311,7 @@ TEST_F(EqualiserEditing, ShelvingFaderBesideAnUnreadableFrequencySaysSoAndChange
     form.Text7[4].SetText("?");
     form.Combo1[4].UserSelect(3);
     ExpectWarning("  Incorrect frequency value");
+    EXPECT_EQ(form.Combo1[4].Index(), 0);
     EXPECT_EQ(form.Text7[4].Text(), "?");
     EXPECT_EQ(form.Text6[4].Text(), gain);
     EXPECT_EQ(values.ToneType[4], 0.0);
@@ -361,6 +362,17 @@ TEST_F(EqualiserEditing, GainFaderAndBandwidthBesideAnUnreadableFrequencyReachTh
         EXPECT_THAT(error.what(), ::testing::HasSubstr("PEQ 3")); // of In B, the thirteenth of all
     }
     form.Text4[12].SetText(form.Text4[2].Text());
+    // A text as long as one that is told whole, and a longer one.
+    for (const std::string& text : {std::string(24, '?'), std::string(25, '?')}) {
+        form.Text4[1].SetText(text);
+        try {
+            form.Slider2[1].UserMove(10);
+            ADD_FAILURE() << "was taken";
+        } catch (const RuntimeError& error) {
+            EXPECT_THAT(error.what(),
+                        ::testing::HasSubstr('"' + std::string(24, '?') + (text.size() > 24 ? "..." : "") + '"'));
+        }
+    }
     // All back as it was.
     EXPECT_EQ(form.UpDown3[0].Position(), 8);
     EXPECT_EQ(form.Text5[0].Text(), "0.45");

@@ -168,6 +168,19 @@ TEST_F(MarkerDragging, ADragThatIsGivenUpLeavesPointAndCurveAsTheyWere) {
     EXPECT_THAT(world.Port.Sent, IsEmpty());
 }
 
+TEST_F(MarkerDragging, WhatWasNotDraggedIsNotGivenUp) {
+    form.Text4[1].UserText("77"); // typed, and not entered
+    form.Label5[1].Pressed();
+    form.Label5[1].GivenUp();
+    EXPECT_EQ(form.Text4[1].Text(), "77");
+    form.Label5[1].Pressed();
+    Drag(1, 2825.0, 1003.5);
+    form.Label5[1].GivenUp();
+    form.Label5[1].Pressed();
+    form.Label5[1].Released();
+    EXPECT_THAT(world.Port.Sent, IsEmpty());
+}
+
 TEST_F(MarkerDragging, AKeyTakesAPointToTheNextFrequencyOfTheTable) {
     Drag(6, 0.0, 0.0); // no button is down
     const int code = image.PresetBody[36];

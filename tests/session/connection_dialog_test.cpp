@@ -179,6 +179,10 @@ TEST_F(ConnectionDialogTest, EqualIdsAmongTheFirstTenAreRefusedInTheModeOfTen) {
     EXPECT_EQ(form.EqualIds.Caption(), "Device1 and Device10 both have ID 1.");
     form.DeviceIds[9].UserSelect(30);
     EXPECT_EQ(form.EqualIds.Caption(), "");
+    form.DeviceIds[9].UserSelect(1);
+    EXPECT_TRUE(Refused());
+    form.Connection[UpToTwentyDevices].Select();
+    EXPECT_EQ(form.EqualIds.Caption(), "");
 }
 
 TEST_F(ConnectionDialogTest, NeighboursAtTheEndOfEachListAreCompared) {

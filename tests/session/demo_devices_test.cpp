@@ -44,6 +44,7 @@ class DemoDevices : public ProgramTest {
             const auto start = image.SystemPage.begin() + 64 + static_cast<std::ptrdiff_t>(16 * position);
             EXPECT_EQ(std::string(start, start + 16), EmptyName);
         }
+        EXPECT_EQ(image.SystemPage[192], image.SystemPage[208]) << "what follows the eighth name";
         EXPECT_EQ(values.CurrentPresetName, "Factory Preset");
     }
     /// Everything that the defaults set, at another value.

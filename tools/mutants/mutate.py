@@ -2,6 +2,7 @@
 """Breaks the core one place at a time and sees which of its tests, or of the preset tool's, fails.
 
     tools/mutants/mutate.py [--only PART_OF_A_PATH,...] [--kinds cut,order,...] [--again] [--jobs N]
+    tools/mutants/mutate.py --stale
 
 All mutants are built at once, each asleep behind its number; a run wakes one of them and lets the tests that come by its
 place run, the likely ones first, until one fails. Kinds: cut (a statement is left out), not (a condition is turned
@@ -10,7 +11,7 @@ empty), order (a statement changes places with the next, but for two settings th
 
 docs/mutants.tsv is the result: file, line, kind, what stands there, and the test that failed, SURVIVED, or why it cannot
 matter, which tools/mutants/cannot_matter.txt tells. A run replaces the rows of the files and kinds that it broke; --again
-breaks only what survived there or ran out of its time.
+breaks only what survived there or ran out of its time. --stale breaks nothing and names the files that have changed since.
 """
 
 import argparse
@@ -36,6 +37,7 @@ HARMLESS = pathlib.Path(__file__).resolve().with_name("cannot_matter.txt")
 SECONDS = "40"
 ALL_SECONDS = "300"  # all tests take some twenty
 SURVIVED = "SURVIVED"
+KINDS = ("cut", "not", "part", "limit", "plus", "text", "order")
 FLAGS = ["-std=c++20", f"-I{TREE / 'src'}"]
 # What only looks at what it is given, and setters that only set.
 QUIET_CALLS = {"At", "string", "to_string", "size", "begin", "empty", "has_value", "min", "max", "floor", "substr", "front",
@@ -256,16 +258,29 @@ def copy_changed(source, target):
         shutil.copyfile(source, target)
 
 
+def core_files():
+    return sorted(str(path.relative_to(TREE)) for path in (TREE / "src").rglob("*.cpp")
+                  if "ui" not in path.relative_to(TREE / "src").parts and path.name != "platform_windows.cpp")
+
+
+def stale_files():
+    """Those with a statement that the list does not have, or with a row of what is not there any more."""
+    rows = collections.Counter((row[0], row[2], row[3]) for row in rows_so_far())
+    for path in core_files():
+        now = collections.Counter((path, one.kind, one.text) for one in File(path, KINDS).break_all(1)[1])
+        then = collections.Counter({key: count for key, count in rows.items() if key[0] == path})
+        if then - now or any(kind == "cut" for _, kind, _ in now - then):
+            yield path
+
+
 def build(options):
     WORK.mkdir(parents=True, exist_ok=True)
     for name in ("src", "tests", "simulator", "tool", "cmake", "tools", "resources", "docs"):
         shutil.copytree(TREE / name, COPY / name, copy_function=copy_changed, dirs_exist_ok=True)
     for name in ("CMakeLists.txt", "CMakePresets.json"):
         shutil.copy(TREE / name, COPY / name)
-    files = sorted(str(path.relative_to(TREE)) for path in (TREE / "src").rglob("*.cpp")
-                   if "ui" not in path.relative_to(TREE / "src").parts and path.name != "platform_windows.cpp")
     mutants, number = [], 1
-    for path in files:
+    for path in core_files():
         if in_reach(path, options):
             found, number = broken_file(path, options.kinds.split(","), number)
             mutants += found
@@ -394,10 +409,14 @@ def write_result(fates, everything, options):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--only", default="", help="files whose path holds one of these")
-    parser.add_argument("--kinds", default="cut,not,part,limit,plus,text,order")
+    parser.add_argument("--kinds", default=",".join(KINDS))
     parser.add_argument("--again", action="store_true", help="only what survived")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
+    parser.add_argument("--stale", action="store_true", help="only name the files whose rows are not of today")
     options = parser.parse_args()
+    if options.stale:
+        print(*stale_files(), sep="\n")
+        return 0
     RUN.mkdir(parents=True, exist_ok=True)
     everything = build(options)
     mutants = wanted(everything, options)
