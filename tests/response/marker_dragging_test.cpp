@@ -291,6 +291,15 @@ TEST_F(MarkerDragging, AMarkerOfAnotherWindowDoesNotGoOnWithThisWindowsDrag) {
     EXPECT_FALSE(form.MarkerDragging[1]);
     EXPECT_FALSE(form.MarkerMoved[1]);
     EXPECT_THAT(world.Port.Sent, IsEmpty());
+
+    program.Control.Activate(0);
+    form.Label5[1].Pressed();
+    Drag(1, 2825.0, 1003.5);
+    program.Control.Activate(1);
+    other.Text4[1].UserText("77");
+    form.Label5[1].GivenUp(); // as late
+    EXPECT_EQ(other.Text4[1].Text(), "77");
+    EXPECT_FALSE(form.MarkerMoved[1]);
 }
 
 TEST_F(MarkerDragging, TheDropLeavesTheCurveOfTheDrag) {

@@ -140,11 +140,11 @@ void MainWindow::BuildStatusLine() {
 }
 
 void MainWindow::BindTimers() {
-    using Kind = controls::EventSource::Kind;
-    for (const auto& [timer, name, kind] : {std::tuple(&record_.SerialTimer, "SerialTimer", Kind::Always),
-                                            std::tuple(&record_.Timer1, "Timer1", Kind::Tick),
-                                            // Writes files alone, and a question that stands must not keep it waiting.
-                                            std::tuple(&record_.AutosaveTimer, "AutosaveTimer", Kind::Always)}) {
+    using enum controls::EventSource::Kind;
+    for (const auto& [timer, name, kind] :
+         {std::tuple(&record_.SerialTimer, "SerialTimer", Always), std::tuple(&record_.Timer1, "Timer1", Tick),
+          // Writes files alone, and a question that stands must not keep it waiting.
+          std::tuple(&record_.AutosaveTimer, "AutosaveTimer", Always)}) {
         auto* toolkit_timer = new QTimer(this);
         toolkit_timer->setObjectName(QLatin1String(name));
         toolkit_timer->setTimerType(Qt::PreciseTimer);
