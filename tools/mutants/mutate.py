@@ -11,7 +11,8 @@ empty), order (a statement changes places with the next, but for two settings th
 
 docs/mutants.tsv is the result: file, line, kind, what stands there, and the test that failed, SURVIVED, or why it cannot
 matter, which tools/mutants/cannot_matter.txt tells. A run replaces the rows of the files and kinds that it broke; --again
-breaks only what survived there or ran out of its time. --stale breaks nothing and names the files that have changed since.
+breaks only what survived there or ran out of its time. --stale breaks nothing and names the files that have changed since, and
+those with a line that the compiler takes as it stands alone.
 """
 
 import argparse
