@@ -86,7 +86,7 @@ TEST(Crossover, BypassIsZeroAtAllFrequenciesWhateverItsCorner) {
     for (const Side side : {Side::LowPass, Side::HighPass}) {
         for (const double corner : {0.0, 20.0, 1000.0, 20000.0}) { // a corner of 0 would show a logarithm
             const Curve curve = CurveOf(Crossover{side, 0, corner});
-            EXPECT_TRUE(std::ranges::all_of(curve, [](double level) { return level == 0.0; }));
+            EXPECT_TRUE(IsFlat(curve, 0.0));
         }
     }
 }
@@ -172,7 +172,7 @@ TEST(Crossover, RefusesASlopeThatIsNoneAndKeepsTheCurve) {
         } catch (const RuntimeError& error) {
             EXPECT_EQ(error.Kind(), ErrorKind::IndexOutOfRange);
         }
-        EXPECT_TRUE(std::ranges::all_of(curve, [](double level) { return level == -7.0; }));
+        EXPECT_TRUE(IsFlat(curve, -7.0));
     }
 }
 

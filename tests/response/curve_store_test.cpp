@@ -1,6 +1,6 @@
 #include "response/curve_store.h"
+#include "response/curves.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -28,10 +28,6 @@ const std::vector<Parts>& PartsOfChannels() {
         {7, {40, 41, 42, 43}, {9}, {10, 11}},
     };
     return parts;
-}
-
-bool IsFlat(const Curve& curve, double level) {
-    return std::ranges::all_of(curve, [level](double value) { return value == level; });
 }
 
 TEST(CurveStore, PartsAndSumsThatWereNeverComputedAreZero) {

@@ -23,6 +23,10 @@ response::Curve CurveOf(const Filter& filter) {
     return curve;
 }
 
+inline bool IsFlat(const response::Curve& curve, double level) {
+    return std::ranges::all_of(curve, [level](double value) { return value == level; });
+}
+
 /// The larger of two distances; one that is no number is larger than any.
 inline double Worse(double worst, double distance) {
     return std::isnan(distance) ? std::numeric_limits<double>::infinity() : std::max(worst, distance);

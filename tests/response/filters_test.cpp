@@ -2,7 +2,6 @@
 #include "response/curves.h"
 #include "response/prototypes.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace nrv::testing {
@@ -46,7 +45,7 @@ TEST(Bell, GivesExactlyItsGainAtItsCentre) {
 TEST(Bell, OfGainZeroIsFlatWhateverItsQ) {
     for (const double q : model::QTable) {
         const Curve curve = CurveOf(Bell{0.0, 1000.0, q});
-        EXPECT_TRUE(std::ranges::all_of(curve, [](double level) { return level == 0.0; })) << "Q " << q;
+        EXPECT_TRUE(IsFlat(curve, 0.0)) << "Q " << q;
     }
 }
 
@@ -143,7 +142,7 @@ TEST(Shelf, LevelAtAFrequencyIsThatOfItsCurve) {
 TEST(Shelf, BypassAndKindsWithNoFormAreFlat) {
     for (const int kind : {-1, 0, 5, 202}) {
         const Curve curve = CurveOf(Shelf{ShelfKind(kind), 6.0, 100.0});
-        EXPECT_TRUE(std::ranges::all_of(curve, [](double level) { return level == 0.0; })) << "kind " << kind;
+        EXPECT_TRUE(IsFlat(curve, 0.0)) << "kind " << kind;
     }
 }
 

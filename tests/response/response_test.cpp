@@ -4,7 +4,6 @@
 #include "response/response.h"
 #include "response/response_desk.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace nrv::testing {
@@ -13,10 +12,6 @@ namespace {
 using namespace nrv::response;
 
 constexpr double ResponseTolerance = 1e-9; // dB
-
-bool IsFlat(const Curve& curve, double level) {
-    return std::ranges::all_of(curve, [level](double value) { return value == level; });
-}
 
 template <class Expected>
 void ExpectCurve(const Curve& curve, Expected expected, const char* what) {
