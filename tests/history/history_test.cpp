@@ -416,8 +416,7 @@ TEST_F(HistoryTest, ADeviceThatDiesIsToldOfByWhatItDiedIn) {
         death.Before();
         answers_left = 3;
         death.Then();
-        EXPECT_THAT(Status(), ::testing::MatchesRegex("ID:5 does not answer; " + death.In +
-                                                      " stopped after 3 of [0-9]+ frames\\..*"));
+        EXPECT_THAT(Status(), ::testing::StartsWith("ID:5 does not answer; " + death.In + " stopped after 3 of "));
         EXPECT_FALSE(Loaded(1));
         answers_left = -1;
         world.Boxes.Answers = {BoxAnswer::Yes};
